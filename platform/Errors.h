@@ -1,0 +1,24 @@
+#pragma once
+/// Failures that the platform's own operations raise. They end the running event: every event is dispatched inside
+/// one handler that reports an uncaught failure in a message (see Dispatch.h).
+
+#include <stdexcept>
+
+namespace platform {
+
+/// An index outside an array, a row outside a list, a position outside a plane.
+class OutOfBoundsException : public std::out_of_range {
+ public:
+  using std::out_of_range::out_of_range;
+};
+
+/// A reference to nothing that was used.
+class NilObjectException : public std::logic_error {
+ public:
+  using std::logic_error::logic_error;
+};
+
+[[noreturn]] void ThrowOutOfBounds(const char* what, long long index, long long upperBound);
+[[noreturn]] void ThrowNil(const char* what);
+
+}  // namespace platform

@@ -1,0 +1,43 @@
+#pragma once
+/// The stack's memory: one plane of 32-bit grey levels a species, indexed species, x, y. It behaves as an array of three
+/// upper bounds (-1 is an empty dimension; a change of bounds keeps the values that stay in range, new ones are 0; a
+/// bad index throws OutOfBoundsException), and hands out each plane as rows for the pixel loops.
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "platform/PlaneView.h"
+
+class PlaneStack {
+ public:
+  using Level = std::int32_t;
+
+  PlaneStack() = default;
+  PlaneStack(PlaneStack&&) noexcept = default;
+  PlaneStack& operator=(PlaneStack&&) noexcept = default;
+
+  /// Upper bound of a dimension: 1 species, 2 x, 3 y.
+  int Ubound(int dimension) const;
+  /// Keeps its memory when the bounds stay as they were, and the pages of new planes untouched until they are written.
+  void Redim(int species, int x, int y);
+
+  Level& operator()(int species, int x, int y);
+  Level operator()(int species, int x, int y) const;
+
+  /// The plane of a species, rows contiguous.
+  platform::PlaneView<Level> Plane(int species);
+  platform::PlaneView<const Level> Plane(int species) const;
+
+ private:
+  struct Free {
+    void operator()(Level* memory) const;
+  };
+  using Memory = std::unique_ptr<Level[], Free>;
+  static Memory Allocate(int width, int height);
+  void Check(int species, int x, int y) const;
+
+  std::vector<Memory> planes_;
+  int width_ = 0;
+  int height_ = 0;
+};
