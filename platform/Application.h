@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/MenuBar.h"
+#include "platform/MouseCursor.h"
+#include "platform/Window.h"
+
+namespace platform {
+
+/// Starts the toolkit. Before any window or application object; once. Chooses X11 where the desktop is Wayland (which
+/// does not let windows place themselves) unless the user's environment says otherwise, sets the fixed light look,
+/// installs text drawing and the tidy handling of uncaught failures.
+void StartToolkit(int& argc, char** argv);
+
+class Application {
+ public:
+  Application();
+  virtual ~Application();
+
+  /// The event loop has started.
+  virtual void Event_Open() {}
+  /// The menus are brought up to date.
+  virtual void Event_EnableMenuItems() {}
+
+  /// Passes true to each window's Event_CancelClose, unless one of them keeps the program, closes all windows and ends
+  /// the event loop after the running event. Safe in any handler.
+  void Quit(int status = 0);
+  /// Runs the event loop until Quit; Event_Open comes first. Returns the status.
+  int Run();
+
+  void MenuBar(platform::MenuBar* bar);
+  platform::MenuBar* MenuBar() const { return menuBar_; }
+  platform::ResourceFork ResourceFork() const { return {}; }
+  const MenuHandlers& Handlers() const { return handlers_; }
+  /// Brings the menus up to date now.
+  void UpdateMenus();
+  /// The window in front: the active one, or the one last active and visible; nullptr if there is none.
+  Window* FrontWindow() const;
+  /// Handles a chosen menu item, as MenuBar.h tells. True if somebody handled it.
+  bool ChooseMenuItem(const String& name);
+
+  static Application* Current();
+
+ protected:
+  void AddMenuHandler(const String& item, std::function<bool()> handler) { handlers_[item] = std::move(handler); }
+
+ private:
+  MenuHandlers handlers_;
+  platform::MenuBar* menuBar_ = nullptr;
+};
+
+/// Runs one event. An exception ends it and is reported in a message, never passed on to the toolkit. At its end what
+/// was drawn on live surfaces is put on the screen and the menus are brought up to date.
+void Dispatch(const std::function<void()>& event);
+
+/// A handler of an event as a method of the window: `PB.Action = Handler(this, &Main::PB_Action)`.
+template <class W, class R, class... Arguments>
+std::function<R(Arguments...)> Handler(W* window, R (W::*method)(Arguments...)) {
+  return [window, method](Arguments... arguments) { return (window->*method)(arguments...); };
+}
+
+}  // namespace platform
