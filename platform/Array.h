@@ -6,9 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdlib>
 #include <initializer_list>
 #include <memory>
+#include <new>
 #include <span>
+#include <type_traits>
 
 #include "platform/Errors.h"
 
@@ -105,7 +108,8 @@ class Array {
   int capacity_ = 0;
 };
 
-/// Two or three dimensions, the last index running fastest.
+/// Two or three dimensions, the last index running fastest. Fresh memory of plain values is not touched before it is
+/// written, so that a large array costs nothing until it is used.
 template <class T, int Rank>
 class ArrayN {
  public:
@@ -125,11 +129,11 @@ class ArrayN {
 
   template <class... Index>
   T& operator()(Index... index) {
-    return values_[Offset({static_cast<int>(index)...})];
+    return values_.get()[Offset({static_cast<int>(index)...})];
   }
   template <class... Index>
   const T& operator()(Index... index) const {
-    return values_[Offset({static_cast<int>(index)...})];
+    return values_.get()[Offset({static_cast<int>(index)...})];
   }
 
   template <class... Index>
@@ -142,17 +146,40 @@ class ArrayN {
       if (bound < -1) ThrowOutOfBounds("Redim", bound, -1);
       count *= static_cast<std::size_t>(bound + 1);
     }
-    auto values = std::make_unique<T[]>(count);
-    const Bounds old = bounds_;
-    const auto oldValues = std::move(values_);
+    Memory values = Allocate(count);
+    if (!Empty(bounds_) && !Empty(wanted)) {
+      const auto run = static_cast<std::size_t>(std::min(bounds_.back(), wanted.back()) + 1);
+      Bounds index{};
+      do {
+        T* from = values_.get() + Place(index, bounds_);
+        std::move(from, from + run, values.get() + Place(index, wanted));
+      } while (NextRun(index, bounds_, wanted));
+    }
     bounds_ = wanted;
     values_ = std::move(values);
-    Bounds index{};
-    for (bool more = !Empty(old) && !Empty(wanted); more; more = Next(index, old, wanted))
-      values_[Place(index, wanted)] = std::move(oldValues[Place(index, old)]);
   }
 
  private:
+  static constexpr bool kPlain = std::is_arithmetic_v<T>;
+  struct Free {
+    void operator()(T* values) const {
+      if constexpr (kPlain)
+        std::free(values);
+      else
+        delete[] values;
+    }
+  };
+  using Memory = std::unique_ptr<T, Free>;
+  static Memory Allocate(std::size_t count) {
+    if constexpr (kPlain) {
+      auto* values = static_cast<T*>(std::calloc(std::max<std::size_t>(count, 1), sizeof(T)));
+      if (!values) throw std::bad_alloc();
+      return Memory(values);
+    } else {
+      return Memory(new T[count]());
+    }
+  }
+
   static bool Empty(const Bounds& bounds) {
     return std::any_of(bounds.begin(), bounds.end(), [](int bound) { return bound < 0; });
   }
@@ -162,8 +189,9 @@ class ArrayN {
       place = place * static_cast<std::size_t>(bounds[d] + 1) + static_cast<std::size_t>(index[d]);
     return place;
   }
-  static bool Next(Bounds& index, const Bounds& a, const Bounds& b) {
-    for (std::size_t d = Rank; d-- > 0;) {
+  /// Steps to the next run of the last dimension that both bounds hold; false when there is none.
+  static bool NextRun(Bounds& index, const Bounds& a, const Bounds& b) {
+    for (std::size_t d = Rank - 1; d-- > 0;) {
       if (++index[d] <= std::min(a[d], b[d])) return true;
       index[d] = 0;
     }
@@ -176,7 +204,7 @@ class ArrayN {
   }
 
   Bounds bounds_;
-  std::unique_ptr<T[]> values_;
+  Memory values_;
 };
 
 template <class T>
