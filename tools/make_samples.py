@@ -232,12 +232,12 @@ def make_counts():
         sx, sy, turn = min(arms, key=lambda arm: (arm[0] - x) ** 2 + (arm[1] - y) ** 2)
         u = math.cos(turn) * (x - sx) + math.sin(turn) * (y - sy)
         v = math.cos(turn) * (y - sy) - math.sin(turn) * (x - sx)
-        trunk = min(abs(u), abs(v)) / 20
+        trunk = min(abs(u), abs(v)) / 13
         side = abs(math.sin(math.pi * max(abs(u), abs(v)) / 13))
         return min(1.0, trunk * (0.35 + 0.65 * side))
 
     scene = [segregation(x + 0.5, y + 0.5) for y in range(size) for x in range(size)]
-    means = {"Ni": lambda s: 420 - 60 * s, "Cr": lambda s: 120 + 30 * s, "Nb": lambda s: 6 + 90 * s ** 4,
+    means = {"Ni": lambda s: 420 - 60 * s, "Cr": lambda s: 120 + 30 * s, "Nb": lambda s: 6 + 90 * s ** 3,
              "Mo": lambda s: 1.2 + 2.5 * s}
     os.makedirs(os.path.join(FOLDER, "counts16"), exist_ok=True)
     for index, (element, mean) in enumerate(means.items()):
