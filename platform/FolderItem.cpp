@@ -64,8 +64,7 @@ Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool write) const {
 Ref<FolderItem> DesktopFolder() {
   const fs::path desktop = StandardFolder(QStandardPaths::DesktopLocation);
   std::error_code error;
-  return MakeRef<FolderItem>(fs::is_directory(desktop, error) ? desktop
-                                                              : StandardFolder(QStandardPaths::HomeLocation));
+  return MakeRef<FolderItem>(fs::is_directory(desktop, error) ? desktop : StandardFolder(QStandardPaths::HomeLocation));
 }
 
 }  // namespace platform

@@ -3,6 +3,7 @@
 /// surface, the origin its top left corner. What lies outside is not drawn. Lines, rectangles and ovals are exact: the
 /// same pixels on every machine.
 
+#include <cstdint>
 #include <vector>
 
 #include "platform/Color.h"
@@ -50,8 +51,8 @@ class Graphics {
   /// Scales the source rectangle of the picture to the target rectangle; kOwnSize for a size stands for the picture's
   /// own. Nil draws nothing. Each target pixel depends on the two rectangles alone, so that drawing under a clip gives
   /// the very pixels that drawing without it gives.
-  void DrawPicture(const Ref<Picture>& picture, int x, int y, int w = kOwnSize, int h = kOwnSize, int sx = 0, int sy = 0,
-                   int sw = kOwnSize, int sh = kOwnSize);
+  void DrawPicture(const Ref<Picture>& picture, int x, int y, int w = kOwnSize, int h = kOwnSize, int sx = 0,
+                   int sy = 0, int sw = kOwnSize, int sh = kOwnSize);
   static constexpr int kOwnSize = -10000;
 
   /// Confines drawing to a rectangle of the surface, until NoClip.
@@ -66,11 +67,15 @@ class Graphics {
 
  private:
   struct Span {
-    int x0, x1, y0, y1;  // device pixels, ends excluded
+    std::int64_t x0, x1, y0, y1;  // device pixels, ends excluded
   };
-  Span ToDevice(int x, int y, int w, int h) const;
-  void Fill(int x, int y, int w, int h);
-  void Touch(int x, int y, int w, int h);
+  /// The device pixels of a logical rectangle, wherever it lies; and those of them that may be drawn on.
+  Span ToDevice(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) const;
+  Span Visible(const Span& span) const;
+  void Fill(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h);
+  void Touch(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h);
+  void DrawHardOval(int x, int y, int w, int h);
+  void DrawSmoothOval(int x, int y, int w, int h);
 
   PlaneView<Color> device_;
   double scale_ = 1.0;

@@ -9,7 +9,9 @@ namespace platform {
 
 namespace {
 
-std::size_t Area(int width, int height) { return static_cast<std::size_t>(width) * static_cast<std::size_t>(height); }
+std::size_t Area(int width, int height) {
+  return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+}
 
 }  // namespace
 
@@ -30,15 +32,21 @@ PlaneView<Color> Picture::Pixels() {
   return {pixels_.data(), width_, height_, width_};
 }
 
-platform::Graphics Picture::Graphics() { return platform::Graphics(Pixels()); }
+platform::Graphics Picture::Graphics() {
+  return platform::Graphics(Pixels());
+}
 
-platform::RGBSurface Picture::RGBSurface() { return platform::RGBSurface(Pixels()); }
+platform::RGBSurface Picture::RGBSurface() {
+  return platform::RGBSurface(Pixels());
+}
 
 Ref<Picture> Picture::Mask() {
   if (!mask_) mask_ = MakeRef<Picture>(width_, height_);
   return mask_;
 }
 
-Ref<Picture> NewPicture(int width, int height, int /*depth*/) { return MakeRef<Picture>(width, height); }
+Ref<Picture> NewPicture(int width, int height, int /*depth*/) {
+  return MakeRef<Picture>(width, height);
+}
 
 }  // namespace platform

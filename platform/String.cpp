@@ -14,16 +14,24 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool IsScalar(char32_t code) { return code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF); }
-bool IsDigit(char32_t c) { return c >= U'0' && c <= U'9'; }
-bool IsBlank(char32_t c) { return c == U' ' || c == U'\t'; }
+bool IsScalar(char32_t code) {
+  return code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF);
+}
+bool IsDigit(char32_t c) {
+  return c >= U'0' && c <= U'9';
+}
+bool IsBlank(char32_t c) {
+  return c == U' ' || c == U'\t';
+}
 
 char32_t Fold(char32_t c) {
   if (c < 0x80) return c >= U'A' && c <= U'Z' ? c + 32 : c;
   return QChar::toCaseFolded(c);
 }
 
-bool SameFolded(char32_t a, char32_t b) { return a == b || Fold(a) == Fold(b); }
+bool SameFolded(char32_t a, char32_t b) {
+  return a == b || Fold(a) == Fold(b);
+}
 
 /// Length of the character that the bytes begin with and the character itself; 0 bytes if it is none. Overlong forms,
 /// surrogates and codes beyond the last plane are none.
@@ -62,14 +70,16 @@ String Slice(const String& text, std::size_t first, std::size_t count) {
   return String(text.Characters().substr(first, count));
 }
 
-std::size_t Size(const String& text) { return text.Characters().size(); }
+std::size_t Size(const String& text) {
+  return text.Characters().size();
+}
 
 /// Index of the first occurrence at or after `from`, or npos.
 std::size_t Find(const String& text, const String& find, std::size_t from) {
   const auto& in = text.Characters();
   const auto& what = find.Characters();
-  const auto found = std::search(in.begin() + static_cast<std::ptrdiff_t>(from), in.end(), what.begin(), what.end(),
-                                 SameFolded);
+  const auto found =
+      std::search(in.begin() + static_cast<std::ptrdiff_t>(from), in.end(), what.begin(), what.end(), SameFolded);
   return found == in.end() && !what.empty() ? std::u32string::npos : static_cast<std::size_t>(found - in.begin());
 }
 
@@ -101,16 +111,20 @@ std::string String::Utf8() const {
 }
 
 int String::Compare(const String& a, const String& b) {
-  const auto [endA, endB] = std::mismatch(a.characters_.begin(), a.characters_.end(), b.characters_.begin(),
-                                          b.characters_.end(), SameFolded);
+  const auto [endA, endB] =
+      std::mismatch(a.characters_.begin(), a.characters_.end(), b.characters_.begin(), b.characters_.end(), SameFolded);
   if (endA == a.characters_.end() || endB == b.characters_.end())
     return (endA != a.characters_.end()) - (endB != b.characters_.end());
   return Fold(*endA) < Fold(*endB) ? -1 : 1;
 }
 
-int Len(const String& text) { return static_cast<int>(Size(text)); }
+int Len(const String& text) {
+  return static_cast<int>(Size(text));
+}
 
-String Left(const String& text, int count) { return Slice(text, 0, static_cast<std::size_t>(std::max(count, 0))); }
+String Left(const String& text, int count) {
+  return Slice(text, 0, static_cast<std::size_t>(std::max(count, 0)));
+}
 
 String Right(const String& text, int count) {
   const auto wanted = std::min(static_cast<std::size_t>(std::max(count, 0)), Size(text));
@@ -123,7 +137,9 @@ String Mid(const String& text, int start, int count) {
   return Slice(text, first, static_cast<std::size_t>(count));
 }
 
-String Mid(const String& text, int start) { return Mid(text, start, std::numeric_limits<int>::max()); }
+String Mid(const String& text, int start) {
+  return Mid(text, start, std::numeric_limits<int>::max());
+}
 
 int InStr(const String& text, const String& find) {
   const auto found = Find(text, find, 0);
@@ -149,7 +165,9 @@ String Lowercase(const String& text) {
   return String(std::move(lower));
 }
 
-int Asc(const String& text) { return text.Empty() ? 0 : static_cast<int>(text.Characters().front()); }
+int Asc(const String& text) {
+  return text.Empty() ? 0 : static_cast<int>(text.Characters().front());
+}
 
 String Chr(int code) {
   const auto character = static_cast<char32_t>(code);
@@ -165,7 +183,9 @@ String Join(const Array<String>& pieces, const String& separator) {
   return joined;
 }
 
-String EndOfLine() { return "\n"; }
+String EndOfLine() {
+  return "\n";
+}
 
 bool IsNumeric(const String& text) {
   std::u32string_view rest = text.Characters();
@@ -177,7 +197,9 @@ bool IsNumeric(const String& text) {
   return digits > 0 && points <= 1 && static_cast<std::size_t>(digits + points) == rest.size();
 }
 
-String Str(std::int64_t number) { return std::to_string(number); }
+String Str(std::int64_t number) {
+  return std::to_string(number);
+}
 
 double Val(const String& text) {
   const std::string bytes = text.Utf8();
