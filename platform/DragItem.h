@@ -9,7 +9,7 @@ namespace platform {
 /// The items of a drop, walked one after the other in the order of the drag.
 class DragItem {
  public:
-  explicit DragItem(std::vector<Ref<FolderItem>> files) : files_(std::move(files)) {}
+  explicit DragItem(std::vector<Ref<platform::FolderItem>> files) : files_(std::move(files)) {}
   bool FolderItemAvailable() const { return current_ < files_.size() && files_[current_] != nullptr; }
   /// The file of the current item; nil if it offers none.
   Ref<platform::FolderItem> FolderItem() const {
