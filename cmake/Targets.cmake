@@ -6,6 +6,7 @@ function(vornalite_arithmetic name)
   add_library(${name} STATIC ${ARGN})
   target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}")
   target_link_libraries(${name} PUBLIC platform_values)
+  set_property(TARGET ${name} PROPERTY VORNALITE_ARITHMETIC ON)
 endfunction()
 
 # vornalite_test(name SOURCES ... LIBRARIES ...): a GoogleTest program; each of its tests is a CTest test.

@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# The Debian packages that Vornalite needs, in one place. `packages.sh build` installs what building needs and is
+# missing, `packages.sh build test` also what the tests and a run without a display need.
+set -euo pipefail
+
+build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-dev libgraphicsmagick1-dev libhwy-dev
+       libgtest-dev libbenchmark-dev)
+test=(python3 xvfb openbox xauth dbus at-spi2-core fonts-dejavu-core x11-utils libx11-dev libxtst-dev
+      desktop-file-utils appstream)
+
+command -v dpkg-query >/dev/null || exit 0 # not Debian: CMake names what is missing
+
+wanted=()
+for set in "$@"; do
+  declare -n packages="$set"
+  wanted+=("${packages[@]}")
+done
+missing=()
+installed=" $(dpkg-query -W -f '${db:Status-Status}:${Package} ' "${wanted[@]}" 2>/dev/null || true)"
+for package in "${wanted[@]}"; do
+  [[ $installed == *" installed:$package "* ]] || missing+=("$package")
+done
+[[ ${#missing[@]} -gt 0 ]] || exit 0
+
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then
+  if ! command -v sudo >/dev/null; then
+    echo "Vornalite: as root, run: apt-get install ${missing[*]}" >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+apt() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 "$@" </dev/null; }
+
+echo "Vornalite: installing ${missing[*]}"
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+{ apt update && apt install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1 || {
+  tail -n 20 "$log" >&2
+  echo "Vornalite: installing failed" >&2
+  exit 1
+}

@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# virtual-display.sh COMMAND...: runs the command on a display of its own, made for it, with a window manager and a
+# session bus. Everything ends with the command; its exit code is handed on.
+set -euo pipefail
+tools=$(dirname "$(readlink -f "$0")")
+
+private=$(mktemp -d)
+pids=()
+finish() {
+  local pid
+  trap - EXIT INT TERM HUP
+  for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
+  for pid in "${pids[@]}"; do wait "$pid" 2>/dev/null || true; done
+  rm -rf "$private"
+}
+trap finish EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+unset WAYLAND_DISPLAY XAUTHORITY DBUS_SESSION_BUS_ADDRESS XDG_CURRENT_DESKTOP
+export LANG=C.UTF-8 LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR=$private
+
+# The server picks a free display and writes its number when it is ready.
+mkfifo "$private/number"
+Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp -noreset -dpi 96 3>"$private/number" >/dev/null 2>&1 &
+pids=("$!")
+number=
+read -r -t 30 number <"$private/number" || true
+[[ -n $number ]] || { echo "Vornalite: no virtual display could be started" >&2; exit 1; }
+export DISPLAY=:$number
+
+openbox --sm-disable --config-file "$tools/openbox.xml" >/dev/null 2>&1 &
+pids=("$!" "${pids[@]}")
+for _ in {1..200}; do # the window manager announces itself in this property
+  [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) == *"window id"* ]] && break
+  sleep 0.05
+done
+
+dbus-run-session -- "$@" &
+pids=("$!" "${pids[@]}")
+wait "$!"
