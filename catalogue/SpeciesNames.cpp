@@ -1,0 +1,120 @@
+#include "catalogue/SpeciesNames.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/BackgroundTask.h"
+
+using platform::Array;
+using platform::Left;
+using platform::Len;
+using platform::Mid;
+using platform::Right;
+using platform::String;
+
+namespace {
+
+constexpr const char* kExtensions[] = {"doc",  "txt", "text", "pic", "pict", "pct", "jpg",
+                                       "jpeg", "tif", "tiff", "png", "bmp",  "xray"};
+
+const String& AllowedCharacters() {
+  static const String allowed(
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZäöüßÄÖÜµ1234567890-+()[]{}&%$#@!?<>^~");
+  return allowed;
+}
+
+bool FoundAllowed(char32_t character) {
+  return platform::InStr(AllowedCharacters(), String(std::u32string(1, character))) > 0;
+}
+
+/// The search for the common codes is done once.
+bool IsAllowed(char32_t character) {
+  static const auto common = [] {
+    std::array<bool, 256> allowed{};
+    for (char32_t code = 0; code < allowed.size(); ++code) allowed[code] = FoundAllowed(code);
+    return allowed;
+  }();
+  return character < common.size() ? common[character] : FoundAllowed(character);
+}
+
+using Character = std::u32string_view;  // one character, or none of an empty name
+using Place = std::uint64_t;            // counts on for centuries without overflow
+
+Character FromFront(const String& name, Place place) {
+  const Character all = name.Characters();
+  return all.empty() ? all : all.substr(std::min<Place>(place, all.size()) - 1, 1);
+}
+
+Character FromBack(const String& name, Place place) {
+  const Character all = name.Characters();
+  return all.empty() ? all : all.substr(all.size() - std::min<Place>(place, all.size()), 1);
+}
+
+bool Same(Character a, Character b) {
+  return a == b || String(std::u32string(a)) == String(std::u32string(b));
+}
+
+/// The first place where a name differs from the first one. A name goes on with its outermost character beyond its end,
+/// and no length ends the scan: where names never differ it goes on for ever, and that is intended.
+Place FirstDifference(const Array<String>& names, Character (*at)(const String&, Place)) {
+  for (Place place = 1;; ++place) {
+    platform::BackgroundTask();
+    const Character expected = at(names(0), place);
+    for (int i = 1; i <= names.Ubound(); ++i)
+      if (!Same(expected, at(names(i), place))) return place;
+  }
+}
+
+}  // namespace
+
+String Globals::RemoveExtension(const String& name) {
+  String answer = name;
+  for (const char* extension : kExtensions) {
+    const String ending = String(".") + extension;
+    if (Lowercase(Right(name, Len(ending))) == ending) answer = Left(name, Len(name) - Len(ending));
+  }
+  return answer;
+}
+
+String Globals::CleanString(const String& name) {
+  if (name.Empty()) return "?";
+  std::u32string clean;
+  for (const char32_t character : name.Characters()) {
+    const char32_t kept = IsAllowed(character) ? character : U'_';
+    if (kept != U'_' || clean.empty() || clean.back() != U'_') clean += kept;
+  }
+  if (clean.back() == U'_') clean.pop_back();
+  return String(std::move(clean));
+}
+
+String catalogue::StripCommon(const Array<String>& names, Array<String>& shorts) {
+  String common = names(0);
+  if (names.Ubound() != shorts.Ubound()) return Globals::CleanString(common);
+  if (names.Ubound() < 1 || names(0) == names(1)) {
+    for (int i = 0; i <= names.Ubound(); ++i) shorts(i) = Globals::CleanString(names(i));
+    return Globals::CleanString(common);
+  }
+  // A scan that ends does so within the longest name, so both places fit an int.
+  const int front = static_cast<int>(FirstDifference(names, FromFront));
+  const int back = static_cast<int>(FirstDifference(names, FromBack));
+  for (int i = 0; i <= names.Ubound(); ++i) {
+    // Where front and back overlap in a short name the count is negative and nothing is left of it.
+    const String rest = Mid(names(i), front, Len(names(i)) - front - back + 2);
+    shorts(i) = rest.Empty() || rest == " " ? String("?") : Globals::CleanString(rest);
+  }
+  return Globals::CleanString(Left(names(0), front - 1) + Right(names(0), back - 1));
+}
+
+void catalogue::NoUnderscoreExtensions(Array<String>& names) {
+  const auto dropDigit = [](String& name) {
+    if (Len(name) > 1 && platform::IsNumeric(Right(name, 1))) name = Left(name, Len(name) - 1);
+  };
+  for (String& name : names) {
+    if (Len(name) > 2 && Mid(name, Len(name) - 1, 1) == "_") name = Left(name, Len(name) - 2);
+    dropDigit(name);
+    dropDigit(name);
+  }
+}

@@ -1,0 +1,16 @@
+#pragma once
+/// All species of the catalogue and which cluster holds which.
+
+#include <vector>
+
+#include "platform/Array.h"
+#include "platform/String.h"
+
+struct SpeciesUnion {
+  platform::Array<platform::String> names;  ///< ascending, each name once, in the spelling that came first
+  platform::Array2<bool> exist;             ///< cluster, position in names
+  bool allPresent = true;                   ///< every cluster holds every name
+};
+
+/// Unites the short names of the clusters. The empty name takes its place in the union, but no cluster holds it.
+SpeciesUnion UniteSpecies(const std::vector<platform::Array<platform::String>>& clusters);
