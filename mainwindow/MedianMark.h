@@ -1,0 +1,7 @@
+#pragma once
+
+#include <span>
+
+/// The median of the grey levels that are marked, one flag a level; of an even number of marks the mean of the two
+/// middle ones, truncated. 0 without marks.
+int MedianMark(std::span<const bool, 256> marked);

@@ -1,0 +1,44 @@
+#include "mainwindow/Stroke.h"
+
+namespace {
+
+/// The marker row lies outside every image, so painting it shows nothing.
+constexpr Point kMarker{-10, -10};
+constexpr std::int64_t kMarkerSum = -40;
+
+int StampSide(double zoom) {
+  return platform::ToInt32(std::max(zoom, 1.0));
+}
+
+}  // namespace
+
+Point StrokePixelAt(int canvasX, int canvasY, double zoom) {
+  return {platform::ToInt32(platform::Round((canvasX - zoom / 2.0) / zoom)),
+          platform::ToInt32(platform::Round((canvasY - zoom / 2.0) / zoom))};
+}
+
+platform::Rect StampAt(Point pixel, double zoom) {
+  const int side = StampSide(zoom);
+  return {platform::ToInt32(pixel.x * zoom), platform::ToInt32(pixel.y * zoom), side, side};
+}
+
+void BeginStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point pressed) {
+  ExtendStroke(x1, y1, x2, y2, kMarker, kMarker);
+  ExtendStroke(x1, y1, x2, y2, pressed, pressed);
+}
+
+void ExtendStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point from, Point to) {
+  x1.Append(from.x);
+  y1.Append(from.y);
+  x2.Append(to.x);
+  y2.Append(to.y);
+}
+
+bool UndoStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2) {
+  if (x1.Ubound() <= 0) return false;
+  std::int64_t sum = 0;
+  do {
+    sum = std::int64_t{x1.Pop()} + x2.Pop() + y1.Pop() + y2.Pop();
+  } while (sum != kMarkerSum);
+  return true;
+}

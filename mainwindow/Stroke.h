@@ -1,0 +1,45 @@
+#pragma once
+/// Strokes of the freehand drawing. The drawing is four parallel arrays of line ends in image pixels; each stroke is a
+/// marker row, the point of the press as a line of no length, and one row for each step of the drag.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "mainwindow/CursorGeometry.h"
+#include "platform/Array.h"
+#include "platform/Graphics.h"
+#include "platform/Numbers.h"
+
+/// The image pixel nearest to a position on the canvas, pixels taken by their middles. A half goes upward, so that at
+/// zoom 1 it is the pixel under the pointer. (The cursor uses ImagePixelAt.)
+Point StrokePixelAt(int canvasX, int canvasY, double zoom);
+
+/// The square of canvas pixels that shows an image pixel of a stroke while it is drawn.
+platform::Rect StampAt(Point pixel, double zoom);
+
+/// Calls stamp(pixel) for each image pixel of the step, both ends included. `from` and `to` must differ.
+template <class Stamp>
+void ForEachStamp(Point from, Point to, Stamp stamp) {
+  const double dx = static_cast<double>(to.x) - from.x;
+  const double dy = static_cast<double>(to.y) - from.y;
+  const auto steps = static_cast<std::int64_t>(std::max(std::fabs(dx), std::fabs(dy)));
+  for (std::int64_t k = 0; k <= steps; ++k) {
+    const double part = static_cast<double>(k) / static_cast<double>(steps);
+    stamp(Point{platform::ToInt32(from.x + platform::Round(part * dx)),
+                platform::ToInt32(from.y + platform::Round(part * dy))});
+  }
+}
+
+using LineEnds = platform::Array<std::int32_t>;
+
+/// Appends the marker and the point of the press.
+void BeginStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point pressed);
+
+/// Appends one step of the drag.
+void ExtendStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point from, Point to);
+
+/// Removes the last stroke: rows from the end up to and with the first whose four numbers add up to those of the
+/// marker. A step outside the image can do that too and then ends the undo early, which is intended. False, with
+/// nothing changed, if there is no more than one row.
+bool UndoStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2);
