@@ -1,0 +1,17 @@
+#include "output/NumberedNames.h"
+#include "platform/Dialogs.h"
+
+using platform::FolderItem;
+using platform::Ref;
+using platform::String;
+
+void GlobalUniversal::FileNameIncrement(Ref<FolderItem>& file) {
+  if (!file->Exists()) return;
+  const String name = file->DisplayName();
+  // Both ways of looking for a point find the same, so this message never comes.
+  if (platform::InStr(name, ".") > 0 && output::LastPoint(name) == 0) platform::MsgBox("error in filenameincr");
+  const Ref<FolderItem> folder = file->Parent();
+  const int number = output::FirstFreeNumber(name, [&](const String& child) { return folder->Child(child)->Exists(); });
+  if (number == output::kNoFreeNumber) platform::MsgBox("filename increment exceeds 99");
+  file = folder->Child(output::NumberedName(name, number));
+}
