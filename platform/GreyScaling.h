@@ -1,0 +1,31 @@
+#pragma once
+/// From samples of any depth to the 256 grey levels of a picture.
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace platform {
+
+/// The levels of a plane of more than 8 bits: level = 255 (v - lowest) / (highest - lowest), to the nearest, halves
+/// upward; `lowest` is 0, or the plane's lowest value if that is negative. Not-a-number counts as the lowest. Infinite
+/// values take no part in finding the range and become 0 or 255. A plane without a range is all 0.
+/// Made for std::uint16_t, std::int16_t, std::uint32_t, std::int32_t, std::uint64_t, std::int64_t, float and double.
+template <class Sample>
+std::vector<std::uint8_t> ScaledToLevels(std::span<const Sample> samples);
+
+/// The level of each sample value of `bits` bits, 1 to 8: full scale is 255, to the nearest. Eight bits stay as they
+/// are. Entries past the full scale are 255.
+std::array<std::uint8_t, 256> LevelsOfBits(int bits);
+
+/// `levels` over white, with `alpha` from 0 (white shows) to 255. `premultiplied` says that the levels are already
+/// multiplied with their alpha. Both have the same size.
+void CompositeOnWhite(std::span<std::uint8_t> levels, std::span<const std::uint8_t> alpha, bool premultiplied);
+
+/// One level over white: level * alpha + 255 * (1 - alpha), alpha from 0 to 255, to the nearest.
+constexpr int OverWhite(int level, int alpha) {
+  return (level * alpha + 127) / 255 + 255 - alpha;
+}
+
+}  // namespace platform
