@@ -1,0 +1,61 @@
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <string>
+
+#include "catalogue/MapFile.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace {
+
+/// Streams read from the disk, so each input becomes a file; the last one goes with the process.
+struct InputFile {
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / ("fuzz_map_file_" + std::to_string(getpid()));
+  ~InputFile() { std::filesystem::remove(path); }
+};
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+std::int32_t VoteOn(const platform::Array<std::int32_t>& votes) {
+  const std::int32_t value = catalogue::MostLikely(votes)->value;
+  const auto [low, high] = std::minmax_element(votes.begin(), votes.end());
+  Require(value >= *low && value <= *high);
+  return value;
+}
+
+}  // namespace
+
+// The numbers that matter are few and far apart: the first bytes of the input go to their places, the rest is the file.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  constexpr std::size_t kPlaces[] = {1390, 1394, 1746, 1750, 2144, 2148, 2570,
+                                     2820, 4292, 4556, 2172, 2174, 2498, 2502};
+  constexpr std::size_t kNumbers = 2 * std::size(kPlaces);
+  if (size < kNumbers) return 0;
+  std::string bytes(data + kNumbers, data + size);
+  for (std::size_t i = 0; i < std::size(kPlaces); ++i)
+    if (kPlaces[i] + 2 <= bytes.size()) std::copy_n(data + 2 * i, 2, bytes.begin() + static_cast<int>(kPlaces[i]));
+  static const InputFile file;
+  std::ofstream(file.path, std::ios::binary) << bytes;
+
+  auto stream = platform::BinaryStream::Open(file.path);
+  Require(static_cast<bool>(stream));
+  const std::int32_t count = VoteOn(catalogue::ImageCountVotes(*stream));
+  VoteOn(catalogue::PixelSizeVotes(*stream));
+  const auto readName = [&](std::int32_t i) { Require(Len(Globals::ReadXrayGetImageName(stream, i)) <= 5); };
+  for (std::int32_t i = 0; i <= std::min(count, 16); ++i) readName(i);
+  for (const std::int32_t i :
+       {count, std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::min()})
+    readName(i);
+  return 0;
+}
