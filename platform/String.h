@@ -4,6 +4,7 @@
 /// and out.
 
 #include <compare>
+#include <concepts>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -67,7 +68,7 @@ String EndOfLine();
 /// Whether the text is a plain decimal number: digits with an optional sign and point, blanks around it allowed.
 bool IsNumeric(const String& text);
 String Str(std::int64_t number);
-String Str(bool) = delete;
+String Str(std::same_as<bool> auto) = delete;
 /// The decimal number that the text begins with; 0 where it begins with none.
 double Val(const String& text);
 /// A whole number by a mask of "#" and "0": as many digits as the number has, with leading zeros up to the zeros of
