@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include "platform/Array.h"
+#include "platform/Numbers.h"
+#include "platform/Ref.h"
+#include "platform/String.h"
+
+namespace platform {
+namespace {
+
+TEST(Array, KeepsWhatStaysInRange) {
+  Array<int> values{1, 2, 3};
+  values.Redim(4);
+  EXPECT_EQ(values(2), 3);
+  EXPECT_EQ(values(4), 0);
+  values.Redim(0);
+  values.Redim(2);
+  EXPECT_EQ(values(0), 1);
+  EXPECT_EQ(values(2), 0) << "an entry that went out of range comes back with its start value";
+  values.Redim(-1);
+  EXPECT_TRUE(values.Empty());
+  EXPECT_THROW(values.Redim(-2), OutOfBoundsException);
+}
+
+TEST(Array, AppendsRemovesAndFinds) {
+  Array<String> names;
+  for (const char* name : {"Si", "fe", "Mg", "Fe"}) names.Append(name);
+  EXPECT_EQ(names.IndexOf("FE"), 1);
+  EXPECT_EQ(names.IndexOf("Al"), -1);
+  names.Sort();
+  EXPECT_TRUE(Join(names, " ").Identical("fe Fe Mg Si")) << "equal names keep their order";
+  names.Remove(0);
+  EXPECT_TRUE(names.Pop().Identical("Si"));
+  EXPECT_TRUE(Join(names, " ").Identical("Fe Mg"));
+  const Array<String> copy = names;
+  names(0) = "Al";
+  EXPECT_TRUE(copy(0).Identical("Fe"));
+}
+
+TEST(Array, ThrowsOnABadIndex) {
+  Array<int> values(1);
+  EXPECT_THROW(values(2), OutOfBoundsException);
+  EXPECT_THROW(values(-1), OutOfBoundsException);
+  EXPECT_THROW(values.Remove(2), OutOfBoundsException);
+  EXPECT_THROW(Array<int>().Pop(), OutOfBoundsException);
+  Array3<int> stack(1, 2, 3);
+  EXPECT_THROW(stack(0, 3, 0), OutOfBoundsException);
+  EXPECT_THROW(stack(0, 0, -1), OutOfBoundsException);
+  EXPECT_THROW(stack.Ubound(4), OutOfBoundsException);
+}
+
+TEST(Array, ResizesEveryDimension) {
+  Array3<int> stack(1, 2, 3);
+  for (int i = 0; i <= 1; ++i)
+    for (int x = 0; x <= 2; ++x)
+      for (int y = 0; y <= 3; ++y) stack(i, x, y) = 100 * i + 10 * x + y;
+  stack.Redim(2, 1, 4);
+  EXPECT_EQ(stack.Ubound(1), 2);
+  EXPECT_EQ(stack.Ubound(3), 4);
+  EXPECT_EQ(stack(1, 1, 3), 113);
+  EXPECT_EQ(stack(0, 1, 2), 12);
+  EXPECT_EQ(stack(1, 1, 4), 0);
+  EXPECT_EQ(stack(2, 0, 0), 0);
+  stack.Redim(2, -1, 4);
+  EXPECT_THROW(stack(0, 0, 0), OutOfBoundsException);
+}
+
+TEST(Ref, ThrowsWhenNilIsUsed) {
+  Ref<Array<int>> nothing;
+  EXPECT_THROW(nothing->Ubound(), NilObjectException);
+  EXPECT_EQ(nothing, nullptr);
+  const auto one = MakeRef<Array<int>>(3);
+  EXPECT_EQ(Ref(one), one);
+  EXPECT_EQ(one->Ubound(), 3);
+}
+
+TEST(Numbers, HaveAResultForEveryDouble) {
+  EXPECT_EQ(ToInt32(-2.9), -2);
+  EXPECT_EQ(ToInt32(1e10), 2147483647);
+  EXPECT_EQ(ToInt32(-1e300), -2147483647 - 1);
+  EXPECT_EQ(ToInt32(std::nan("")), 0);
+  EXPECT_EQ(Round(-2.5), -2.0);
+  EXPECT_EQ(Round(0.49999999999999994), 0.0);
+}
+
+}  // namespace
+}  // namespace platform

@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "platform/FolderItem.h"
+#include "tests/platform/Folder.h"
+
+namespace platform {
+namespace {
+
+TEST(FolderItem, ShowsComposedNamesAndKeepsTheBytesOfThePath) {
+  const Folder folder;
+  const FolderItem accented(folder.Write("Fe\u0301.tif", ""));
+  EXPECT_TRUE(accented.DisplayName().Identical("F\u00e9.tif"));
+  EXPECT_TRUE(accented.IsReadable());
+  const FolderItem foreign(folder.Write("M\xFCnze.tif", ""));
+  EXPECT_TRUE(foreign.DisplayName().Identical("M\uFFFDnze.tif"));
+  EXPECT_TRUE(foreign.IsReadable());
+  EXPECT_TRUE(FolderItem("/data/run7/").DisplayName().Identical("run7"));
+}
+
+TEST(FolderItem, KnowsItsPlace) {
+  const Folder folder;
+  const auto here = MakeRef<FolderItem>(folder.Path());
+  EXPECT_TRUE(here->Exists());
+  EXPECT_FALSE(here->IsReadable()) << "a folder is no file";
+  const auto child = here->Child("\u00b5m_(Fe).png");
+  EXPECT_FALSE(child->Exists());
+  EXPECT_FALSE(child->IsReadable());
+  EXPECT_EQ(child->Parent()->Path(), folder.Path());
+  EXPECT_EQ(child->Path().filename(), "\u00b5m_(Fe).png");
+  EXPECT_EQ(here->Child("/etc")->Path().parent_path(), folder.Path());
+  EXPECT_THROW(child->Child("Fe.png"), NilObjectException);
+  EXPECT_EQ(FolderItem("/").Parent(), nullptr);
+  EXPECT_EQ(FolderItem("/data/run7/").Parent()->Path(), "/data");
+  EXPECT_EQ(FolderItem("Fe.tif").Parent()->Path(), std::filesystem::current_path());
+}
+
+TEST(FolderItem, TakesTheHomeFolderWhereThereIsNoDesktop) {
+  const Folder home;
+  ASSERT_EQ(setenv("HOME", home.Path().c_str(), 1), 0);
+  ASSERT_EQ(setenv("XDG_CONFIG_HOME", (home.Path() / "none").c_str(), 1), 0);
+  EXPECT_EQ(DesktopFolder()->Path(), home.Path());
+  std::filesystem::create_directory(home.Path() / "Desktop");
+  EXPECT_EQ(DesktopFolder()->Path(), home.Path() / "Desktop");
+}
+
+TEST(BinaryStream, ReadsNumbersInBothOrders) {
+  const Folder folder;
+  const FolderItem item(folder.Write("map.xray", "\x01\x02\xFE\xFF\x05"));
+  EXPECT_EQ(item.OpenAsBinaryFile(true), nullptr);
+  const auto stream = item.OpenAsBinaryFile(false);
+  EXPECT_EQ(stream->ReadShort(), 0x0102);
+  stream->LittleEndian = true;
+  EXPECT_EQ(stream->ReadShort(), -2);
+  EXPECT_EQ(stream->ReadShort(), 0) << "one byte is no number";
+  EXPECT_EQ(stream->Position(), 6);
+  stream->Position(3);
+  EXPECT_EQ(stream->Read(std::numeric_limits<int>::max()), (std::vector<std::uint8_t>{0xFF, 0x05}));
+  stream->Position(-1);
+  EXPECT_TRUE(stream->Read(3).empty());
+  stream->Position(std::numeric_limits<std::int64_t>::max());
+  EXPECT_EQ(stream->ReadShort(), 0);
+  EXPECT_EQ(stream->Position(), std::numeric_limits<std::int64_t>::max());
+  stream->Position(0);
+  stream->Close();
+  EXPECT_EQ(stream->ReadShort(), 0);
+}
+
+TEST(BinaryStream, ReachesPastFourGigabytes) {
+  const Folder folder;
+  const auto path = folder.Write("large", "");
+  constexpr std::int64_t kFar = 5'000'000'000;
+  std::ofstream file(path, std::ios::binary);
+  file.seekp(kFar);
+  file << "Fe";
+  file.close();
+  const auto stream = BinaryStream::Open(path);
+  stream->Position(kFar);
+  EXPECT_EQ(stream->Read(9), (std::vector<std::uint8_t>{'F', 'e'}));
+}
+
+TEST(BinaryStream, IsNilForWhatIsNoFile) {
+  const Folder folder;
+  EXPECT_EQ(BinaryStream::Open(folder.Path()), nullptr);
+  EXPECT_EQ(BinaryStream::Open(folder.Path() / "none"), nullptr);
+}
+
+}  // namespace
+}  // namespace platform

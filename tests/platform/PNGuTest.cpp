@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <QImage>
+#include <csignal>
+#include <random>
+
+#include "platform/PNGu.h"
+#include "tests/platform/Folder.h"
+
+namespace platform {
+namespace {
+
+Ref<Picture> Noise(int width, int height) {
+  std::mt19937 random(11);
+  auto picture = NewPicture(width, height, 32);
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) picture->Pixels()(x, y) = random() & kWhite;
+  return picture;
+}
+
+bool Save(const std::filesystem::path& path, const Ref<Picture>& picture) {
+  return PNGu::SavePicture(MakeRef<FolderItem>(path), picture, -1.0F);
+}
+
+/// Whether the file decodes to the picture, three bytes a pixel.
+bool Holds(const std::filesystem::path& path, const Ref<Picture>& picture) {
+  const QImage image(path.c_str(), "PNG");
+  if (image.width() != picture->Width() || image.height() != picture->Height() || image.hasAlphaChannel()) return false;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if ((image.pixel(x, y) & kWhite) != picture->Pixels()(x, y)) return false;
+  return true;
+}
+
+/// Lets no file of this process grow beyond some bytes while it lives. The signal that comes with it is ignored, so
+/// that the write fails as it does on a full disk, or kills the process.
+class SmallFiles {
+ public:
+  explicit SmallFiles(void (*onLimit)(int)) : before_(std::signal(SIGXFSZ, onLimit)) {
+    getrlimit(RLIMIT_FSIZE, &limit_);
+    const rlimit small{20'000, limit_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~SmallFiles() {
+    setrlimit(RLIMIT_FSIZE, &limit_);
+    std::signal(SIGXFSZ, before_);
+  }
+
+ private:
+  void (*before_)(int);
+  rlimit limit_{};
+};
+
+TEST(SavePicture, WritesThePixelsAndReplacesTheFile) {
+  const Folder folder;
+  const auto path = folder.Write("run7_(Fe).png", "something else");
+  const int sizes[][2] = {{1, 1}, {3, 2}, {17, 5}, {1, 1000}, {257, 3}};
+  for (const auto& [width, height] : sizes) {
+    EXPECT_TRUE(Save(path, Noise(width, height)));
+    EXPECT_TRUE(Holds(path, Noise(width, height))) << width << ' ' << height;
+  }
+  EXPECT_TRUE(Save(path, MakeRef<Picture>(2, 1, std::vector<std::uint8_t>{7, 200})));
+  EXPECT_EQ(QImage(path.c_str()).pixel(1, 0) & kWhite, RGB(200, 200, 200));
+  EXPECT_EQ(folder.Count(), 1);
+}
+
+TEST(SavePicture, LeavesThePermissionsToTheUsersMask) {
+  const Folder folder;
+  const mode_t before = umask(027);
+  EXPECT_TRUE(Save(folder.Path() / "Fe.png", Noise(2, 2)));
+  umask(before);
+  struct stat status {};
+  ASSERT_EQ(stat((folder.Path() / "Fe.png").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0640u);
+}
+
+TEST(SavePicture, LeavesNothingBehindWhenItFails) {
+  const Folder folder;
+  EXPECT_FALSE(Save(folder.Path() / "gone" / "Fe.png", Noise(2, 2)));
+  EXPECT_FALSE(Save(folder.Path() / "Fe.png", NewPicture(0, 0, 32))) << "no PNG is empty";
+  std::filesystem::create_directory(folder.Path() / "taken");
+  EXPECT_FALSE(Save(folder.Path() / "taken", Noise(2, 2)));
+  EXPECT_EQ(folder.Count(), 1);
+  EXPECT_THROW(PNGu::SavePicture(nullptr, Noise(2, 2)), NilObjectException);
+  EXPECT_THROW(Save(folder.Path() / "Fe.png", nullptr), NilObjectException);
+}
+
+TEST(SavePicture, KeepsTheOldFileWhenTheDiskIsFull) {
+  const Folder folder;
+  const auto path = folder.Path() / "Fe.png";
+  ASSERT_TRUE(Save(path, Noise(5, 5)));
+  {
+    const SmallFiles small(SIG_IGN);
+    EXPECT_FALSE(Save(path, Noise(200, 200)));
+  }
+  EXPECT_TRUE(Holds(path, Noise(5, 5)));
+  EXPECT_EQ(folder.Count(), 1);
+}
+
+TEST(SavePicture, KeepsTheOldFileWhenTheProcessIsKilled) {
+  const Folder folder;
+  const auto path = folder.Path() / "Fe.png";
+  ASSERT_TRUE(Save(path, Noise(5, 5)));
+  const pid_t child = fork();
+  if (child == 0) {
+    const SmallFiles small(SIG_DFL);
+    Save(path, Noise(200, 200));
+    _exit(0);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFSIGNALED(status)) << "the process was to die in the middle of the file";
+  EXPECT_TRUE(Holds(path, Noise(5, 5)));
+  for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+    if (entry.path() != path) {
+      EXPECT_EQ(entry.path().filename().native().front(), '.');
+    }
+}
+
+TEST(SavePicture, FailsInAFolderThatMayNotBeWritten) {
+  if (geteuid() == 0) GTEST_SKIP() << "the superuser may write everywhere";
+  const Folder folder;
+  std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  EXPECT_FALSE(Save(folder.Path() / "Fe.png", Noise(2, 2)));
+  EXPECT_EQ(folder.Count(), 0);
+  std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_all);
+}
+
+}  // namespace
+}  // namespace platform

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include "platform/String.h"
+
+namespace platform {
+namespace {
+
+TEST(String, CountsCharactersAndKeepsThemThroughUtf8) {
+  const std::string text = "Gr\u00f6\u00dfe \u00b5 \U0001D538";
+  EXPECT_EQ(Len(text), 9);
+  EXPECT_EQ(String(text).Utf8(), text);
+  EXPECT_EQ(Asc(Mid(text, 9)), 0x1D538);
+}
+
+TEST(String, ReplacesEachByteThatIsNoUtf8) {
+  const auto decoded = [](std::string_view bytes) { return String(bytes).Characters(); };
+  EXPECT_EQ(decoded("a\xFF"
+                    "b\xC3"),
+            U"a\uFFFDb\uFFFD");
+  EXPECT_EQ(decoded("\xC0\xAF"), U"\uFFFD\uFFFD") << "overlong";
+  EXPECT_EQ(decoded("\xE0\x80\xAF"), U"\uFFFD\uFFFD\uFFFD") << "overlong";
+  EXPECT_EQ(decoded("\xED\xA0\x80"), U"\uFFFD\uFFFD\uFFFD") << "surrogate";
+  EXPECT_EQ(decoded("\xF4\x90\x80\x80"), U"\uFFFD\uFFFD\uFFFD\uFFFD") << "beyond the last plane";
+  EXPECT_EQ(decoded("\xE2\x82"
+                    "A"),
+            U"\uFFFD\uFFFDA")
+      << "cut short";
+  EXPECT_EQ(decoded("\xEF\xBF\xBF\xF4\x8F\xBF\xBF"), U"\uFFFF\U0010FFFF");
+  EXPECT_EQ(String(std::u32string{0xD800, 0x110000}).Utf8(), "\uFFFD\uFFFD");
+  const std::uint8_t bytes[] = {'S', 'i', 0xB5};
+  EXPECT_TRUE(String::FromBytes(bytes).Identical("Si\u00b5"));
+}
+
+TEST(String, ComparesWithoutLetterCase) {
+  EXPECT_EQ(String("FE"), String("fe"));
+  EXPECT_FALSE(String("FE").Identical("fe"));
+  EXPECT_EQ(String("\u00c4\u00d6\u00dc"), String("\u00e4\u00f6\u00fc"));
+  EXPECT_EQ(String("\u03a3"), String("\u03c2")) << "both sigmas fold to one";
+  EXPECT_NE(String("\u00df"), String("ss")) << "folding never changes the length";
+  EXPECT_LT(String("a"), String("B"));
+  EXPECT_GT(String("b"), String("A"));
+  EXPECT_LT(String("Fe"), String("feo"));
+  EXPECT_LT(String("Z"), String("\u00e4"));
+  EXPECT_LT(String("_"), String("Z")) << "order is that of the folded letter, here z";
+}
+
+TEST(String, TakesPieces) {
+  EXPECT_TRUE(Left("abc", 2).Identical("ab"));
+  EXPECT_TRUE(Left("abc", 9).Identical("abc"));
+  EXPECT_TRUE(Left("abc", -1).Empty());
+  EXPECT_TRUE(Right("abc", 2).Identical("bc"));
+  EXPECT_TRUE(Right("abc", 9).Identical("abc"));
+  EXPECT_TRUE(Right("abc", 0).Empty());
+  EXPECT_TRUE(Mid("abc", 2, 1).Identical("b"));
+  EXPECT_TRUE(Mid("abc", 2).Identical("bc"));
+  EXPECT_TRUE(Mid("abc", -5, 2).Identical("ab"));
+  EXPECT_TRUE(Mid("abc", 4, 1).Empty());
+  EXPECT_TRUE(Mid("abc", 2, -3).Empty());
+  EXPECT_TRUE(Mid("abc", 3, 2147483647).Identical("c"));
+}
+
+TEST(String, FindsAndSplitsWithoutLetterCase) {
+  EXPECT_EQ(InStr("map.TIF", ".tif"), 4);
+  EXPECT_EQ(InStr("aab", "ab"), 2);
+  EXPECT_EQ(InStr("ab", "abc"), 0);
+  EXPECT_EQ(InStr("", "a"), 0);
+  EXPECT_EQ(InStr("", ""), 1);
+  EXPECT_TRUE(NthField("FexMgXSi", "x", 2).Identical("Mg"));
+  EXPECT_TRUE(NthField("FexMgXSi", "x", 3).Identical("Si"));
+  EXPECT_TRUE(NthField("FexMgXSi", "x", 4).Empty());
+  EXPECT_TRUE(NthField("a,,b", ",", 2).Empty());
+  EXPECT_TRUE(NthField("a,,b", ",", 0).Empty());
+  EXPECT_TRUE(NthField("ab", "", 1).Identical("ab"));
+  EXPECT_TRUE(Join({"Fe", "Mg", "Si"}, ", ").Identical("Fe, Mg, Si"));
+  EXPECT_TRUE(Lowercase("F\u00c4.TIF").Identical("f\u00e4.tif"));
+}
+
+TEST(String, ReadsNumbers) {
+  for (const char* text : {"7", "-1", "+.5", " 3. ", "12.75"}) EXPECT_TRUE(IsNumeric(text)) << text;
+  for (const char* text : {"", " ", ".", "-", "1-", "1.2.3", "1 2", "a", "1e3", "\u0663"})
+    EXPECT_FALSE(IsNumeric(text)) << text;
+  EXPECT_EQ(Val("12.5 keV"), 12.5);
+  EXPECT_EQ(Val(" -3"), -3.0);
+  EXPECT_EQ(Val("1e3"), 1.0);
+  EXPECT_EQ(Val("inf"), 0.0);
+  EXPECT_EQ(Val("- 1"), 0.0);
+  EXPECT_EQ(Val(""), 0.0);
+}
+
+TEST(String, WritesNumbers) {
+  EXPECT_TRUE(Str(-9223372036854775807 - 1).Identical("-9223372036854775808"));
+  EXPECT_TRUE(Format(2, "00").Identical("02"));
+  EXPECT_TRUE(Format(100, "00").Identical("100"));
+  EXPECT_TRUE(Format(-7.5, "#00").Identical("-07")) << "halves go upward";
+  EXPECT_TRUE(Format(-0.4, "0").Identical("0"));
+  EXPECT_TRUE(Format(0.5, "#").Identical("1"));
+  EXPECT_TRUE(Format(1e300 * 1e300, "00").Identical("00"));
+  EXPECT_TRUE(Chr(31).Identical("\x1F"));
+  EXPECT_EQ(Asc(""), 0);
+  EXPECT_EQ(Asc(Chr(-1)), 0xFFFD);
+}
+
+}  // namespace
+}  // namespace platform
