@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <utility>
+#include <vector>
+
+#include "Messages.h"
+#include "catalogue/SpeciesNames.h"
+
+using platform::Array;
+using platform::String;
+using Names = Array<String>;
+
+namespace {
+
+std::string Text(const Names& names) {
+  return platform::Join(names, "|").Utf8();
+}
+
+struct Case {
+  Names names;
+  const char* shorts;
+  const char* common;
+};
+
+}  // namespace
+
+TEST(SpeciesNames, StripsWhatNamesHaveInCommon) {
+  const Case cases[] = {
+      {{"map_Fe.tif", "map_Mg.tif", "map_Si.tif"}, "Fe|Mg|Si", "map_tif"},
+      {{"MAP_Fe", "map_Mg"}, "Fe|Mg", "MAP"},
+      {{"Fe", "Mg"}, "Fe|Mg", "?"},
+      {{"map_Fe.tif", "map_F.tif"}, "e|?", "map_F_tif"},
+      {{"Fe map.tif"}, "Fe_map_tif", "Fe_map_tif"},
+      {{"x.tif", "X.tif", "y.tif"}, "x_tif|X_tif|y_tif", "x_tif"},
+      {{"Fe.tif", "Mg.png"}, "Fe_tif|Mg_png", "?"},
+      {{"Ca", "C"}, "a|?", "C"},                   // the back is read on beyond the short name: C and a differ
+      {{"aaXaa", "aaa"}, "X|?", "aaaa"},           // front and back overlap in the short name
+      {{"run Fe x", "run   x"}, "Fe|?", "run_x"},  // one blank is nothing
+      {{"", "a"}, "?|a", "?"},
+      {{"x.", "x,Fe"}, "|_Fe", "x"},
+      {{"Ä1", "ä2"}, "1|2", "Ä"},
+  };
+  for (const Case& c : cases) {
+    Names shorts(c.names.Ubound());
+    const String common = Globals::ShortNames(c.names, shorts);
+    EXPECT_EQ(Text(shorts), c.shorts) << Text(c.names);
+    EXPECT_EQ(common.Utf8(), c.common) << Text(c.names);
+  }
+  EXPECT_TRUE(Messages().empty());
+}
+
+TEST(SpeciesNames, ArraysOfDifferentSizeAreReportedAndLeftAlone) {
+  Names shorts{"kept"};
+  EXPECT_EQ(Globals::ShortNames({"a b", "c"}, shorts).Utf8(), "a_b");
+  EXPECT_EQ(Text(shorts), "kept");
+  EXPECT_EQ(std::exchange(Messages(), {}), std::vector<std::string>{"Error in ShortNames Function."});
+  EXPECT_THROW(Globals::ShortNames({}, shorts), platform::OutOfBoundsException);
+}
+
+// The process has a second of processor time and is still scanning when that is over.
+TEST(SpeciesNames, NamesThatNeverDifferAreScannedForEver) {
+  std::vector<pid_t> children;
+  for (const Names& names : {Names{"Mg", "Mgg"}, Names{"ab", "aab"}}) {  // in front, at the back
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      const rlimit oneSecond{1, 2};
+      const rlimit noDump{0, 0};
+      std::signal(SIGXCPU, SIG_DFL);
+      if (setrlimit(RLIMIT_CPU, &oneSecond) != 0 || setrlimit(RLIMIT_CORE, &noDump) != 0) _exit(2);
+      Names shorts(names.Ubound());
+      catalogue::StripCommon(names, shorts);
+      _exit(0);
+    }
+    children.push_back(child);
+  }
+  for (const pid_t child : children) {
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU) << status;
+  }
+}
+
+TEST(SpeciesNames, OneKnownExtensionGoes) {
+  EXPECT_EQ(Globals::RemoveExtension("a.tif.png").Utf8(), "a.tif");
+  EXPECT_EQ(Globals::RemoveExtension("MAP.XRay").Utf8(), "MAP");
+  EXPECT_EQ(Globals::RemoveExtension("a.gif").Utf8(), "a.gif");
+  EXPECT_EQ(Globals::RemoveExtension("tif").Utf8(), "tif");
+  EXPECT_EQ(Globals::RemoveExtension(".tif").Utf8(), "");
+}
+
+TEST(SpeciesNames, CleaningKeepsTheAllowedCharacters) {
+  EXPECT_EQ(Globals::CleanString("").Utf8(), "?");
+  EXPECT_EQ(Globals::CleanString(".").Utf8(), "");
+  EXPECT_EQ(Globals::CleanString("a b.c").Utf8(), "a_b_c");
+  EXPECT_EQ(Globals::CleanString("_a__b_").Utf8(), "_a_b");
+  EXPECT_EQ(Globals::CleanString("/:\\,=*'\"|;Fe").Utf8(), "_Fe");
+  EXPECT_EQ(Globals::CleanString("-+()[]{}&%$#@!?<>^~äÖßµ09é€x").Utf8(), "-+()[]{}&%$#@!?<>^~äÖßµ09_x");
+}
+
+TEST(SpeciesNames, MarksAtTheEndGo) {
+  Names names{"Fe_1", "Al27", "C12_3", "Si_28", "Mg123", "12", "7", "_x", "a_x", "Fe+", ""};
+  catalogue::NoUnderscoreExtensions(names);
+  EXPECT_EQ(Text(names), "Fe|Al|C|Si_|Mg1|1|7|_x|a|Fe+|");
+}
+
+// Finishes in the time of a test only if no step is quadratic.
+TEST(SpeciesNames, ManyLongNamesAreQuick) {
+  Names names;
+  for (int i = 0; i < 32767; ++i)
+    names.Append(String("a rather long name of a field of view, run 7, map ") + platform::Str(100000 + i) + ".tif");
+  Names shorts(names.Ubound());
+  // All numbers begin with "1", and the last digits differ.
+  EXPECT_EQ(catalogue::StripCommon(names, shorts).Utf8(), "a_rather_long_name_of_a_field_of_view_run_7_map_1_tif");
+  EXPECT_EQ(shorts(32766).Utf8(), "32766");
+}

@@ -1,0 +1,37 @@
+#include <gtest/gtest.h>
+
+#include "catalogue/SpeciesUnion.h"
+
+using platform::Array;
+using platform::String;
+
+TEST(SpeciesUnion, UnitesSortsAndTellsWhoHasWhat) {
+  const SpeciesUnion united = UniteSpecies({{"Si", "fe", "?", "?"}, {"Al", "FE", ""}, {}});
+  EXPECT_EQ(platform::Join(united.names, "|").Utf8(), "|?|Al|fe|Si");
+  const bool expected[3][5] = {{false, true, false, true, true},
+                               {false, false, true, true, false},  // nobody holds the empty name
+                               {false, false, false, false, false}};
+  ASSERT_EQ(united.exist.Ubound(1), 2);
+  ASSERT_EQ(united.exist.Ubound(2), 4);
+  for (int row = 0; row < 3; ++row)
+    for (int j = 0; j < 5; ++j) EXPECT_EQ(united.exist(row, j), expected[row][j]) << row << " " << j;
+  EXPECT_FALSE(united.allPresent);
+}
+
+TEST(SpeciesUnion, AllPresent) {
+  EXPECT_TRUE(UniteSpecies({}).allPresent);
+  EXPECT_EQ(UniteSpecies({}).exist.Ubound(1), -1);
+  EXPECT_TRUE(UniteSpecies({{"Fe", "Fe", "Mg"}, {"MG", "FE"}}).allPresent);
+  EXPECT_FALSE(UniteSpecies({{"Fe", ""}}).allPresent);
+}
+
+// Finishes in the time of a test only if nothing is quadratic.
+TEST(SpeciesUnion, ManyNamesAreQuick) {
+  std::vector<Array<String>> clusters(4);
+  for (int i = 0; i < 32767; ++i)
+    for (auto& cluster : clusters) cluster.Append(platform::Str(i));
+  const SpeciesUnion united = UniteSpecies(clusters);
+  EXPECT_EQ(united.names.Ubound(), 32766);
+  EXPECT_EQ(united.names(2).Utf8(), "10");
+  EXPECT_TRUE(united.allPresent);
+}
