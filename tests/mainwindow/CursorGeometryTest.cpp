@@ -1,0 +1,70 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "mainwindow/CursorGeometry.h"
+
+namespace {
+
+constexpr double kZooms[] = {0.5, 1, 2, 3, 4, 5};
+constexpr int kHighest = std::numeric_limits<int>::max();
+constexpr int kLowest = std::numeric_limits<int>::min();
+
+}  // namespace
+
+TEST(CursorGeometry, CanvasPositionsMeanImagePixels) {
+  EXPECT_EQ(ImagePixelAt(101, 40, 0.5), (Point{202, 80}));
+  EXPECT_EQ(ImagePixelAt(101, 40, 3), (Point{33, 13}));
+  EXPECT_EQ(ImagePixelAt(-1, -6, 5), (Point{-1, -2}));
+  EXPECT_EQ(ImagePixelAt(kHighest, kLowest, 0.5), (Point{kHighest, kLowest}));
+  EXPECT_EQ(CanvasSizeOf(255, 256, 0.5), (Size{127, 128}));
+}
+
+TEST(CursorGeometry, RestoredSquare) {
+  EXPECT_EQ(SquareUnderMark(100, 50, 0, 1), (RestoredSquare{94, 44, 14, 94, 44, 14}));
+  EXPECT_EQ(SquareUnderMark(101, 7, 40, 3), (RestoredSquare{20, -11, 28, 60, -33, 84}));
+  EXPECT_EQ(SquareUnderMark(101, 40, 5, 0.5), (RestoredSquare{190, 68, 27, 95, 34, 14}));
+  EXPECT_EQ(SquareUnderMark(3, 4, 0, 5), (RestoredSquare{-1, -1, 4, -5, -5, 20}));
+  for (const double zoom : kZooms)
+    for (const int extreme : {kHighest, kLowest}) SquareUnderMark(extreme, extreme, extreme, zoom);
+}
+
+// No trace of a mark may remain, whatever the zoom and the place.
+TEST(CursorGeometry, RestoredSquareCoversTheMark) {
+  for (const double zoom : kZooms)
+    for (const int radius : {0, 1, 4, 5, 6, 7, 41, 150})
+      for (int x = -20; x <= 40; ++x) {
+        const RestoredSquare square = SquareUnderMark(x, x + 7, radius, zoom);
+        const int reach = radius == 0 ? 6 : radius;
+        EXPECT_TRUE(square.dx <= x - reach && square.dx + square.de > x + reach) << zoom << " " << radius << " " << x;
+        EXPECT_TRUE(square.dy <= x + 7 - reach && square.dy + square.de > x + 7 + reach) << zoom << " " << radius;
+      }
+}
+
+TEST(CursorGeometry, Marks) {
+  const auto cross = SmallCross(10, 20);
+  EXPECT_EQ(cross[0], (Line{{8, 20}, {4, 20}}));
+  EXPECT_EQ(cross[1], (Line{{12, 20}, {16, 20}}));
+  EXPECT_EQ(cross[2], (Line{{10, 18}, {10, 14}}));
+  EXPECT_EQ(cross[3], (Line{{10, 22}, {10, 26}}));
+  EXPECT_EQ(SmallCross(kHighest, kLowest)[1].to.x, kHighest);
+  EXPECT_EQ(CircleAround(10, 20, 4).oval, (platform::Rect{6, 16, 9, 9}));
+  EXPECT_EQ(CircleAround(10, 20, 4).pen, 1);
+  EXPECT_EQ(CircleAround(10, 20, 5).pen, 2);
+}
+
+TEST(CursorGeometry, TicksChangeSizeAndColour) {
+  EXPECT_EQ(GrownCursorSize(10, 512, 512), 11);
+  EXPECT_EQ(GrownCursorSize(40, 512, 512), 42);
+  EXPECT_EQ(GrownCursorSize(150, 512, 512), 150);
+  EXPECT_EQ(GrownCursorSize(128, 256, 300), 128);
+  EXPECT_EQ(GrownCursorSize(40, 51, 300), 25);
+  EXPECT_EQ(ShrunkCursorSize(40), 38);
+  EXPECT_EQ(ShrunkCursorSize(100), 95);
+  EXPECT_EQ(ShrunkCursorSize(2), 1);
+  EXPECT_EQ(ShrunkCursorSize(1), 1);
+  EXPECT_EQ(NextCursorColor(0x808080), 0x000000u);
+  EXPECT_EQ(NextCursorColor(0x000000), 0xFFFFFFu);
+  EXPECT_EQ(NextCursorColor(0xFF0000), 0x808080u);
+  EXPECT_EQ(NextCursorColor(0x01FFFF), 0x000000u);
+}

@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <vector>
+
+#include "mainwindow/MedianMark.h"
+#include "mainwindow/Stroke.h"
+
+namespace {
+
+constexpr int kHighest = std::numeric_limits<int>::max();
+
+struct Drawing {
+  LineEnds x1, y1, x2, y2;
+  void Begin(Point p) { BeginStroke(x1, y1, x2, y2, p); }
+  void Extend(Point from, Point to) { ExtendStroke(x1, y1, x2, y2, from, to); }
+  bool Undo() { return UndoStroke(x1, y1, x2, y2); }
+  int Rows() const {
+    EXPECT_TRUE(x1.Ubound() == y1.Ubound() && x1.Ubound() == x2.Ubound() && x1.Ubound() == y2.Ubound());
+    return x1.Ubound() + 1;
+  }
+};
+
+std::vector<Point> Stamps(Point from, Point to) {
+  std::vector<Point> stamps;
+  ForEachStamp(from, to, [&](Point p) { stamps.push_back(p); });
+  return stamps;
+}
+
+int MedianOf(const std::vector<std::size_t>& levels) {
+  bool marked[256] = {};
+  for (const std::size_t level : levels) marked[level] = true;
+  return MedianMark(marked);
+}
+
+}  // namespace
+
+// A square of zoom by zoom positions means one pixel, at the borders of the image and left of it too.
+TEST(Stroke, PositionsRoundHalvesUpward) {
+  for (const int zoom : {1, 2, 3, 4, 5})
+    for (int pixel = -3; pixel <= 3; ++pixel)
+      for (int x = pixel * zoom; x < (pixel + 1) * zoom; ++x)
+        EXPECT_EQ(StrokePixelAt(x, -x, zoom).x, pixel) << x << " at " << zoom;
+  EXPECT_EQ(StrokePixelAt(3, -3, 0.5), (Point{6, -6}));
+  EXPECT_EQ(StrokePixelAt(kHighest, -kHighest, 0.5), (Point{kHighest, -kHighest - 1}));
+}
+
+TEST(Stroke, StampsOfAStep) {
+  const std::vector<Point> forth{{10, 10}, {11, 11}, {12, 11}, {13, 12}, {14, 12}, {15, 13},
+                                 {16, 13}, {17, 14}, {18, 14}, {19, 15}, {20, 15}};
+  EXPECT_EQ(Stamps({10, 10}, {20, 15}), forth);
+  // Halves go upward here too, so the way back differs.
+  const std::vector<Point> back{{20, 15}, {19, 15}, {18, 14}, {17, 14}, {16, 13}, {15, 13},
+                                {14, 12}, {13, 12}, {12, 11}, {11, 11}, {10, 10}};
+  EXPECT_EQ(Stamps({20, 15}, {10, 10}), back);
+  EXPECT_EQ(Stamps({kHighest - 1, -kHighest}, {kHighest, -kHighest}),
+            (std::vector<Point>{{kHighest - 1, -kHighest}, {kHighest, -kHighest}}));
+  EXPECT_EQ(StampAt({3, -2}, 5), (platform::Rect{15, -10, 5, 5}));
+  EXPECT_EQ(StampAt({3, -3}, 0.5), (platform::Rect{1, -1, 1, 1}));
+  EXPECT_EQ(StampAt({kHighest, 0}, 5).x, kHighest);
+}
+
+TEST(Stroke, UndoRemovesTheLastStroke) {
+  Drawing drawing;
+  EXPECT_FALSE(drawing.Undo());
+  drawing.Begin({1, 2});
+  drawing.Extend({1, 2}, {3, 4});
+  drawing.Begin({-9, 8});
+  EXPECT_EQ(drawing.x1(3), -10);
+  EXPECT_EQ(drawing.y2(4), 8);
+  ASSERT_EQ(drawing.Rows(), 5);
+  EXPECT_TRUE(drawing.Undo());
+  EXPECT_EQ(drawing.Rows(), 3);
+  EXPECT_EQ(drawing.y2(2), 4);
+  EXPECT_TRUE(drawing.Undo());
+  EXPECT_EQ(drawing.Rows(), 0);
+}
+
+TEST(Stroke, UndoStopsAtARowThatAddsUpToTheMarker) {
+  Drawing drawing;
+  drawing.Begin({0, 0});
+  drawing.Extend({0, 0}, {-30, -10});
+  // Adds up to -40 in 32 bits, to far more in truth.
+  drawing.Extend({kHighest, kHighest}, {kHighest, 2147483611});
+  drawing.Extend({-30, -10}, {5, 5});
+  EXPECT_TRUE(drawing.Undo());
+  EXPECT_EQ(drawing.Rows(), 2);
+  EXPECT_TRUE(drawing.Undo());
+  EXPECT_EQ(drawing.Rows(), 0);
+
+  // A press at such a place leaves its marker, and a lone marker stays.
+  drawing.Begin({-20, 0});
+  EXPECT_TRUE(drawing.Undo());
+  EXPECT_EQ(drawing.Rows(), 1);
+  EXPECT_FALSE(drawing.Undo());
+}
+
+TEST(MedianMark, IsTheMiddleMarkOrTheTruncatedMeanOfTwo) {
+  EXPECT_EQ(MedianOf({}), 0);
+  EXPECT_EQ(MedianOf({100}), 100);
+  EXPECT_EQ(MedianOf({10, 21}), 15);
+  EXPECT_EQ(MedianOf({0, 1, 255}), 1);
+  EXPECT_EQ(MedianOf({3, 200, 255, 254}), 227);
+  std::vector<std::size_t> all(256);
+  for (std::size_t i = 0; i < 256; ++i) all[i] = i;
+  EXPECT_EQ(MedianOf(all), 127);
+}

@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <vector>
+
+#include "mainwindow/WindowSizes.h"
+
+namespace {
+
+constexpr MainMeasures kOpening{{970, 552}, 60, {256, 256}};
+constexpr Size kCompositeOpening{296, 502};
+
+}  // namespace
+
+TEST(WindowSizes, MainGrowsWithTheImage) {
+  // 512 by 512: the strip from 298 to 554, the window from 552 to 808, as wide as before.
+  const MainChange once = FitMain(kOpening, 512, 512, 1);
+  EXPECT_EQ(once.canvas, (Size{512, 512}));
+  EXPECT_EQ(once.nameDown, 256);
+  EXPECT_EQ(once.stripDown, 256);
+  EXPECT_EQ(once.windowHeight, 808);
+  EXPECT_FALSE(once.windowWidth);
+
+  MainMeasures now = kOpening;
+  now.canvas = once.canvas;
+  const MainChange twice = FitMain(now, 512, 512, 2);
+  EXPECT_EQ(twice.windowHeight, 1320);
+  EXPECT_EQ(twice.windowWidth, 1104);
+  EXPECT_EQ(twice.stripDown, 512);
+
+  now.canvas = twice.canvas;
+  const MainChange back = FitMain(now, 256, 255, 0.5);
+  EXPECT_EQ(back.canvas, (Size{128, 127}));
+  EXPECT_EQ(back.nameDown, -897);
+  EXPECT_EQ(back.stripDown, -768);
+  EXPECT_EQ(back.windowHeight, 552);
+  EXPECT_EQ(back.windowWidth, 970);
+}
+
+TEST(WindowSizes, SmallImagesMoveOnlyTheName) {
+  for (const int side : {128, 0}) {
+    const MainChange change = FitMain(kOpening, side, side, 1);
+    EXPECT_EQ(change.nameDown, side - 256);
+    EXPECT_EQ(change.stripDown, 0);
+    EXPECT_FALSE(change.windowHeight || change.windowWidth);
+  }
+  EXPECT_FALSE(FitMain(kOpening, 890, 256, 1).windowWidth);
+  EXPECT_EQ(FitMain(kOpening, 891, 256, 1).windowWidth, 971);
+  EXPECT_EQ(FitMain(kOpening, 1 << 30, 1, 5).windowWidth, 2147483647);
+}
+
+TEST(WindowSizes, CompositeKeepsItsLeastSize) {
+  const auto large = FitComposite(kCompositeOpening, {256, 256}, 256, 256, 2);
+  ASSERT_TRUE(large);
+  EXPECT_EQ(large->window, (Size{552, 758}));
+  EXPECT_EQ(large->canvas, (Size{512, 512}));
+  EXPECT_FALSE(FitComposite(kCompositeOpening, large->canvas, 256, 256, 2));
+  const auto small = FitComposite(kCompositeOpening, {256, 256}, 256, 256, 0.5);
+  ASSERT_TRUE(small);
+  EXPECT_EQ(small->window, kCompositeOpening);
+  EXPECT_EQ(small->canvas, (Size{128, 128}));
+  // 257.5 by 255 pixels of canvas: never equal to a whole size, so set each time.
+  const auto half = FitComposite(kCompositeOpening, {257, 255}, 515, 510, 0.5);
+  ASSERT_TRUE(half);
+  EXPECT_EQ(half->window, (Size{297, 502}));
+  EXPECT_EQ(half->canvas, (Size{257, 255}));
+}
+
+TEST(WindowSizes, SpeciesWindowsHaveAMargin) {
+  const WindowFit fit = SpeciesWindowFit(255, 254, 0.5);
+  EXPECT_EQ(fit.window, (Size{129, 128}));
+  EXPECT_EQ(fit.canvas, (Size{127, 127}));
+  EXPECT_TRUE(FitSpeciesWindow(fit.canvas, 255, 254, 0.5));
+  EXPECT_FALSE(FitSpeciesWindow({256, 100}, 256, 100, 1));
+}
+
+// A screen of 600 by 620 with a menu bar of 20 above: two windows a row, two rows, and no room for a third.
+TEST(WindowSizes, SpeciesWindowsFillRowsFromTheBottomLeft) {
+  const ScreenArea screen{10, 20, 600, 620};
+  const Size window{258, 257};
+  PlacementCursor cursor = FirstPlace(screen);
+  std::vector<std::optional<Point>> places;
+  for (int i = 0; i < 6; ++i) {
+    const Placement placement = PlaceSpeciesWindow(cursor, screen, window);
+    places.push_back(placement.place);
+    cursor = placement.next;
+  }
+  const std::vector<std::optional<Point>> expected{Point{10, 383},  Point{268, 383}, Point{10, 104},
+                                                   Point{268, 104}, std::nullopt,    std::nullopt};
+  EXPECT_EQ(places, expected);
+
+  // The highest row that fits touches the top with its title.
+  EXPECT_TRUE(PlaceSpeciesWindow({10, 20 + 257 + 22}, screen, window).place);
+  EXPECT_FALSE(PlaceSpeciesWindow({10, 20 + 257 + 21}, screen, window).place);
+  // A window wider than the screen wraps at once and stands a row higher.
+  EXPECT_EQ(PlaceSpeciesWindow(FirstPlace(screen), screen, {601, 100}).place, (Point{10, 418}));
+}
