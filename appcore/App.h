@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Application.h"
+
+/// The application: start-up, the state of the menus, and the commands that belong to no single window.
+class App : public platform::Application {
+ public:
+  App();
+  /// The one application object; it is made by _Main.
+  static App& Instance();
+
+  void Event_Open() override;
+  void Event_EnableMenuItems() override;
+
+  // Check marks of the menus.
+  void UncheckAllColors();
+  void UncheckAllSmooth();  ///< the raw image and levels 1 to 5 only; the higher levels keep their marks
+  void UncheckAllZoom();
+
+  /// Fits Main, WindowRGB and all species windows to the size of the stack and the zoom.
+  void ResizeWindows();
+  /// Smooths the stack at a level and shows the result.
+  void SmoothChanged(std::int32_t level);
+  /// Repaints every map at once: Main's, the composite and all species windows.
+  void RefreshAllMaps();
+
+  /// Registers the handlers of the commands below by the names of their items.
+  void AddMenuHandlers();
+
+  bool _FileQuit_Action();
+  bool _AppleAbout_Action();
+  bool _FileNewClear_Action();
+  bool _MenuWindowOverview_Action();
+  bool _MenuWindowMain_Action();
+  bool _MenuWindowRGB_Action();
+  bool _Window100_Action();
+  bool _Window50_Action();
+  bool _window200_Action();
+  bool _window300_Action();
+  bool _window400_Action();
+  bool _optionsrawImage_Action();
+  bool _optionsSmooth1_Action();
+  bool _optionsSmooth2_Action();
+  bool _optionsSmooth3_Action();
+  bool _optionsSmooth4_Action();
+  bool _optionsSmooth5_Action();
+  bool _FileChangeSaveLocation_Action();
+  bool _SizeExact_Action();
+  bool _Window500_Action();
+  bool _OptionsSmooth25_Action();
+  bool _OptionsSmooth20_Action();
+  bool _OptionsSmooth15_Action();
+  bool _OptionsSmooth10_Action();
+
+ private:
+  void SetZoom(double zoom, const char* item);
+  void SetSmoothing(std::int32_t level, const char* item);
+};
+
+/// The program: makes the global arrays, the file types, the application and the first window in their order, and runs
+/// the event loop. Returns the exit status.
+int _Main(int argc, char** argv);
+
+/// The same sequence up to the running event loop, with App's open event raised, for programs that drive the windows
+/// themselves. The application object lives as long as the returned one.
+class StartedApp {
+ public:
+  StartedApp(int& argc, char** argv);
+  ~StartedApp();
+  App& app() { return *app_; }
+
+ private:
+  App* app_;
+};

@@ -1,0 +1,67 @@
+// How a drop becomes rows of the catalogue.
+
+#include <utility>
+
+#include "appcore/Globals.h"
+#include "catalogue/MapFile.h"
+#include "catalogue/SpeciesNames.h"
+#include "catalogue/WindowOverview.h"
+#include "platform/Dialogs.h"
+
+using namespace platform;
+
+namespace {
+
+void SortByDisplayName(Array<Ref<FolderItem>>& files) {
+  for (int i = 0; i <= files.Ubound(); ++i)
+    for (int j = i; j <= files.Ubound(); ++j)
+      if (files(i)->DisplayName() > files(j)->DisplayName()) std::swap(files(i), files(j));
+}
+
+}  // namespace
+
+void WindowOverview::AddCluster(const String& name) {
+  Globals::FileDropCount += 1;
+  ListBox1.AddRow(Str(Globals::FileDropCount));
+  const int row = ListBox1.ListCount() - 1;
+  ListBox1.Cell(row, kCluster, name);
+  ListBox1.CellTag(row, kCluster, false);
+}
+
+void WindowOverview::Event_DropObject(DragItem& items, int /*action*/) {
+  Array<Ref<FolderItem>> files;
+  do {
+    if (items.FolderItemAvailable() && items.FolderItem()->IsReadable()) files.Append(items.FolderItem());
+  } while (items.NextItem());
+
+  // A drop without a readable file has no first entry: the access fails here, with nothing added.
+  const bool mapFiles = Globals::IsXrayFile(files(0));
+  for (const Ref<FolderItem>& file : files) {
+    if (Globals::IsXrayFile(file) != mapFiles) {
+      MsgBox(
+          "You cannot drag a combination of \".xray\" and other files. Stay with one file type at a time and I won't "
+          "complain. Several files of the same type is OK, though.");
+      return;
+    }
+  }
+
+  auto& catalogue = Globals::ooo;
+  if (mapFiles) {
+    SortByDisplayName(files);
+    for (const Ref<FolderItem>& file : files) {
+      catalogue.Redim(catalogue.Ubound(1) + 1, std::max(0, catalogue.Ubound(2)));
+      catalogue(catalogue.Ubound(1), 0) = file;
+      AddCluster(Globals::RemoveExtension(file->DisplayName()));
+    }
+  } else {
+    catalogue.Redim(catalogue.Ubound(1) + 1, std::max(files.Ubound(), catalogue.Ubound(2)));
+    Array<String> fullNames;
+    for (int i = 0; i <= files.Ubound(); ++i) {
+      catalogue(catalogue.Ubound(1), i) = files(i);
+      fullNames.Append(Globals::RemoveExtension(files(i)->DisplayName()));
+    }
+    Array<String> shorts(fullNames.Ubound());
+    AddCluster(Globals::ShortNames(fullNames, shorts));
+  }
+  UpdateShortNames();
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Buttons.h"
+#include "platform/Displays.h"
+#include "platform/Listbox.h"
+#include "platform/Window.h"
+
+/// The list of all clusters, where work begins. Row r of ListBox1 is row r of Globals::ooo.
+///
+///   +--------------------------------------------------------------+
+///   | File/Cluster Name | Species Contained                        |
+///   | [x] garnet_A      | Al, Ca, Fe, K, Mg, Mn, Si, Ti            |   black: held, red: missing
+///   | [ ] garnet_B      | Al, Ca, Fe, K, Mg, Mn, Si, Ti            |
+///   +--------------------------------------------------------------+
+///   (Delete Selection)  Species in Red: Missing   [ ] Short Species Names
+class WindowOverview : public platform::SingletonWindow<WindowOverview> {
+ public:
+  WindowOverview();
+
+  platform::Listbox ListBox1;
+  platform::PushButton PBdeleteselection;
+  platform::StaticText STredmissing;
+  platform::CheckBox CBnoSpeciesExtensions;
+
+  // Columns of ListBox1.
+  static constexpr int kNumber = 0;   ///< number of the row in this state of the catalogue, unseen
+  static constexpr int kCluster = 1;  ///< name, with the box that shows the cluster
+  static constexpr int kSpecies = 2;
+
+  void Event_Open() override;
+  bool Event_CancelClose(bool appQuitting) override;
+  /// Takes in dropped files: pictures make one cluster together, map files one each.
+  void Event_DropObject(platform::DragItem& items, int action) override;
+
+  /// Rewrites names without a mark of one character behind an underscore and without up to two digits at the end.
+  void NoUnderscoreExtensions(platform::Array<platform::String>& names);
+  /// Derives species, union, existence table, row numbers and cells anew from the files of the catalogue.
+  void UpdateShortNames();
+  /// Unchecks all rows, without a change of what is on display.
+  void UncheckAll();
+  void Remove1Species(int row);
+  /// Removes the selected rows and brings the rest up to date.
+  void RemoveSpecies();
+  /// Has Main show the checked row, or nothing.
+  void CheckForDisplayFileChange();
+
+  void AddMenuHandlers();
+  bool _EditSelectAll_Action();
+  bool _FileClose_Action();
+
+ private:
+  void CreateControls();
+  platform::Array<platform::String> SpeciesOfCluster(int row);
+  void AddCluster(const platform::String& name);
+
+  void ListBox1_Open();
+  void ListBox1_Change();
+  bool ListBox1_HeaderPressed(int column);
+  bool ListBox1_CellTextPaint(platform::Graphics& g, int row, int column, int x, int y);
+  bool ListBox1_CellBackgroundPaint(platform::Graphics& g, int row, int column);
+  void ListBox1_CellAction(int row, int column);
+  void PBdeleteselection_Action();
+  void CBnoSpeciesExtensions_Action();
+};

@@ -1,0 +1,66 @@
+// The mix of three species: which ones, and every pixel of it.
+
+#include "appcore/Globals.h"
+#include "composite/Mixing.h"
+#include "composite/WindowRGB.h"
+#include "mainwindow/Main.h"
+#include "platform/Dialogs.h"
+#include "stack/CurveLUT.h"
+
+using namespace platform;
+
+void WindowRGB::LoadData() {
+  try {
+    Main& main = Main::Instance();
+    RGBready = false;
+    ExistsArray.Redim(0);
+    NameArray.Redim(-1);
+    for (PopM& menu : popM) {
+      menu.DeleteAllRows();
+      menu.AddRow("-None-");
+    }
+    ExistsArray(0) = -1;
+    for (std::int32_t i = 0; i <= main.TIFubound(); ++i) {
+      if (!main.TIFexists(i)) continue;
+      const String name = main.SpeciesLB.Cell(i, Main::kSpeciesColumn);
+      ExistsArray.Append(i);
+      NameArray.Append(name);
+      for (PopM& menu : popM) menu.AddRow(name);
+    }
+    if (ExistsArray.Ubound() >= kChannels) {
+      for (int i = 0; i < kChannels; ++i) popM[i].ListIndex(i + 1);
+    } else {
+      if (ExistsArray.Ubound() < 0) MsgBox("error in WindowRGB.open");
+      for (PopM& menu : popM) menu.ListIndex(0);
+    }
+    RGBimage = NewPicture(main.InTIFwidth, main.InTIFheight, 32);
+    drawRGBimage = NewPicture(main.InTIFwidth, main.InTIFheight, 32);
+    RGBrgbsurface = RGBimage->RGBSurface();
+    RGBready = true;
+    UpdateRGB();
+  } catch (...) {
+    MsgBox("exception in open");
+  }
+}
+
+void WindowRGB::UpdateRGB() {
+  if (!RGBready) return;
+  try {
+    Main& main = Main::Instance();
+    std::array<PlaneView<const std::int32_t>, kChannels> planes;
+    std::array<Curve, kChannels> curves;
+    for (std::size_t i = 0; i < kChannels; ++i) {
+      // A channel without a species reads the first one there is, through a table of zeros.
+      const int row = popM[i].ListIndex();
+      const int source = row == 0 ? 1 : row;
+      std::int32_t maximum = -1;
+      if (row != 0) maximum = CB_scale.Value() ? main.TIFmax(ExistsArray(row)) : 255;
+      Globals::CurveLUT(curves[i], sliderRGB[i].Value(), maximum);
+      planes[i] = std::as_const(main.TIFarray).Plane(ExistsArray(source));
+    }
+    MixPlanes(planes, curves, isRGB, RGBrgbsurface.Pixels());
+    Canvas1.Refresh(true);
+  } catch (...) {
+    MsgBox("exception in updatergb");
+  }
+}

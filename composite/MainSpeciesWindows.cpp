@@ -1,0 +1,51 @@
+// "Show All", "Update" and "Close All": a window for each species of the stack.
+
+#include "appcore/Globals.h"
+#include "composite/SpeciesWindow.h"
+#include "mainwindow/Main.h"
+#include "mainwindow/WindowSizes.h"
+#include "platform/Screen.h"
+#include "stack/ColorMapping.h"
+#include "stack/CurveLUT.h"
+
+using namespace platform;
+
+void Main::ShowAllSpecies() {
+  const Screen screen(0);
+  const ScreenArea area{screen.AvailableLeft(), screen.AvailableTop(), screen.AvailableWidth(),
+                        screen.AvailableHeight()};
+  PlacementCursor cursor = FirstPlace(area);
+  CloseAllSpeciesWindows();
+  for (std::int32_t i = 0; i <= TIFubound(); ++i) {
+    if (!TIFexists(i)) continue;
+    SpeciesWindow& window = New<SpeciesWindow>();
+    window.MyIndex = i;
+    window.MyImage = NewPicture(InTIFwidth, InTIFheight, 32);
+    window.drawMyImage = NewPicture(InTIFwidth, InTIFheight, 32);
+    const WindowFit fit = SpeciesWindowFit(InTIFwidth, InTIFheight, Globals::Zoom);
+    window.Apply(fit);
+    // A window that does not fit any more stays where the window system put it.
+    const Placement placement = PlaceSpeciesWindow(cursor, area, fit.window);
+    cursor = placement.next;
+    if (placement.place) {
+      window.Left(placement.place->x);
+      window.Top(placement.place->y);
+    }
+    window.Title(SpeciesTitle(i));
+    Curve curve;
+    Globals::CurveLUT(curve, Slider_colors.Value(), CB_ScaleUp.Value() ? TIFmax(i) : 255);
+    ColorPlane(TIFarray.Plane(i), ComposeColors(curve, Globals::LutRow(SelectedLUT)), window.MyImage->Pixels());
+  }
+}
+
+void Main::PB_AllSpecies_Action() {
+  ShowAllSpecies();
+}
+
+void Main::PB_SpeciesUpdate_Action() {
+  ShowAllSpecies();
+}
+
+void Main::PB_SpeciesClose_Action() {
+  CloseAllSpeciesWindows();
+}

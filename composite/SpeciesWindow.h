@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Canvas.h"
+#include "platform/Window.h"
+
+/// One species of the stack in a window of its own: a snapshot through the colours that were in force when it was
+/// opened. Any number of them stand side by side, under the linked cursor and the drawing.
+class SpeciesWindow : public platform::Window {
+ public:
+  SpeciesWindow();
+
+  std::int32_t MyIndex = 0;                      ///< stack index of the species
+  platform::Ref<platform::Picture> MyImage;      ///< the species in colour, size of the stack
+  platform::Ref<platform::Picture> drawMyImage;  ///< the same with the drawing on it, as last painted
+
+  platform::Canvas cv;
+
+  /// Fits the window to the size of the stack and the zoom; the picture stays as it is.
+  void WResize();
+  void Apply(const struct WindowFit& fit);
+  void cv_Paint(platform::Graphics& g);
+  void AddMenuHandlers() {}
+
+ private:
+  void CreateControls();
+};

@@ -1,0 +1,30 @@
+#include "mainwindow/Overlay.h"
+
+#include "appcore/Globals.h"
+#include "appcore/Menu.h"
+
+using namespace platform;
+
+namespace {
+
+void Compose(const Ref<Picture>& base, const Ref<Picture>& composed) {
+  Graphics g = composed->Graphics();
+  g.DrawPicture(base, 0, 0);
+  g.ForeColor = Globals::DrawColor;
+  g.UseOldRenderer = true;
+  for (int i = 0; i <= Globals::x1Draw.Ubound(); ++i)
+    g.DrawLine(Globals::x1Draw(i), Globals::y1Draw(i), Globals::x2Draw(i), Globals::y2Draw(i));
+}
+
+}  // namespace
+
+const Ref<Picture>& ShownPicture(const Ref<Picture>& base, const Ref<Picture>& composed) {
+  return Globals::ShowDraw ? composed : base;
+}
+
+void PaintMap(Graphics& g, const Ref<Picture>& base, const Ref<Picture>& composed) {
+  g.UseOldRenderer = Menu::SizeExact();
+  if (Globals::ShowDraw) Compose(base, composed);
+  const Ref<Picture>& shown = ShownPicture(base, composed);
+  g.DrawPicture(shown, 0, 0, g.Width(), g.Height(), 0, 0, base->Width(), base->Height());
+}

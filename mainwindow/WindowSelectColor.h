@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Buttons.h"
+#include "platform/Canvas.h"
+#include "platform/Displays.h"
+#include "platform/Window.h"
+
+/// The modal dialog in which the user picks the drawing colour. The caller sets selectedcolor, calls ShowModal, and
+/// takes selectedcolor over if NotCancelled is true then.
+///
+///   +-------------------------------+
+///   | [ sample bar      ] | (Other...) |
+///   | [ ] [ ] [ ] [ ]     |          |
+///   | [ ] [ ] [ ] [ ]     | (Cancel) |
+///   | [ ] [ ] [ ] [ ]     | (OK)     |
+///   +-------------------------------+
+class WindowSelectColor : public platform::SingletonWindow<WindowSelectColor> {
+ public:
+  WindowSelectColor();
+
+  platform::Array<std::int32_t> color12;  ///< the fields' colours, upper bound 11; index is column * 3 + row
+  platform::Color selectedcolor = platform::kBlack;
+  bool NotCancelled = false;
+
+  platform::Canvas Canvas1;
+  platform::PushButton PBok, PBcancel, PBother;
+  platform::Separator Separator1;
+
+  void Event_Open() override;
+  bool Event_CancelClose(bool appQuitting) override;
+  void AddMenuHandlers() {}
+  void OpenWindow() {}
+
+  void Canvas1_Paint(platform::Graphics& g);
+  bool Canvas1_MouseDown(int x, int y);
+  void PBok_Action();
+  void PBcancel_Action();
+  void PBother_Action();
+
+ private:
+  void CreateControls();
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Buttons.h"
+#include "platform/Listbox.h"
+#include "platform/Window.h"
+
+/// A list of numbered lines, for debugging. It comes up with the program when the constant in App.cpp says so.
+class TextLogWindow : public platform::SingletonWindow<TextLogWindow> {
+ public:
+  TextLogWindow();
+
+  std::int32_t LineNumber = 0;  ///< number of the last line written
+
+  platform::PushButton ClearButton;
+  platform::Listbox ListBox1;
+
+  /// Appends a line and keeps it in view.
+  void Add(const platform::String& text);
+
+  void Event_Open() override;
+  void AddMenuHandlers() {}
+  void ClearButton_Action();
+
+ private:
+  void CreateControls();
+};

@@ -1,0 +1,202 @@
+// From a row of the catalogue to the stack.
+
+#include "appcore/App.h"
+#include "appcore/Globals.h"
+#include "catalogue/SpeciesNames.h"
+#include "catalogue/WindowOverview.h"
+#include "composite/WindowRGB.h"
+#include "mainwindow/Main.h"
+#include "platform/Dialogs.h"
+#include "platform/Screen.h"
+#include "stack/LevelTaking.h"
+
+using namespace platform;
+
+/// The files of the cluster that is being loaded.
+struct Main::ClusterFiles {
+  Array<Ref<FolderItem>> bySpecies;  ///< entry j: the file of species j, or nil
+  Array<String> fullNames;           ///< of the files in their order
+  Array<String> shortNames;
+};
+
+void Main::Open_LoadNew(std::int32_t row) {
+  int code = 0;
+  try {
+    LoadCluster(row, code);
+  } catch (...) {
+    MsgBox("Error in Open_LoadNew." + EndOfLine() + "Code " + Str(code));
+    App::Instance().Quit();
+  }
+}
+
+void Main::LoadCluster(std::int32_t row, int& code) {
+  dbtimer = Ticks();
+  const auto showTime = [this] { Title(Title() + "  " + Str(Ticks() - dbtimer)); };
+  if (row < 0) {
+    Hide();
+    WindowRGB::Instance().Hide();
+    return showTime();
+  }
+  Visible(true);
+  const Listbox& rows = WindowOverview::Instance().ListBox1;
+  if (rows.Cell(row, WindowOverview::kNumber) == currFileNb) return showTime();
+
+  TIFready = false;
+  currFileNb = rows.Cell(row, WindowOverview::kNumber);
+  const int species = Globals::oooShortSpeciesNames.Ubound();
+  ClusterFiles files = GatherFiles(row);
+
+  code = 1;
+  MatchSpecies(row, files);
+
+  code = 2;
+  CheckFlags(files);
+  const int first = TIFexists.IndexOf(true);
+  if (first < 0) MsgBox("Nothing exists.");
+
+  code = 3;
+  // With no species at all this access fails, and so ends the load.
+  const Ref<Picture> opened = files.bySpecies(first)->OpenAsPicture();
+  InTIFwidth = opened->Width();
+  InTIFheight = opened->Height();
+  WResize();
+  WindowRGB::Instance().WResize();
+  Progress.Maximum(species + 1);
+  Progress.Value(1);
+  STstatus.Text("Loading Images ...");
+  ProgressShow();
+  currTIF = nullptr;
+
+  code = 4;
+  Show();
+  ResizeStack(species);
+  FillSpeciesRows(species);
+
+  code = 5;
+  const std::int32_t kept = SelectedRow >= 0 && SelectedRow <= species ? SelectedRow : 0;
+
+  code = 6;
+  SelectedRow = 0;
+  SpeciesLB.InvalidateCell(-1, -1);
+  Title(Str(Ticks() - dbtimer));
+  dbtimer = Ticks();
+  if (!LoadPictures(files, first, opened)) {
+    MsgBox("Cannot load images. All images have to be of the same pixel size.");
+    return;
+  }
+
+  code = 7;
+  if (SmoothLevel != 0) Smooth(SmoothLevel);
+  ProgressHide();
+  SpeciesLB.InvalidateCell(SelectedRow, -1);
+  SelectedRow = kept;
+  SpeciesLB.InvalidateCell(SelectedRow, -1);
+  Update_cvTIF();
+  TIFready = true;
+
+  code = 8;
+  showTime();
+}
+
+/// Which species the row has, and its files.
+Main::ClusterFiles Main::GatherFiles(std::int32_t row) {
+  const int species = Globals::oooShortSpeciesNames.Ubound();
+  ClusterFiles files;
+  files.bySpecies.Redim(species);
+  TIFexists.Redim(species);
+  for (int j = 0; j <= species; ++j) TIFexists(j) = Globals::oooSpeciesExist(row, j);
+  const auto& catalogue = Globals::ooo;
+  for (int c = 0; c <= catalogue.Ubound(2); ++c) {
+    if (!catalogue(row, c)) continue;
+    files.fullNames.Append(Globals::RemoveExtension(catalogue(row, c)->DisplayName()));
+    files.shortNames.Append(String());
+  }
+  return files;
+}
+
+/// Turns file order into species order.
+void Main::MatchSpecies(std::int32_t row, ClusterFiles& files) {
+  WindowOverview& overview = WindowOverview::Instance();
+  const String cluster = Globals::ShortNames(files.fullNames, files.shortNames);
+  if (overview.CBnoSpeciesExtensions.Value()) overview.NoUnderscoreExtensions(files.shortNames);
+  const String shown = overview.ListBox1.Cell(row, WindowOverview::kCluster);
+  if (cluster != shown) MsgBox("error in Main-Open_LoadNew");
+  FrameName = shown;
+  Title("Main (" + FrameName + ")-" + Str(Globals::ooo.Ubound(2)) + "   oooSpeciesExist " +
+        Str(Globals::oooSpeciesExist.Ubound(1)) + "-" + Str(Globals::oooSpeciesExist.Ubound(2)));
+  for (int j = 0; j <= files.bySpecies.Ubound(); ++j) {
+    const int place = files.shortNames.IndexOf(Globals::oooShortSpeciesNames(j));
+    if (place >= 0) files.bySpecies(j) = Globals::ooo(row, place);
+  }
+}
+
+/// Tells when the existence table and the files found disagree.
+void Main::CheckFlags(const ClusterFiles& files) {
+  String flags;
+  bool differ = false;
+  for (int j = 0; j <= TIFexists.Ubound(); ++j) {
+    const bool found = static_cast<bool>(files.bySpecies(j));
+    flags += tf(TIFexists(j)) + "-" + tf(found) + " ";
+    differ = differ || TIFexists(j) != found;
+  }
+  if (!differ) return;
+  MsgBox("Wrong TIFexist flags" + EndOfLine() + flags + EndOfLine() + Join(files.shortNames, ", ") + EndOfLine() +
+         Join(Globals::oooShortSpeciesNames, ", "));
+}
+
+void Main::ResizeStack(int species) {
+  const int right = InTIFwidth - 1;
+  const int bottom = InTIFheight - 1;
+  temp1.Redim(right, bottom);
+  temp2.Redim(right, bottom);
+  TIFmax.Redim(species);
+  RangeHi.Redim(PhaseUbound(), species);
+  RangeLo.Redim(PhaseUbound(), species);
+  currTIF = NewPicture(InTIFwidth, InTIFheight, 32);
+  drawcurrTIF = NewPicture(InTIFwidth, InTIFheight, 32);
+  currTIFrgb = currTIF->RGBSurface();
+  TIFarray.Redim(species, right, bottom);
+  TIFarrOriginal.Redim(species, right, bottom);
+  Clicks.Redim(PhaseUbound(), species, 255);
+}
+
+/// One row a species. Rows that were there keep their marks, also from another cluster.
+void Main::FillSpeciesRows(int species) {
+  if (SpeciesLB.ListCount() != species + 1) {
+    for (int j = SpeciesLB.ListCount(); j <= species; ++j) {
+      for (int p = 0; p <= PhaseUbound(); ++p) {
+        RangeLo(p, j) = 0;
+        RangeHi(p, j) = 255;
+        for (int k = 0; k <= 255; ++k) Clicks(p, j, k) = false;
+      }
+    }
+    SpeciesLB.DeleteAllRows();
+    for (int j = 0; j <= species; ++j) SpeciesLB.AddRow(Str(j + 1));
+  }
+  for (int j = 0; j <= species; ++j) SpeciesLB.Cell(j, kSpeciesColumn, Globals::oooShortSpeciesNames(j));
+}
+
+/// Reads every file into the stack, showing each as it comes; false if one is not of the size of the first. Each file
+/// is decoded once; `opened` is the picture of species `first`.
+bool Main::LoadPictures(const ClusterFiles& files, int first, const Ref<Picture>& opened) {
+  for (int j = 0; j <= files.bySpecies.Ubound(); ++j) {
+    TIFmax(j) = -1;
+    if (TIFexists(j)) {
+      const Ref<Picture> picture = j == first ? opened : files.bySpecies(j)->OpenAsPicture();
+      if (picture->Width() != InTIFwidth || picture->Height() != InTIFheight) return false;
+      TIFmax(j) = TakeLevels(*picture, Globals::LutRow(SelectedLUT), TIFarray.Plane(j), TIFarrOriginal.Plane(j),
+                             currTIFrgb.Pixels());
+      ShowLoadedSpecies(j);
+    }
+    Progress.Value(j + 1);
+    Progress.Refresh();
+  }
+  return true;
+}
+
+void Main::ShowLoadedSpecies(std::int32_t species) {
+  SpeciesLB.InvalidateCell(SelectedRow, -1);
+  SelectedRow = species;
+  SpeciesLB.InvalidateCell(SelectedRow, -1);
+  cvTIF.Refresh();
+}

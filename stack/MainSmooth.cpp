@@ -1,0 +1,104 @@
+// Smoothing of the whole stack.
+
+#include <algorithm>
+#include <vector>
+
+#include "mainwindow/Main.h"
+#include "platform/Dialogs.h"
+#include "platform/Numbers.h"
+#include "platform/Parallel.h"
+#include "stack/Smoothing.h"
+
+using namespace platform;
+
+namespace {
+
+/// The page and the selection that stood before smoothing, for the case that it fails on the way.
+class SmoothingGuard {
+ public:
+  explicit SmoothingGuard(Main& main) : main_(main), selectedRow_(main.SelectedRow) {}
+  ~SmoothingGuard() {
+    main_.SelectedRow = selectedRow_;
+    main_.ProgressHide();
+  }
+
+ private:
+  Main& main_;
+  std::int32_t selectedRow_;
+};
+
+void CopyLevels(PlaneView<const std::int32_t> from, PlaneView<std::int32_t> to, std::int32_t& maximum) {
+  for (int y = 0; y < from.height; ++y) {
+    std::copy_n(from.Row(y), from.width, to.Row(y));
+    maximum = std::max(maximum, *std::max_element(from.Row(y), from.Row(y) + from.width));
+  }
+}
+
+}  // namespace
+
+void Main::Smooth(std::int32_t level) {
+  SmoothLevel = level;
+  Progress.Maximum(SpeciesLB.ListCount() + 1);
+  Progress.Value(1);
+  STstatus.Text("Smoothing Images ...");
+  ProgressShow();
+  const SmoothingGuard guard(*this);
+  const std::int32_t startRow = SelectedRow;
+  const int count = TIFubound() + 1;
+
+  // From the species after the selected one, around, to the selected one, which so stays on the screen.
+  std::int32_t current = 0;
+  int smoothed = 0;  // steps of the walk whose planes are done; as many species are smoothed at once as there are cores
+  for (int k = 0; k < count; ++k) {
+    current = (k + startRow + 1) % count;
+    if (TIFexists(current)) {
+      if (level == 0) {
+        TIFmax(current) = -1;
+        CopyLevels(TIFarrOriginal.Plane(current), TIFarray.Plane(current), TIFmax(current));
+      } else if (level < 0) {
+        SmoothFromWorkPlane(current);
+      } else if (k >= smoothed) {
+        smoothed = SmoothFrom(k, startRow, level);
+      }
+    }
+    ShowSmoothedSpecies(current, k);
+  }
+  SelectedRow = startRow;
+  if (current != startRow) MsgBox("Wrong selection at end. 02310.");
+}
+
+int Main::SmoothFrom(int step, std::int32_t startRow, std::int32_t level) {
+  const int count = TIFubound() + 1;
+  std::vector<SmoothJob> jobs;
+  std::vector<std::int32_t> species;
+  for (; step < count && static_cast<int>(jobs.size()) < Parallelism(); ++step) {
+    const std::int32_t current = (step + startRow + 1) % count;
+    if (!TIFexists(current)) continue;
+    species.push_back(current);
+    jobs.push_back({TIFarrOriginal.Plane(current), TIFarray.Plane(current), -1});
+  }
+  SmoothPlanes(jobs, level);
+  for (std::size_t i = 0; i < jobs.size(); ++i) TIFmax(species[i]) = jobs[i].maximum;
+  return step;
+}
+
+/// A level below 0 runs no pass: what the second work plane holds becomes the map.
+void Main::SmoothFromWorkPlane(std::int32_t species) {
+  TIFmax(species) = -1;
+  for (int x = 0; x < InTIFwidth; ++x) {
+    for (int y = 0; y < InTIFheight; ++y) {
+      TIFarray(species, x, y) = ToInt32(temp2(x, y));
+      TIFmax(species) = ToInt32(std::max<double>(TIFmax(species), temp2(x, y)));
+    }
+  }
+}
+
+void Main::ShowSmoothedSpecies(std::int32_t species, int step) {
+  const std::int32_t old = SelectedRow;
+  SelectedRow = species;
+  SpeciesLB.InvalidateCell(species, -1);
+  SpeciesLB.InvalidateCell(old, -1);
+  Progress.Value(step + 1);
+  Progress.Refresh();
+  Update_cvTIF();
+}
