@@ -1,0 +1,26 @@
+#pragma once
+/// From grey levels to colours: through the display curve, then through a colour table.
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+#include "platform/Color.h"
+#include "platform/PlaneView.h"
+#include "stack/DisplayCurve.h"
+
+using ColorTable = std::array<platform::Color, 256>;
+
+/// The colour of each grey level, curve and table in one step.
+struct LevelColors {
+  /// Stands for a level that the curve takes outside the table. No colour has a value in its upper byte.
+  static constexpr platform::Color kInvalid = 0xFF000000;
+  std::array<platform::Color, 256> colors;
+};
+
+LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> tableRow);
+
+/// Colours the part that `levels` and `target` have in common. A level outside 0 to 255, or one that the curve takes
+/// outside the table, throws OutOfBoundsException; what has been coloured until then stays.
+void ColorPlane(platform::PlaneView<const std::int32_t> levels, const LevelColors& colors,
+                platform::PlaneView<platform::Color> target);

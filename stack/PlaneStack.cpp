@@ -1,0 +1,108 @@
+#include "stack/PlaneStack.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
+
+#include "platform/Errors.h"
+
+namespace {
+
+/// Levels from one row to the next: whole cache lines, and never a multiple of 4 KB. At such a distance the rows that a
+/// 3 by 3 filter reads and writes together fall on the same lines of the cache.
+constexpr std::size_t Pitch(int width) {
+  constexpr std::size_t line = 64 / sizeof(PlaneStack::Level);
+  const std::size_t pitch = (static_cast<std::size_t>(width) + line - 1) / line * line;
+  return pitch % (4096 / sizeof(PlaneStack::Level)) == 0 ? pitch + line : pitch;
+}
+
+}  // namespace
+
+void PlaneStack::Free::operator()(Level* memory) const {
+  std::free(memory);
+}
+
+PlaneStack::Memory PlaneStack::Allocate(int width, int height) {
+  const std::size_t size = Pitch(width) * static_cast<std::size_t>(height) * sizeof(Level);
+  if (size == 0) return {};
+  // calloc leaves the pages of large memory to the system, which hands them out, zeroed, at the first touch.
+  Memory memory(static_cast<Level*>(std::calloc(size, 1)));
+  if (!memory) throw std::bad_alloc();
+#ifdef __linux__
+  // A page of 2 MB is handed out ten times faster than its 512 small ones. This is advice; it may be refused.
+  constexpr std::uintptr_t hugePage = std::uintptr_t{1} << 21;
+  const auto begin = reinterpret_cast<std::uintptr_t>(memory.get());
+  const auto first = (begin + 4095) & ~std::uintptr_t{4095};
+  if (size >= hugePage) madvise(reinterpret_cast<void*>(first), begin + size - first, MADV_HUGEPAGE);
+#endif
+  return memory;
+}
+
+int PlaneStack::Ubound(int dimension) const {
+  switch (dimension) {
+    case 1:
+      return static_cast<int>(planes_.size()) - 1;
+    case 2:
+      return width_ - 1;
+    case 3:
+      return height_ - 1;
+    default:
+      platform::ThrowOutOfBounds("dimension", dimension, 3);
+  }
+}
+
+void PlaneStack::Redim(int species, int x, int y) {
+  for (int bound : {species, x, y})
+    if (bound < -1) platform::ThrowOutOfBounds("Redim", bound, -1);
+  const int width = x + 1, height = y + 1;
+  const auto count = static_cast<std::size_t>(species + 1);
+
+  if (count < planes_.size()) planes_.resize(count);
+  if (width != width_ || height != height_) {
+    const auto sharedWidth = static_cast<std::size_t>(std::min(width, width_));
+    const auto sharedHeight = static_cast<std::size_t>(std::min(height, height_));
+    std::vector<Memory> resized(planes_.size());
+    for (std::size_t s = 0; s < planes_.size(); ++s) {
+      resized[s] = Allocate(width, height);
+      for (std::size_t row = 0; row < sharedHeight && sharedWidth > 0; ++row)
+        std::memcpy(resized[s].get() + row * Pitch(width), planes_[s].get() + row * Pitch(width_),
+                    sharedWidth * sizeof(Level));
+    }
+    planes_ = std::move(resized);
+    width_ = width;
+    height_ = height;
+  }
+  planes_.reserve(count);
+  while (planes_.size() < count) planes_.push_back(Allocate(width, height));
+}
+
+void PlaneStack::Check(int species, int x, int y) const {
+  if (species < 0 || species > Ubound(1)) platform::ThrowOutOfBounds("species", species, Ubound(1));
+  if (x < 0 || x >= width_) platform::ThrowOutOfBounds("x", x, width_ - 1);
+  if (y < 0 || y >= height_) platform::ThrowOutOfBounds("y", y, height_ - 1);
+}
+
+PlaneStack::Level& PlaneStack::operator()(int species, int x, int y) {
+  Check(species, x, y);
+  return Plane(species)(x, y);
+}
+
+PlaneStack::Level PlaneStack::operator()(int species, int x, int y) const {
+  Check(species, x, y);
+  return Plane(species)(x, y);
+}
+
+platform::PlaneView<PlaneStack::Level> PlaneStack::Plane(int species) {
+  if (species < 0 || species > Ubound(1)) platform::ThrowOutOfBounds("species", species, Ubound(1));
+  Level* data = planes_[static_cast<std::size_t>(species)].get();
+  return {data, width_, height_, static_cast<std::ptrdiff_t>(Pitch(width_))};
+}
+
+platform::PlaneView<const PlaneStack::Level> PlaneStack::Plane(int species) const {
+  return const_cast<PlaneStack*>(this)->Plane(species);
+}

@@ -1,0 +1,365 @@
+#include "stack/Smoothing.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cstddef>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "platform/Errors.h"
+#include "platform/Parallel.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "stack/Smoothing.cpp"
+#include <hwy/foreach_target.h>
+// The order matters: foreach_target.h comes first.
+#include <hwy/aligned_allocator.h>
+#include <hwy/highway.h>
+
+#ifndef VORNALITE_SMOOTHING_ONCE
+#define VORNALITE_SMOOTHING_ONCE
+
+// How a plane runs through. All passes go down the plane together, four rows at a step. A pass takes the four rows that
+// the pass before it has just made and the two rows before these, which it has kept, and makes four rows that lie one
+// row higher. So a step works in the cache nearest to the processor, and of the whole plane only two rows a pass are
+// alive at a time.
+//
+// The order of additions is part of the result. A value is the sum of its left, middle and right column, each from top
+// to bottom, added one after the other in doubles. Only the first pass may add in another order, because its sums are
+// whole numbers.
+
+constexpr int kStep = 4;
+/// Doubles of one cache line, which is also the widest vector used.
+constexpr int kLine = 8;
+/// Above this level values may be so small that the second part of a ninth is no normal number any more.
+constexpr int kMaximumLevelOfSplitNinth = 300;
+
+constexpr int RoundUp(int value, int unit) {
+  return (value + unit - 1) / unit * unit;
+}
+
+/// Rows of a block, from top to bottom. Each begins on a cache line and has a line to spare on both sides, so that
+/// whole vectors may be read one to the left, one to the right and past the end.
+template <int count>
+using Rows = std::array<double*, count>;
+
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace {
+namespace HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Doubles = hn::CappedTag<double, 4>;
+using V = hn::Vec<Doubles>;
+
+/// Correctly rounded division by 9.
+struct PlainNinth {
+  V operator()(V sum) const { return hn::Div(sum, hn::Set(Doubles(), 9.0)); }
+};
+
+#if HWY_NATIVE_FMA
+/// The same without a division. 1/9 is taken in two parts, rounded to double and the rest; the error of their sum is
+/// below 2^-108 of the quotient. A quotient s / 9 lies at least a 18th of its last place away from the middle between
+/// two doubles: s is a multiple of 8 last places of the quotient, 9 times a middle is an odd multiple of half of one,
+/// so the two differ by half a place or more. Hence the final rounding of the fused operation cannot go wrong, as long
+/// as the small product is not below the range of normal doubles.
+struct SplitNinth {
+  V operator()(V sum) const {
+    const Doubles d;
+    const V high = hn::Set(d, 0x1.c71c71c71c71cp-4);
+    const V low = hn::Set(d, 0x1.c71c71c71c71cp-58);
+    return hn::MulAdd(sum, high, hn::Mul(sum, low));
+  }
+};
+#else
+using SplitNinth = PlainNinth;
+#endif
+
+/// Four rows of the interior, without the first and last column. `in` begins one row above them.
+template <class Ninth>
+void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, int width, Ninth ninth) {
+  const Doubles d;
+  for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
+    V sum0, sum1, sum2, sum3;
+    {
+      const V a = hn::LoadU(d, in[0] + x - 1), b = hn::LoadU(d, in[1] + x - 1), c = hn::LoadU(d, in[2] + x - 1);
+      const V e = hn::LoadU(d, in[3] + x - 1), f = hn::LoadU(d, in[4] + x - 1), g = hn::LoadU(d, in[5] + x - 1);
+      sum0 = hn::Add(hn::Add(a, b), c);
+      sum1 = hn::Add(hn::Add(b, c), e);
+      sum2 = hn::Add(hn::Add(c, e), f);
+      sum3 = hn::Add(hn::Add(e, f), g);
+    }
+    for (int column = 0; column < 2; ++column) {
+      const V a = hn::LoadU(d, in[0] + x + column), b = hn::LoadU(d, in[1] + x + column);
+      const V c = hn::LoadU(d, in[2] + x + column), e = hn::LoadU(d, in[3] + x + column);
+      const V f = hn::LoadU(d, in[4] + x + column), g = hn::LoadU(d, in[5] + x + column);
+      sum0 = hn::Add(hn::Add(hn::Add(sum0, a), b), c);
+      sum1 = hn::Add(hn::Add(hn::Add(sum1, b), c), e);
+      sum2 = hn::Add(hn::Add(hn::Add(sum2, c), e), f);
+      sum3 = hn::Add(hn::Add(hn::Add(sum3, e), f), g);
+    }
+    hn::Store(ninth(sum0), d, out[0] + x);
+    hn::Store(ninth(sum1), d, out[1] + x);
+    hn::Store(ninth(sum2), d, out[2] + x);
+    hn::Store(ninth(sum3), d, out[3] + x);
+  }
+}
+
+template <class Ninth>
+void InteriorRow(const double* above, const double* here, const double* below, double* out, int width, Ninth ninth) {
+  const Doubles d;
+  for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
+    V sum = hn::Add(hn::Add(hn::LoadU(d, above + x - 1), hn::LoadU(d, here + x - 1)), hn::LoadU(d, below + x - 1));
+    for (int column = 0; column < 2; ++column) {
+      sum = hn::Add(sum, hn::LoadU(d, above + x + column));
+      sum = hn::Add(sum, hn::LoadU(d, here + x + column));
+      sum = hn::Add(sum, hn::LoadU(d, below + x + column));
+    }
+    hn::Store(ninth(sum), d, out + x);
+  }
+}
+
+/// The top or bottom row, without the corners: `twice` counts 2, `once` counts 1.
+template <class Ninth>
+void EdgeRow(const double* twice, const double* once, double* out, int width, Ninth ninth) {
+  const Doubles d;
+  const V two = hn::Set(d, 2.0);
+  for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
+    V sum = hn::Add(hn::Mul(two, hn::LoadU(d, twice + x - 1)), hn::LoadU(d, once + x - 1));
+    for (int column = 0; column < 2; ++column) {
+      sum = hn::Add(sum, hn::Mul(two, hn::LoadU(d, twice + x + column)));
+      sum = hn::Add(sum, hn::LoadU(d, once + x + column));
+    }
+    hn::Store(ninth(sum), d, out + x);
+  }
+}
+
+/// First and last value of an interior row. The left column of the sum comes first on either side.
+inline void RowEnds(const double* above, const double* here, const double* below, double* out, int last) {
+  out[0] = (2.0 * above[0] + 2.0 * here[0] + 2.0 * below[0] + above[1] + here[1] + below[1]) / 9.0;
+  out[last] =
+      (above[last - 1] + here[last - 1] + below[last - 1] + 2.0 * above[last] + 2.0 * here[last] + 2.0 * below[last]) /
+      9.0;
+}
+
+/// Both corners of the edge row `here`; `inner` is the row next to it.
+inline void Corners(const double* here, const double* inner, double* out, int last) {
+  out[0] = (4.0 * here[0] + 2.0 * here[1] + 2.0 * inner[0] + inner[1]) / 9.0;
+  out[last] = (4.0 * here[last] + 2.0 * here[last - 1] + 2.0 * inner[last] + inner[last - 1]) / 9.0;
+}
+
+/// One pass makes the rows from `top` on, as far as they lie in the plane. `in` begins one row above them.
+template <class Ninth>
+void PassStep(const Rows<kStep + 2>& in, const Rows<kStep>& out, int top, int width, int height, Ninth ninth) {
+  const int last = width - 1;
+  const bool allInterior = top > 0 && top + kStep < height;
+  if (allInterior) InteriorRows(in, out, width, ninth);
+  for (std::size_t i = 0; i < kStep; ++i) {
+    const int y = top + static_cast<int>(i);
+    const double *above = in[i], *here = in[i + 1], *below = in[i + 2];
+    if (y == 0) {
+      EdgeRow(here, below, out[i], width, ninth);
+      Corners(here, below, out[i], last);
+    } else if (y == height - 1) {
+      EdgeRow(above, here, out[i], width, ninth);
+      Corners(here, above, out[i], last);
+    } else if (y > 0 && y < height) {
+      if (!allInterior) InteriorRow(above, here, below, out[i], width, ninth);
+      RowEnds(above, here, below, out[i], last);
+    }
+  }
+}
+
+using Integers = hn::CappedTag<std::int32_t, 2 * kLine>;
+
+/// The sums of a pass over the original, exact in whole numbers: first down the columns, then three columns together.
+class FirstPass {
+ public:
+  /// `columns` has room for a row with a line to spare on both sides.
+  FirstPass(platform::PlaneView<const std::int32_t> original, std::int32_t* columns)
+      : original_(original), columns_(columns) {}
+
+  /// Hands the sums of row y, three columns side by side, to `row`; they are the neighbours of row[x], from x - 1 to
+  /// x + 1.
+  const std::int32_t* ColumnSums(int y) const {
+    const int width = original_.width, height = original_.height;
+    const std::int32_t* here = original_.Row(y);
+    if (y == 0)
+      Weigh(here, here, original_.Row(1));
+    else if (y == height - 1)
+      Weigh(original_.Row(y - 1), original_.Row(y - 1), here);
+    else
+      Weigh(original_.Row(y - 1), here, original_.Row(y + 1));
+    columns_[-1] = columns_[0];
+    columns_[width] = columns_[width - 1];
+    return columns_;
+  }
+
+  /// Sum of the first and the last value of the bottom row, which are no sums of the columns above.
+  std::int32_t BottomCornerSum(int x) const {
+    const std::int32_t* here = original_.Row(original_.height - 1);
+    const std::int32_t* inner = original_.Row(original_.height - 2);
+    const int next = x == 0 ? 1 : x - 1;
+    return 4 * here[x] + 2 * here[next] + 2 * inner[x] + inner[next];
+  }
+
+ private:
+  void Weigh(const std::int32_t* a, const std::int32_t* b, const std::int32_t* c) const {
+    const Integers d;
+    const int width = original_.width, lanes = static_cast<int>(hn::Lanes(d));
+    int x = 0;
+    for (; x + lanes <= width; x += lanes)
+      hn::Store(hn::Add(hn::Add(hn::LoadU(d, a + x), hn::LoadU(d, b + x)), hn::LoadU(d, c + x)), d, columns_ + x);
+    for (; x < width; ++x) columns_[x] = a[x] + b[x] + c[x];
+  }
+
+  platform::PlaneView<const std::int32_t> original_;
+  std::int32_t* columns_;
+};
+
+/// The first pass makes the rows from `top` on, as far as they lie in the plane.
+template <class Ninth>
+void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, int width, int height, Ninth ninth) {
+  const Doubles d;
+  const hn::Rebind<std::int32_t, Doubles> narrow;
+  for (int y = top; y < std::min(top + kStep, height); ++y) {
+    const std::int32_t* sums = first.ColumnSums(y);
+    double* row = out[static_cast<std::size_t>(y - top)];
+    for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
+      const auto sum = hn::Add(hn::Add(hn::LoadU(narrow, sums + x - 1), hn::LoadU(narrow, sums + x)),
+                               hn::LoadU(narrow, sums + x + 1));
+      hn::Store(ninth(hn::PromoteTo(d, sum)), d, row + x);
+    }
+    if (y == height - 1) {
+      row[0] = first.BottomCornerSum(0) / 9.0;
+      row[width - 1] = first.BottomCornerSum(width - 1) / 9.0;
+    }
+  }
+}
+
+/// Truncates the rows from `top` on into the result, as far as they lie in it, and raises `maximum` to their largest
+/// level.
+void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::int32_t> result, int top, int& maximum) {
+  const Doubles d;
+  const hn::Rebind<std::int32_t, Doubles> narrow;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  auto largest = hn::Set(narrow, maximum);
+  for (int y = std::max(top, 0); y < std::min(top + kStep, result.height); ++y) {
+    const double* in = rows[static_cast<std::size_t>(y - top)];
+    std::int32_t* out = result.Row(y);
+    int x = 0;
+    for (; x + lanes <= result.width; x += lanes) {
+      const auto levels = hn::DemoteTo(narrow, hn::Load(d, in + x));
+      largest = hn::Max(largest, levels);
+      hn::StoreU(levels, narrow, out + x);
+    }
+    for (; x < result.width; ++x) {
+      out[x] = static_cast<std::int32_t>(in[x]);
+      maximum = std::max(maximum, out[x]);
+    }
+  }
+  maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(narrow, largest)));
+}
+
+/// One pass and nothing more needs no doubles: a whole number divided by 9 and truncated is the same in both.
+void SmoothOnce(SmoothJob& job, const FirstPass& first) {
+  const Integers d;
+  // 7282 is 65536 / 9 rounded up; for sums of up to 9 * 255 the excess does not reach the next whole number.
+  const auto ninth = hn::Set(d, 7282);
+  const int width = job.original.width, height = job.original.height, lanes = static_cast<int>(hn::Lanes(d));
+  auto largest = hn::Set(d, -1);
+  int maximum = -1;
+  for (int y = 0; y < height; ++y) {
+    const std::int32_t* sums = first.ColumnSums(y);
+    std::int32_t* out = job.smoothed.Row(y);
+    const bool bottom = y == height - 1;
+    int x = 0;
+    for (; x + lanes <= width && !bottom; x += lanes) {
+      const auto sum = hn::Add(hn::Add(hn::LoadU(d, sums + x - 1), hn::Load(d, sums + x)), hn::LoadU(d, sums + x + 1));
+      const auto levels = hn::ShiftRight<16>(hn::Mul(sum, ninth));
+      largest = hn::Max(largest, levels);
+      hn::StoreU(levels, d, out + x);
+    }
+    for (; x < width; ++x) {
+      const bool corner = bottom && (x == 0 || x == width - 1);
+      out[x] = (corner ? first.BottomCornerSum(x) : sums[x - 1] + sums[x] + sums[x + 1]) / 9;
+      maximum = std::max(maximum, out[x]);
+    }
+  }
+  job.maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(d, largest)));
+}
+
+template <class Ninth>
+void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth ninth) {
+  const int width = job.original.width, height = job.original.height;
+
+  // Rows a multiple of 4 KB apart would compete for the same lines of the cache.
+  std::size_t stride = static_cast<std::size_t>(RoundUp(width, kLine) + 2 * kLine);
+  if (stride % 512 == 0) stride += kLine;
+  const std::size_t repeats = static_cast<std::size_t>(level) - 1;
+  const std::size_t rowCount = 2 * repeats + 2 * kStep;
+  const auto memory = hwy::AllocateAligned<double>(rowCount * stride);
+  if (!memory) throw std::bad_alloc();
+  std::fill_n(memory.get(), rowCount * stride, 0.0);
+  double* nextRow = memory.get() + kLine;
+  const auto takeRow = [&] { return std::exchange(nextRow, nextRow + stride); };
+
+  Rows<kStep> made, spare;
+  for (double*& row : made) row = takeRow();
+  for (double*& row : spare) row = takeRow();
+  std::vector<Rows<2>> kept(repeats);
+  for (Rows<2>& rows : kept) rows = {takeRow(), takeRow()};
+
+  job.maximum = -1;
+  for (int front = 0; front - level + 1 < height; front += kStep) {
+    if (front < height) FirstStep(first, made, front, width, height, ninth);
+    int top = front;
+    for (Rows<2>& before : kept) {
+      --top;
+      PassStep({before[0], before[1], made[0], made[1], made[2], made[3]}, spare, top, width, height, ninth);
+      // The rows just read, but for the last two, take what the next pass makes.
+      const Rows<kStep> read{before[0], before[1], made[0], made[1]};
+      before = {made[2], made[3]};
+      made = std::exchange(spare, read);
+    }
+    Truncate(made, job.smoothed, top, job.maximum);
+  }
+}
+
+void SmoothPlane(SmoothJob& job, int level) {
+  const int width = job.original.width;
+  const auto columns = hwy::AllocateAligned<std::int32_t>(static_cast<std::size_t>(RoundUp(width, kLine) + 6 * kLine));
+  if (!columns) throw std::bad_alloc();
+  std::fill_n(columns.get(), RoundUp(width, kLine) + 6 * kLine, 0);
+  const FirstPass first(job.original, columns.get() + 2 * kLine);
+  if (level == 1)
+    SmoothOnce(job, first);
+  else if (level <= kMaximumLevelOfSplitNinth)
+    SmoothRepeatedly(job, first, level, SplitNinth());
+  else
+    SmoothRepeatedly(job, first, level, PlainNinth());
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace {
+HWY_EXPORT(SmoothPlane);
+}
+
+void SmoothPlanes(std::span<SmoothJob> jobs, int level) {
+  assert(level >= 1);
+  platform::ParallelFor(static_cast<int>(jobs.size()), [&](int i) {
+    SmoothJob& job = jobs[static_cast<std::size_t>(i)];
+    // An edge reads the row or column next to it.
+    if (job.original.width < 2) platform::ThrowOutOfBounds("plane", 1, job.original.width - 1);
+    if (job.original.height < 2) platform::ThrowOutOfBounds("plane", 1, job.original.height - 1);
+    HWY_DYNAMIC_DISPATCH(SmoothPlane)(job, level);
+  });
+}
+#endif

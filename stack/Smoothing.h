@@ -1,0 +1,22 @@
+#pragma once
+/// Smoothing of grey-level planes: repeated passes of a 3 by 3 mean.
+///
+/// A pass makes each value the sum of its nine neighbours, itself among them, divided by 9.0, in double precision.
+/// Beyond the left, top and right edge the edge is repeated. The bottom row is different on purpose: there the row
+/// above it counts twice and the bottom row itself once, except in the two corners, which repeat the edge as the upper
+/// ones do. Values are truncated once, after the last pass.
+
+#include <cstdint>
+#include <span>
+
+#include "platform/PlaneView.h"
+
+struct SmoothJob {
+  platform::PlaneView<const std::int32_t> original;  ///< grey levels, 0 to 255
+  platform::PlaneView<std::int32_t> smoothed;        ///< of the same size, other memory
+  int maximum = -1;                                  ///< result: the largest smoothed level
+};
+
+/// Runs `level` passes (1 or more) over each plane. The planes are spread over the cores; the result does not depend
+/// on their number, nor on the processor. Throws OutOfBoundsException for a plane of less than 2 by 2.
+void SmoothPlanes(std::span<SmoothJob> jobs, int level);

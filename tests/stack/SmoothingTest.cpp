@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+#include <hwy/highway.h>
+#include <hwy/targets.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/Errors.h"
+#include "platform/Parallel.h"
+#include "stack/Smoothing.h"
+
+namespace {
+
+using Levels = std::vector<std::int32_t>;
+
+SmoothJob JobOf(const Levels& original, Levels& smoothed, int width, int height) {
+  return {{original.data(), width, height, width}, {smoothed.data(), width, height, width}, 0};
+}
+
+/// The filter as it is defined, value by value.
+Levels PlainSmooth(const Levels& original, int w, int h, int level) {
+  std::vector<double> source(original.begin(), original.end()), target(source.size());
+  for (int pass = 0; pass < level; ++pass) {
+    const auto s = [&](int x, int y) { return source[static_cast<std::size_t>(y * w + x)]; };
+    const auto d = [&](int x, int y) -> double& { return target[static_cast<std::size_t>(y * w + x)]; };
+    for (int x = 1; x <= w - 2; ++x) {
+      d(x, 0) = (2 * s(x - 1, 0) + s(x - 1, 1) + 2 * s(x, 0) + s(x, 1) + 2 * s(x + 1, 0) + s(x + 1, 1)) / 9.0;
+      for (int y = 1; y <= h - 2; ++y)
+        d(x, y) = (s(x - 1, y - 1) + s(x - 1, y) + s(x - 1, y + 1) + s(x, y - 1) + s(x, y) + s(x, y + 1) +
+                   s(x + 1, y - 1) + s(x + 1, y) + s(x + 1, y + 1)) /
+                  9.0;
+      d(x, h - 1) = (2 * s(x - 1, h - 2) + s(x - 1, h - 1) + 2 * s(x, h - 2) + s(x, h - 1) + 2 * s(x + 1, h - 2) +
+                     s(x + 1, h - 1)) /
+                    9.0;
+    }
+    for (int y = 1; y <= h - 2; ++y) {
+      d(0, y) = (2 * s(0, y - 1) + 2 * s(0, y) + 2 * s(0, y + 1) + s(1, y - 1) + s(1, y) + s(1, y + 1)) / 9.0;
+      d(w - 1, y) = (s(w - 2, y - 1) + s(w - 2, y) + s(w - 2, y + 1) + 2 * s(w - 1, y - 1) + 2 * s(w - 1, y) +
+                     2 * s(w - 1, y + 1)) /
+                    9.0;
+    }
+    for (const int x : {0, w - 1})
+      for (const int y : {0, h - 1}) {
+        const int nextX = x == 0 ? 1 : w - 2, nextY = y == 0 ? 1 : h - 2;
+        d(x, y) = (4 * s(x, y) + 2 * s(nextX, y) + 2 * s(x, nextY) + s(nextX, nextY)) / 9.0;
+      }
+    std::swap(source, target);
+  }
+  return Levels(source.begin(), source.end());
+}
+
+class EveryTarget : public testing::TestWithParam<std::int64_t> {
+ protected:
+  void SetUp() override { UseTargets(GetParam()); }
+  void TearDown() override { UseTargets(0); }
+
+  static void UseTargets(std::int64_t targets) {
+    hwy::SetSupportedTargetsForTest(targets);
+    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+  }
+};
+
+TEST_P(EveryTarget, EqualsThePlainLoopBitForBit) {
+  std::mt19937 random(7);
+  Levels original, smoothed;
+  for (int w = 2; w <= 67; ++w) {
+    for (int h = 2; h <= 67; ++h) {
+      const int level = (5 * w + 3 * h) % 25 + 1;
+      original.resize(static_cast<std::size_t>(w * h));
+      // Noise, now and then a constant plane, bright specks on black, or black and white.
+      const int kind = (w + 2 * h) % 6;
+      const auto constant = static_cast<std::int32_t>(random() % 256);
+      for (auto& value : original) {
+        const auto noise = static_cast<std::int32_t>(random() % 256);
+        value = kind == 0 ? constant : kind == 1 ? (noise < 3 ? 255 : 0) : kind == 2 ? (noise & 1) * 255 : noise;
+      }
+      smoothed.assign(original.size(), -1);
+      SmoothJob job = JobOf(original, smoothed, w, h);
+      SmoothPlanes({&job, 1}, level);
+
+      const Levels expected = PlainSmooth(original, w, h, level);
+      ASSERT_EQ(smoothed, expected) << w << " by " << h << ", level " << level;
+      ASSERT_EQ(job.maximum, *std::max_element(expected.begin(), expected.end()));
+    }
+  }
+}
+
+TEST_P(EveryTarget, StaysEqualThroughManyPasses) {
+  // One bright pixel in a corner: after 320 passes its far traces are below what the short division by 9 can take.
+  constexpr int w = 330, h = 9;
+  Levels original(w * h, 0), smoothed(w * h);
+  original[0] = 255;
+  for (const int level : {40, 300, 320}) {
+    SmoothJob job = JobOf(original, smoothed, w, h);
+    SmoothPlanes({&job, 1}, level);
+    EXPECT_EQ(smoothed, PlainSmooth(original, w, h, level)) << level;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Smoothing, EveryTarget, testing::ValuesIn(hwy::SupportedAndGeneratedTargets()),
+                         [](const auto& target) { return std::string(hwy::TargetName(target.param)); });
+
+TEST(Smoothing, TheBottomRowCountsTheRowAboveItTwice) {
+  // A bright row of 90 at the top of 5 by 4: 2/3 of it stays, 1/3 goes below. At the bottom 1/3 stays (in the corners
+  // 2/3 of the column, so 4 + 2 ninths), and 1/3 goes above.
+  Levels original(20, 0), smoothed(20);
+  std::fill_n(original.begin(), 5, 90);
+  SmoothJob top = JobOf(original, smoothed, 5, 4);
+  SmoothPlanes({&top, 1}, 1);
+  EXPECT_EQ(smoothed, (Levels{60, 60, 60, 60, 60, 30, 30, 30, 30, 30, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(top.maximum, 60);
+
+  std::reverse(original.begin(), original.end());
+  SmoothJob bottom = JobOf(original, smoothed, 5, 4);
+  SmoothPlanes({&bottom, 1}, 1);
+  EXPECT_EQ(smoothed, (Levels{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 30, 30, 30, 30, 30, 60, 30, 30, 30, 60}));
+}
+
+TEST(Smoothing, CutsOnceAfterAllPasses) {
+  // 2 by 2 with one 9: the ninths are 4 2 2 1, then 25 20 20 16 eighty-firsts of 9. Cut in between, the 2 would be
+  // lost.
+  const Levels original{9, 0, 0, 0};
+  Levels smoothed(4);
+  SmoothJob job = JobOf(original, smoothed, 2, 2);
+  SmoothPlanes({&job, 1}, 2);
+  EXPECT_EQ(smoothed, (Levels{2, 2, 2, 1}));
+}
+
+TEST(Smoothing, DoesNotDependOnTheNumberOfCoresAndKeepsToThePlane) {
+  constexpr int width = 35, height = 21, pitch = 48, count = 7;
+  std::mt19937 random(3);
+  std::vector<Levels> originals(count), alone, together;
+  for (Levels& plane : originals) {
+    plane.resize(pitch * height);
+    for (auto& value : plane) value = static_cast<std::int32_t>(random() % 256);
+  }
+  const auto smooth = [&](int threads, std::vector<Levels>& results) {
+    results.assign(count, Levels(pitch * height, -5));
+    std::vector<SmoothJob> jobs;
+    for (std::size_t i = 0; i < count; ++i)
+      jobs.push_back({{originals[i].data(), width, height, pitch}, {results[i].data(), width, height, pitch}});
+    platform::SetParallelism(threads);
+    SmoothPlanes(jobs, 4);
+    platform::SetParallelism(0);
+  };
+  smooth(1, alone);
+  smooth(3, together);
+  EXPECT_EQ(alone, together);
+  for (std::size_t i = 0; i < alone[0].size(); ++i) ASSERT_EQ(alone[0][i] == -5, i % pitch >= width);
+}
+
+TEST(Smoothing, RefusesPlanesThatHaveNoSecondRowOrColumn) {
+  Levels original(8), smoothed(8);
+  for (const auto& [width, height] : {std::pair{1, 8}, {8, 1}, {1, 1}}) {
+    SmoothJob job = JobOf(original, smoothed, width, height);
+    EXPECT_THROW(SmoothPlanes({&job, 1}, 1), platform::OutOfBoundsException);
+  }
+}
+
+}  // namespace
