@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
-#include "Messages.h"
 #include "catalogue/MapFile.h"
+#include "tests/catalogue/Messages.h"
 
 using platform::Array;
 using platform::BinaryStream;

@@ -1,4 +1,4 @@
-#include "Messages.h"
+#include "tests/catalogue/Messages.h"
 
 #include "platform/Dialogs.h"
 

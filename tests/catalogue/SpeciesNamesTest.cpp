@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "Messages.h"
 #include "catalogue/SpeciesNames.h"
+#include "tests/catalogue/Messages.h"
 
 using platform::Array;
 using platform::String;
