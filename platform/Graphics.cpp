@@ -45,7 +45,7 @@ void Graphics::NoClip() {
 
 Graphics::Span Graphics::ToDevice(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) const {
   const auto edge = [this](std::int64_t logical) {
-    return static_cast<std::int64_t>(Round(static_cast<double>(logical) * scale_));
+    return scale_ == 1.0 ? logical : static_cast<std::int64_t>(Round(static_cast<double>(logical) * scale_));
   };
   return {edge(x), edge(x + w), edge(y), edge(y + h)};
 }

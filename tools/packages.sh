@@ -3,8 +3,8 @@
 # missing, `packages.sh build test` also what the tests and a run without a display need.
 set -euo pipefail
 
-build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-dev libgraphicsmagick1-dev libhwy-dev
-       libgtest-dev libbenchmark-dev)
+build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-dev libdeflate-dev libgraphicsmagick1-dev
+       libhwy-dev libgtest-dev libbenchmark-dev)
 test=(python3 xvfb openbox xauth dbus at-spi2-core fonts-dejavu-core x11-utils libx11-dev libxtst-dev
       desktop-file-utils appstream)
 
