@@ -37,7 +37,7 @@ bool LooksLikeBmp(std::span<const std::uint8_t> bytes) {
 }
 
 bool LooksLikeToolkitPicture(std::span<const std::uint8_t> bytes) {
-  return BeginsWithOneOf(bytes, {"\x89PNG"sv, "\xFF\xD8\xFF"sv, "GIF87a"sv, "GIF89a"sv}) || LooksLikeBmp(bytes);
+  return BeginsWithOneOf(bytes, {"\xFF\xD8\xFF"sv, "GIF87a"sv, "GIF89a"sv}) || LooksLikeBmp(bytes);
 }
 
 /// The bytes of a file, mapped where the file system can do it, else read.
@@ -113,6 +113,7 @@ OpenedPicture ReadPicture(const std::filesystem::path& path) {
 
 OpenedPicture ReadPicture(std::span<const std::uint8_t> bytes) {
   if (LooksLikeTiff(bytes)) return ReadTiff(bytes);
+  if (BeginsWithOneOf(bytes, {"\x89PNG"sv})) return ReadPng(bytes);
   if (LooksLikeToolkitPicture(bytes)) return ReadToolkitPicture(bytes);
   if (PictBeginsAt(bytes, kPictPreamble) || PictBeginsAt(bytes, 0)) return ReadPict(bytes);
   return {nullptr, "not an image: no TIFF, PNG, BMP, GIF, JPEG or PICT"};

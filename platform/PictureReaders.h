@@ -3,8 +3,8 @@
 /// program; these are for the tests and fuzz targets of the readers.
 ///
 /// All readers: the first image of a file counts. A grey image gives a picture made from grey levels, any other one
-/// colours. Eight-bit values are never touched. A grey plane of another depth (9 to 32 bits, signed, unsigned or
-/// floating point) is scaled linearly from what it holds, rounded to nearest: from 0, or from its lowest value if that
+/// colours. Eight-bit values are never touched. A grey plane of another depth (9 to 32 or 64 bits, signed, unsigned
+/// or floating point) is scaled linearly from what it holds, rounded to nearest: from 0, or from its lowest value if that
 /// is negative, to its highest. Not-a-number counts as the lowest. Alpha is composited on white; a colour profile is
 /// ignored. An image of more than kMaximumPixels, or one that memory does not hold, is refused.
 
@@ -30,6 +30,8 @@ OpenedPicture ReadPicture(const std::filesystem::path& path);
 OpenedPicture ReadPicture(std::span<const std::uint8_t> bytes);
 OpenedPicture ReadTiff(std::span<const std::uint8_t> bytes);
 OpenedPicture ReadPict(std::span<const std::uint8_t> bytes);
+OpenedPicture ReadPng(std::span<const std::uint8_t> bytes);
+/// BMP, GIF and JPEG.
 OpenedPicture ReadToolkitPicture(std::span<const std::uint8_t> bytes);
 
 }  // namespace platform

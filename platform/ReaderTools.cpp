@@ -6,15 +6,17 @@
 
 namespace platform {
 
+double MemoryForAPicture() {
+  return 0.5 * static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
+}
+
 void CheckSize(double width, double height, double bytesPerPixel) {
   if (width < 1 || height < 1) throw ReadFailure("unsupported: the image has no pixels");
   const double pixels = width * height;
   const std::string size =
       std::to_string(static_cast<long long>(width)) + " x " + std::to_string(static_cast<long long>(height));
   if (pixels > static_cast<double>(kMaximumPixels)) throw ReadFailure("unsupported size: " + size + " pixels");
-  static const double memory =
-      static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
-  if (pixels * bytesPerPixel > memory / 2)
+  if (pixels * bytesPerPixel > MemoryForAPicture())
     throw ReadFailure("unsupported size: " + size + " pixels are more than the memory holds");
 }
 

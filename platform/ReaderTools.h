@@ -34,8 +34,11 @@ constexpr std::size_t kPictPreamble = 512;
 /// Whether the opcodes of a PICT begin at that place of the bytes, or at kPictPreamble.
 bool PictBeginsAt(std::span<const std::uint8_t> bytes, std::size_t place);
 
+/// How many bytes the pixels of one picture may take: half of the machine's memory.
+double MemoryForAPicture();
+
 /// Throws if an image of that size cannot be read: without pixels, of more than kMaximumPixels, or of more bytes than
-/// half of the machine's memory.
+/// MemoryForAPicture.
 void CheckSize(double width, double height, double bytesPerPixel);
 
 /// Throws if the header claims more than `pixelsPerByte` pixels for each byte of the file, which no compression of the

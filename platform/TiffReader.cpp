@@ -97,9 +97,9 @@ Tiff Open(Source& source) {
   TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), tmsize_t{8} * kMaximumPixels);
   TIFFOpenOptionsSetErrorHandlerExtR(options.get(), KeepError, &source);
   TIFFOpenOptionsSetWarningHandlerExtR(options.get(), DropWarning, nullptr);
-  Tiff tiff(
-      TIFFClientOpenExt("", "rm", &source, ReadBytes, WriteBytes, Seek, Close, Size, nullptr, nullptr, options.get()),
-      TIFFClose);
+  Tiff tiff(TIFFClientOpenExt("TIFF", "rm", &source, ReadBytes, WriteBytes, Seek, Close, Size, nullptr, nullptr,
+                              options.get()),
+            TIFFClose);
   if (!tiff) GiveUp(source);
   return tiff;
 }
@@ -158,22 +158,12 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
     const TIFFCodec* codec = TIFFFindCODEC(layout.compression);
     throw ReadFailure("unsupported compression: " + (codec ? codec->name : std::to_string(layout.compression)));
   }
-  switch (layout.compression) {
-    case COMPRESSION_LZW:
-    case COMPRESSION_DEFLATE:
-    case COMPRESSION_ADOBE_DEFLATE:
-    case COMPRESSION_PACKBITS:
-    case COMPRESSION_JPEG:
-      CheckPlausible(layout.width, layout.height, source.bytes.size(), 4096 / std::min(bytesPerPixel, 1.0));
-      break;
-    case COMPRESSION_NONE:
-      // The colour of YCbCr may be stored once for up to 16 pixels.
-      CheckPlausible(layout.width, layout.height, source.bytes.size(),
-                     (layout.photometric == PHOTOMETRIC_YCBCR ? 4 : 1) / bytesPerPixel);
-      break;
-    default:
-      break;
-  }
+  // Uncompressed YCbCr may hold its colour once for up to 16 pixels. One bit a pixel compresses without limit.
+  if (layout.compression == COMPRESSION_NONE)
+    CheckPlausible(layout.width, layout.height, source.bytes.size(),
+                   (layout.photometric == PHOTOMETRIC_YCBCR ? 4 : 1) / bytesPerPixel);
+  else if (layout.bits > 1)
+    CheckPlausible(layout.width, layout.height, source.bytes.size(), 65536 / bytesPerPixel);
   if (TIFFIsTiled(tiff)) {
     std::uint32_t tileWidth = 0;
     std::uint32_t tileHeight = 0;

@@ -39,12 +39,6 @@ class Numbers {
 
 // The toolkit hands out half a picture where a file is cut short. So each format is first walked to its end.
 
-/// Chunks up to IEND.
-void CheckPngIsWhole(const Numbers& file) {
-  for (std::size_t chunk = 8;; chunk += 12 + std::size_t{file.Big32(chunk)})
-    if (file.Big32(chunk + 4) == 0x49454E44) return;
-}
-
 /// Segments up to the end-of-image marker; the coded data behind a start of scan last until the next marker.
 void CheckJpegIsWhole(const Numbers& file) {
   for (std::size_t place = 2;;) {
@@ -117,10 +111,8 @@ struct Format {
   void (*checkIsWhole)(const Numbers&);
 };
 
-constexpr std::array<Format, 4> kFormats = {{{"png", "\x89PNG", CheckPngIsWhole},
-                                             {"jpeg", "\xFF\xD8\xFF", CheckJpegIsWhole},
-                                             {"gif", "GIF8", CheckGifIsWhole},
-                                             {"bmp", "BM", CheckBmpIsWhole}}};
+constexpr std::array<Format, 3> kFormats = {
+    {{"jpeg", "\xFF\xD8\xFF", CheckJpegIsWhole}, {"gif", "GIF8", CheckGifIsWhole}, {"bmp", "BM", CheckBmpIsWhole}}};
 
 /// Keeps the toolkit's remarks on damaged images off the standard error stream, whatever the user's logging rules.
 QLoggingCategory::CategoryFilter previousFilter = nullptr;
@@ -143,34 +135,11 @@ const Pixel* Row(const QImage& image, int y) {
   return reinterpret_cast<const Pixel*>(image.constScanLine(y));
 }
 
-/// `level(row, x)` for every pixel, row by row.
-template <class Pixel, class Value>
-std::vector<Value> EveryPixel(const QImage& image, Value (*value)(Pixel)) {
-  std::vector<Value> values;
-  values.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));
-  for (int y = 0; y < image.height(); ++y)
-    std::transform(Row<Pixel>(image, y), Row<Pixel>(image, y) + image.width(), std::back_inserter(values), value);
-  return values;
-}
-
 std::vector<std::uint8_t> Levels(const QImage& image) {
   std::vector<std::uint8_t> levels;
   levels.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));
   for (int y = 0; y < image.height(); ++y)
     levels.insert(levels.end(), image.constScanLine(y), image.constScanLine(y) + image.width());
-  return levels;
-}
-
-/// Grey of 16 bits, scaled; with alpha it comes as four components of which three are equal.
-std::vector<std::uint8_t> DeepLevels(const QImage& image) {
-  if (image.format() == QImage::Format_Grayscale16) {
-    const auto samples = EveryPixel<quint16, quint16>(image, [](quint16 sample) { return sample; });
-    return ScaledToLevels(std::span<const quint16>(samples));
-  }
-  const auto samples = EveryPixel<QRgba64, quint16>(image, [](QRgba64 pixel) { return pixel.red(); });
-  const auto alpha = EveryPixel<QRgba64, quint8>(image, [](QRgba64 pixel) { return pixel.alpha8(); });
-  auto levels = ScaledToLevels(std::span<const quint16>(samples));
-  CompositeOnWhite(levels, alpha, false);
   return levels;
 }
 
@@ -189,20 +158,12 @@ Ref<Picture> Colors(const QImage& image) {
   return AsLevelsIfGrey(picture);
 }
 
-Ref<Picture> PictureOf(const QImage& image, bool deepGrey) {
-  if (deepGrey && (image.format() == QImage::Format_Grayscale16 || image.format() == QImage::Format_RGBA64))
-    return MakeRef<Picture>(image.width(), image.height(), DeepLevels(image));
-  if (image.format() == QImage::Format_Grayscale8)
-    return MakeRef<Picture>(image.width(), image.height(), Levels(image));
-  return Colors(image);
-}
-
 Ref<Picture> Read(Bytes bytes) {
   PrepareToolkit();
   const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   const auto format =
       std::find_if(kFormats.begin(), kFormats.end(), [text](const Format& f) { return text.starts_with(f.signature); });
-  if (format == kFormats.end()) throw ReadFailure("not an image: no PNG, BMP, GIF or JPEG");
+  if (format == kFormats.end()) throw ReadFailure("not an image: no BMP, GIF or JPEG");
   const Numbers file(bytes);
   format->checkIsWhole(file);
 
@@ -218,13 +179,19 @@ Ref<Picture> Read(Bytes bytes) {
     CheckSize(size.width(), size.height(), 8);
     CheckPlausible(size.width(), size.height(), bytes.size(), 16384);
   }
-  const QImage image = reader.read();
-  if (image.isNull()) {
+  QImage image;
+  if (std::string_view(format->name) == "bmp") {
+    // Run lengths may leave pixels out; these are the first colour of the palette and not what the memory held.
+    image = QImage(size, reader.imageFormat());
+    image.fill(0);
+  }
+  if (!reader.read(&image) || image.isNull()) {
     const bool unknown = reader.error() == QImageReader::UnsupportedFormatError;
     throw ReadFailure((unknown ? "unsupported: " : "truncated or damaged: ") + reader.errorString().toStdString());
   }
-  const bool greyOf16Bits = format == kFormats.begin() && file.Byte(24) == 16 && (file.Byte(25) & 3) == 0;
-  return PictureOf(image, greyOf16Bits);
+  if (image.format() == QImage::Format_Grayscale8)
+    return MakeRef<Picture>(image.width(), image.height(), Levels(image));
+  return Colors(image);
 }
 
 }  // namespace
