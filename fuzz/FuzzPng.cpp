@@ -1,0 +1,15 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+#include "platform/PictureReaders.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+// Whatever the bytes are: a picture, or a reason why there is none; never both, never neither.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const platform::OpenedPicture opened = platform::ReadPng({data, size});
+  if (static_cast<bool>(opened.picture) != opened.failure.Empty()) std::abort();
+  if (opened.picture) opened.picture->Pixels();
+  return 0;
+}

@@ -1,0 +1,250 @@
+#!/usr/bin/env python3
+"""Writes tests/odd: small picture files of kinds that readers get wrong, each named after what is odd about it.
+
+    tools/make_odd_pictures.py tests/odd
+
+The tests open them, the fuzz targets damage them. Standard library only, so that the files can be made anywhere.
+"""
+import base64
+import pathlib
+import struct
+import sys
+import zlib
+
+BYTE, ASCII, SHORT, LONG, LONG8 = 1, 2, 3, 4, 16
+SIZES = {BYTE: 1, ASCII: 1, SHORT: 2, LONG: 4, LONG8: 8}
+CODES = {BYTE: "B", ASCII: "B", SHORT: "H", LONG: "I", LONG8: "Q"}
+
+# 16 x 8 pixels of grey: the left half 40, the right half 200.
+JPEG = base64.b64decode("""
+/9j/4AAQSkZJRgABAQEAZABkAAD/2wBDAAMCAgMCAgMDAwMEAwMEBQgFBQQEBQoHBwYIDAoMDAsKCwsNDhIQDQ4RDgsLEBYQERMU
+FRUVDA8XGBYUGBIUFRT/wAALCAAIABABAREA/8QAHwAAAQUBAQEBAQEAAAAAAAAAAAECAwQFBgcICQoL/8QAtRAAAgEDAwIEAwUF
+BAQAAAF9AQIDAAQRBRIhMUEGE1FhByJxFDKBkaEII0KxwRVS0fAkM2JyggkKFhcYGRolJicoKSo0NTY3ODk6Q0RFRkdISUpTVFVW
+V1hZWmNkZWZnaGlqc3R1dnd4eXqDhIWGh4iJipKTlJWWl5iZmqKjpKWmp6ipqrKztLW2t7i5usLDxMXGx8jJytLT1NXW19jZ2uHi
+4+Tl5ufo6erx8vP09fb3+Pn6/9oACAEBAAA/APhSv2rr/9k=""")
+
+
+def tiff(data, width, height, bits, order="<", big=False, next_directory=0, **tags):
+    """A TIFF of one strip (or, with `offsets` and `counts`, of several chunks). `tags` are t<number>=value, or a
+    (type, values) pair; None leaves a tag out."""
+    start = 16 if big else 8
+    entries = {256: (LONG, [width]), 257: (LONG, [height]), 258: (SHORT, [bits]), 259: (SHORT, [1]), 262: (SHORT, [1]),
+               273: (LONG, [start]), 277: (SHORT, [1]), 278: (LONG, [height]), 279: (LONG, [len(data)])}
+    for name, value in tags.items():
+        number = int(name[1:])
+        entries[number] = value if isinstance(value, tuple) or value is None else (SHORT, [value])
+    entries = {number: value for number, value in sorted(entries.items()) if value is not None}
+    body = bytearray(data + b"\0" * (len(data) % 2))
+    inline = 8 if big else 4
+    directory = struct.pack(order + ("Q" if big else "H"), len(entries))
+    for number, (kind, values) in entries.items():
+        packed = struct.pack(order + str(len(values)) + CODES[kind], *values)
+        if len(packed) > inline:
+            place = start + len(body)
+            body += packed + b"\0" * (len(packed) % 2)
+            packed = struct.pack(order + ("Q" if big else "I"), place)
+        directory += struct.pack(order + ("HHQ" if big else "HHI"), number, kind, len(values))
+        directory += packed.ljust(inline, b"\0")
+    place = start + len(body)
+    directory += struct.pack(order + ("Q" if big else "I"), place if next_directory == "itself" else next_directory)
+    mark = b"II" if order == "<" else b"MM"
+    header = struct.pack(order + "HHHQ", 43, 8, 0, place) if big else struct.pack(order + "HI", 42, place)
+    return mark + header + bytes(body) + directory
+
+
+def values(code, numbers, order="<"):
+    return struct.pack(order + str(len(numbers)) + code, *numbers)
+
+
+def packed_bits(numbers, bits):
+    """One row of numbers of `bits` bits, highest bit first, padded to a whole byte."""
+    text = "".join(format(number, "0%db" % bits) for number in numbers)
+    text += "0" * (-len(text) % 8)
+    return bytes(int(text[i:i + 8], 2) for i in range(0, len(text), 8))
+
+
+def lzw(data):
+    """LZW of TIFF without any compression: every byte its own code, the table cleared before codes grow to 10 bits."""
+    codes = []
+    for i in range(0, len(data), 200):
+        codes += [256] + list(data[i:i + 200])
+    return packed_bits(codes + [257], 9)
+
+
+def png(width, height, depth, colour_type, rows, before=(), end=True):
+    def chunk(kind, content):
+        return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
+
+    raw = b"".join(b"\0" + row for row in rows)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, depth, colour_type, 0, 0, 0))
+            + b"".join(chunk(kind, content) for kind, content in before)
+            + chunk(b"IDAT", zlib.compress(raw, 9)) + (chunk(b"IEND", b"") if end else b""))
+
+
+def bmp(width, height, bits, palette, data, compression=0):
+    offset = 54 + 4 * len(palette)
+    header = struct.pack("<2sIHHI", b"BM", offset + len(data), 0, 0, offset)
+    info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, bits, compression, len(data), 2835, 2835, len(palette), 0)
+    return header + info + b"".join(struct.pack("<BBBB", b, g, r, 0) for r, g, b in palette) + data
+
+
+def gif(width, height, palette, pixels, before=b""):
+    """Codes of 9 bits without any compression, lowest bit first; `palette` has 256 colours."""
+    codes = []
+    for i in range(0, len(pixels), 200):
+        codes += [256] + list(pixels[i:i + 200])
+    bits = sum(code << (9 * i) for i, code in enumerate(codes + [257]))
+    data = bits.to_bytes((9 * (len(codes) + 1) + 7) // 8, "little")
+    blocks = b"".join(bytes([len(data[i:i + 255])]) + data[i:i + 255] for i in range(0, len(data), 255))
+    return (b"GIF89a" + struct.pack("<HHBBB", width, height, 0xF7, 0, 0) + b"".join(bytes(c) for c in palette) + before
+            + b"\x2c" + struct.pack("<HHHHB", 0, 0, width, height, 0) + b"\x08" + blocks + b"\0;")
+
+
+def pict(width, height, rows, preamble=bytes(512)):
+    """Version 2 with one packed pixel map of 8 bits and a grey colour table; each row is one literal run."""
+    frame = struct.pack(">4h", 0, 0, height, width)
+    table = struct.pack(">IHH", 0, 0, 255) + b"".join(struct.pack(">4H", i, i * 257, i * 257, i * 257)
+                                                     for i in range(256))
+    pixel_map = (struct.pack(">H", 0x8000 | width) + frame + struct.pack(">HHI", 0, 0, 0)
+                 + struct.pack(">II", 72 << 16, 72 << 16) + struct.pack(">4H", 0, 8, 1, 8) + bytes(12))
+    data = b""
+    for row in rows:
+        run = bytes([len(row) - 1]) + bytes(row)
+        data += bytes([len(run)]) + run
+    header = b"\x00\x11\x02\xff\x0c\x00\xff\xfe\0\0" + struct.pack(">II", 72 << 16, 72 << 16) + frame + bytes(4)
+    clip = b"\0\x01" + struct.pack(">H", 10) + frame
+    opcode = b"\0\x98" + pixel_map + table + frame + frame + bytes(2) + data
+    content = header + clip + opcode + b"\0" * (len(opcode) % 2) + b"\0\xff"
+    return preamble + struct.pack(">H", (len(content) + 10) & 0xFFFF) + frame + content
+
+
+def jpeg_with_orientation(tag):
+    exif = b"Exif\0\0" + struct.pack(">2sHI", b"MM", 42, 8) + struct.pack(">HHHIHHI", 1, 274, SHORT, 1, tag, 0, 0)
+    return JPEG[:2] + b"\xff\xe1" + struct.pack(">H", len(exif) + 2) + exif + JPEG[2:]
+
+
+def odd_pictures():
+    width, height = 12, 6
+    counts = [(x * 17 + y * 3) % 201 for y in range(height) for x in range(width)]  # 0 to 200
+    counts[5] = 200
+    bytes8 = bytes(counts)
+    greys = [(i, i, i) for i in range(256)]
+    map16 = (SHORT, [i * 257 for i in range(256)] * 3)
+    spectrum = [(i, 255 - i, i // 2) for i in range(256)]
+
+    # Maps as microanalysis programs write them.
+    yield "counts-of-200-in-16-bits.tif", tiff(values("H", counts), width, height, 16)
+    yield "big-endian-16-bits.tif", tiff(values("H", counts, ">"), width, height, 16, ">")
+    yield "signed-16-bits.tif", tiff(values("h", [c - 50 for c in counts]), width, height, 16, t339=2)
+    yield "signed-32-bits.tif", tiff(values("i", [c - 50 for c in counts]), width, height, 32, t339=2)
+    yield "unsigned-32-bits-no-sample-format.tif", tiff(values("I", counts), width, height, 32)
+    floats = [c / 8 for c in counts]
+    yield "float.tif", tiff(values("f", floats), width, height, 32, t339=3)
+    yield "float-no-sample-format.tif", tiff(values("f", floats), width, height, 32)
+    yield "float-with-nan-and-infinity.tif", tiff(
+        values("f", [float("nan"), float("inf"), float("-inf")] + floats[3:]), width, height, 32, t339=3)
+    yield "double-big-endian.tif", tiff(values("d", floats, ">"), width, height, 64, ">", t339=3)
+    yield "half-float.tif", tiff(values("e", floats), width, height, 16, t339=3)
+    yield "stray-colour-map-16-bits.tif", tiff(values("H", counts), width, height, 16, t262=3, t320=map16)
+    rows12 = b"".join(packed_bits(counts[y * width:(y + 1) * width], 12) for y in range(height))
+    yield "packed-12-bits.tif", tiff(rows12, width, height, 12)
+    rows4 = b"".join(packed_bits([c % 16 for c in counts[y * width:(y + 1) * width]], 4) for y in range(height))
+    yield "grey-4-bits.tif", tiff(rows4, width, height, 4)
+    rows1 = b"".join(packed_bits([c % 2 for c in counts[y * width:(y + 1) * width]], 1) for y in range(height))
+    yield "white-is-zero-1-bit.tif", tiff(rows1, width, height, 1, t262=0)
+
+    # Colours.
+    palette = (SHORT, [c[k] * 257 for k in range(3) for c in spectrum])
+    yield "palette.tif", tiff(bytes8, width, height, 8, t262=3, t320=palette)
+    low = (SHORT, [c[k] for k in range(3) for c in spectrum])
+    yield "palette-of-8-bit-components.tif", tiff(bytes8, width, height, 8, t262=3, t320=low)
+    yield "palette-all-grey.tif", tiff(bytes8, width, height, 8, t262=3, t320=map16)
+    rgb = b"".join(bytes(spectrum[c]) for c in counts)
+    three = (SHORT, [8, 8, 8])
+    yield "rgb.tif", tiff(rgb, width, height, 8, t258=three, t262=2, t277=3)
+    rgba = b"".join(bytes(spectrum[c]) + bytes([c]) for c in counts)
+    yield "rgb-alpha.tif", tiff(rgba, width, height, 8, t258=(SHORT, [8] * 4), t262=2, t277=4, t338=2)
+    yield "rgb-and-a-sample-that-is-no-alpha.tif", tiff(rgba, width, height, 8, t258=(SHORT, [8] * 4), t262=2, t277=4,
+                                                       t338=0)
+    yield "grey-alpha.tif", tiff(bytes(b for c in counts for b in (c, 255 - c)), width, height, 8,
+                                 t258=(SHORT, [8] * 2), t277=2, t338=2)
+    yield "cmyk.tif", tiff(rgba, width, height, 8, t258=(SHORT, [8] * 4), t262=5, t277=4)
+    planes = b"".join(bytes(spectrum[c][k] for c in counts) for k in range(3))
+    starts = (LONG, [8 + k * len(counts) for k in range(3)])
+    yield "rgb-in-separate-planes.tif", tiff(planes, width, height, 8, t258=three, t262=2, t277=3, t284=2, t273=starts,
+                                             t279=(LONG, [len(counts)] * 3))
+    yield "jpeg-in.tif", tiff(JPEG, 16, 8, 8, t259=7)
+
+    # Other ways to store.
+    yield "big.tif", tiff(bytes8, width, height, 8, big=True)
+    yield "lzw.tif", tiff(lzw(bytes8), width, height, 8, t259=5)
+    yield "deflate.tif", tiff(zlib.compress(bytes8), width, height, 8, t259=8)
+    packbits = b"".join(bytes([width - 1]) + bytes8[y * width:(y + 1) * width] for y in range(height))
+    yield "packbits.tif", tiff(packbits, width, height, 8, t259=32773)
+    yield "fax-all-white.tif", tiff(b"\xff\xff\x00\x10\x01", 16, 16, 1, t259=4, t262=0)
+    tile = b"".join(bytes8[y * width:(y + 1) * width].ljust(16, b"\x77") for y in range(height)).ljust(256, b"\x77")
+    yield "tile-larger-than-image.tif", tiff(tile, width, height, 8, t273=None, t278=None, t279=None, t322=16, t323=16,
+                                             t324=(LONG, [8]), t325=(LONG, [256]))
+    yield "turned-right.tif", tiff(bytes8, width, height, 8, t274=6)
+    yield "directory-follows-itself.tif", tiff(bytes8, width, height, 8, next_directory="itself")
+
+    # Headers that lie.
+    yield "lies-60000-x-60000.tif", tiff(bytes8, 60000, 60000, 8)
+    yield "lies-30000-x-30000-deflate.tif", tiff(zlib.compress(bytes8), 30000, 30000, 8, t259=8)
+    yield "lies-30000-x-30000-lzma.tif", tiff(bytes8, 30000, 30000, 8, t259=34925)
+    yield "lies-strip-past-end.tif", tiff(zlib.compress(bytes8), width, height, 8, t259=8, t273=(LONG, [100000]))
+    yield "lies-strip-of-no-rows.tif", tiff(bytes8, width, height, 8, t278=(LONG, [0]))
+    yield "strip-count-too-large.tif", tiff(bytes8, width, height, 8, t279=(LONG, [1 << 20]))
+    yield "strip-count-missing.tif", tiff(bytes8, width, height, 8, t279=None)
+    yield "lies-tile-of-a-gigapixel.tif", tiff(bytes8, width, height, 8, t273=None, t278=None, t279=None,
+                                               t322=(LONG, [65536]), t323=(LONG, [65536]), t324=(LONG, [8]),
+                                               t325=(LONG, [72]))
+    yield "lies-65535-samples.tif", tiff(bytes8, width, height, 8, t258=8, t277=65535)
+    yield "compression-unknown.tif", tiff(bytes8, width, height, 8, t259=4242)
+    yield "complex-numbers.tif", tiff(values("f", floats + floats), width, height, 64, t339=6)
+    yield "rgb-float.tif", tiff(values("f", floats * 3), width, height, 32, t258=(SHORT, [32] * 3), t262=2, t277=3,
+                                t339=(SHORT, [3] * 3))
+
+    # PNG.
+    rows8 = [bytes8[y * width:(y + 1) * width] for y in range(height)]
+    rows16 = [values("H", counts[y * width:(y + 1) * width], ">") for y in range(height)]
+    yield "counts-of-200-in-16-bits.png", png(width, height, 16, 0, rows16)
+    with_alpha = [values("H", [n for c in counts[y * width:(y + 1) * width] for n in (c, 65535)], ">")
+                  for y in range(height)]
+    yield "grey-alpha-16-bits.png", png(width, height, 16, 4, with_alpha)
+    yield "gamma-of-1.png", png(width, height, 8, 0, rows8, [(b"gAMA", struct.pack(">I", 100000))])
+    yield "transparent-grey.png", png(width, height, 8, 0, rows8, [(b"tRNS", struct.pack(">H", 200))])
+    yield "no-end-chunk.png", png(width, height, 8, 0, rows8, end=False)
+    yield "lies-30000-x-30000.png", png(30000, 30000, 8, 0, rows8)
+
+    # BMP, GIF, JPEG, PICT.
+    yield "palette.bmp", bmp(width, height, 8, spectrum, bytes8)
+    yield "grey-4-bits.bmp", bmp(width, height, 4, greys[::17], b"".join(
+        packed_bits([c % 16 for c in counts[y * width:(y + 1) * width]], 4).ljust(8, b"\0") for y in range(height)))
+    runs = b"\0\0".join(bytes([0, width]) + row for row in reversed(rows8))
+    yield "runs.bmp", bmp(width, height, 8, greys, runs + b"\0\1", 1)
+    yield "runs-that-skip-pixels.bmp", bmp(width, height, 8, greys, b"\x03\x64\0\2\2\1\x04\xc8\0\1", 1)
+    yield "runs-without-end.bmp", bmp(width, height, 8, greys, bytes([0, width]) + rows8[0], 1)
+    yield "grey.gif", gif(width, height, greys, counts)
+    yield "transparent-200.gif", gif(width, height, spectrum, counts, b"\x21\xf9\x04\x01\0\0\xc8\0")
+    yield "grey.jpg", JPEG
+    yield "turned-right.jpg", jpeg_with_orientation(6)
+    yield "no-end-marker.jpg", JPEG[:-2]
+    yield "grey.pict", pict(width, height, rows8)
+    yield "no-preamble.pict", pict(width, height, rows8, b"")
+    yield "png-in-the-preamble.pict", pict(width, height, rows8, png(2, 2, 8, 0, [b"ab"] * 2).ljust(512, b"\0"))
+    yield "lies-30000-x-30000.pict", (lambda file: file[:514] + struct.pack(">4h", 0, 0, 30000, 30000) + file[522:])(
+        pict(width, height, rows8))
+    yield "text-that-begins-with-BM.txt", b"BMW is a maker of cars, not a picture.\n"
+    yield "empty.tif", b""
+
+
+def main():
+    folder = pathlib.Path(sys.argv[1])
+    folder.mkdir(parents=True, exist_ok=True)
+    for name, content in odd_pictures():
+        (folder / name).write_bytes(content)
+
+
+if __name__ == "__main__":
+    main()
