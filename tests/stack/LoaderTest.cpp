@@ -1,0 +1,193 @@
+// From a checked row to the stack and its colours.
+
+#include "stack/DisplayCurve.h"
+#include "tests/WindowsFixture.h"
+
+using namespace platform;
+
+class LoaderTest : public WindowsTest {
+ protected:
+  static LevelAt Flat(int level) {
+    return [level](int, int) { return level; };
+  }
+  /// What the program does when a load fails: a message, then all windows close.
+  void ExpectQuitWithCode(int code) {
+    ASSERT_FALSE(messages.empty());
+    EXPECT_EQ(messages.back(), "Error in Open_LoadNew.\nCode " + std::to_string(code));
+    testing::ProcessEvents();
+    EXPECT_EQ(WindowCount(), 0);
+  }
+};
+
+TEST_F(LoaderTest, StackAndDisplayHoldWhatTheFilesHold) {
+  LoadThree(30, 20);
+  Main& m = main();
+  EXPECT_TRUE(m.TIFready);
+  EXPECT_EQ(m.PPbuttons.Value(), Main::kPageNormal);
+  EXPECT_EQ(m.InTIFwidth, 30);
+  EXPECT_EQ(m.InTIFheight, 20);
+  EXPECT_EQ(m.TIFarray.Ubound(1), 2);
+  EXPECT_EQ(m.TIFarray.Ubound(2), 29);
+  EXPECT_EQ(m.TIFarray.Ubound(3), 19);
+  EXPECT_EQ(m.SelectedRow, 0);
+  EXPECT_EQ(m.SpeciesName.Text().Utf8(), "Al");
+  EXPECT_EQ(m.Progress.Maximum(), 3);
+  for (int species = 0; species < 3; ++species) {
+    int highest = 0;
+    for (int y = 0; y < 20; ++y)
+      for (int x = 0; x < 30; ++x) {
+        const int level = (x * 7 + y * 3 + species * 50) % 256;
+        highest = std::max(highest, level);
+        ASSERT_EQ(m.TIFarray(species, x, y), level);
+        ASSERT_EQ(m.TIFarrOriginal(species, x, y), level);
+      }
+    EXPECT_EQ(m.TIFmax(species), highest);
+  }
+  for (int y = 0; y < 20; ++y)
+    for (int x = 0; x < 30; ++x) ASSERT_EQ(PixelOf(m.cvTIF, x, y), Globals::lut(10, (x * 7 + y * 3) % 256));
+  // The title tells the time of the load: two numbers.
+  EXPECT_EQ(m.Title().Utf8().find_first_not_of("0123456789 "), std::string::npos);
+}
+
+TEST_F(LoaderTest, AColourFileGivesItsLargestComponent) {
+  const std::string colours = "P6";  // not one of the formats: built as a BMP of 2 by 1, 24 bits
+  std::string bmp = "BM";
+  const auto put = [&bmp](unsigned value, int count) {
+    for (int i = 0; i < count; ++i) bmp += static_cast<char>(value >> (8 * i) & 0xFF);
+  };
+  put(62, 4), put(0, 4), put(54, 4), put(40, 4), put(2, 4), put(1, 4), put(1, 2), put(24, 2);
+  for (int i = 0; i < 6; ++i) put(0, 4);
+  bmp += std::string("\x10\x20\xC0\xF0\x05\x01\0\0", 8);  // blue, green, red; blue, green, red; padding
+  Drop({WriteBytes("m_A.bmp", bmp), WriteMap("m_B.bmp", 2, 1, Flat(9))});  // any content under any extension
+  CheckRow(0);
+  EXPECT_EQ(main().TIFarray(0, 0, 0), 0xC0);
+  EXPECT_EQ(main().TIFarray(0, 1, 0), 0xF0);
+  EXPECT_EQ(main().TIFarray(1, 1, 0), 9);
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(LoaderTest, AnAbsentSpeciesHasARowAndNoMap) {
+  Drop({WriteMap("a_Al.tif", 6, 6, Flat(50)), WriteMap("a_Fe.tif", 6, 6, Flat(60))});
+  Drop({WriteMap("b_Fe.tif", 6, 6, Flat(70)), WriteMap("b_Mg.tif", 6, 6, Flat(80))});
+  CheckRow(1);
+  Main& m = main();
+  EXPECT_EQ(m.SpeciesLB.ListCount(), 3);
+  EXPECT_FALSE(m.TIFexists(0));
+  EXPECT_EQ(m.TIFmax(0), -1);
+  EXPECT_EQ(m.TIFmax(2), 80);
+  EXPECT_EQ(m.SelectedRow, 0);  // kept, although this cluster lacks it
+  EXPECT_EQ(PixelOf(m.cvTIF, 2, 2), 0x999999u);
+  EXPECT_EQ(m.SpeciesName.Text().Utf8(), " ");
+  testing::Click(m.CB_ScaleUp);
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(LoaderTest, SelectionSmoothingAndMarksSurviveAnotherCluster) {
+  LoadThree(12, 12);
+  testing::Key(main(), "Down");
+  testing::Key(main(), "Down");
+  testing::ChooseMenu("OptionsSmooth3");
+  main().Clicks(0, 1, 77) = true;
+  LoadThree(16, 16);
+  EXPECT_EQ(main().SelectedRow, 2);
+  EXPECT_EQ(main().SmoothLevel, 3);
+  EXPECT_EQ(main().SpeciesName.Text().Utf8(), "Mg (sm3)");
+  EXPECT_TRUE(main().Clicks(0, 1, 77));
+  EXPECT_EQ(main().TIFarrOriginal(0, 5, 5), 50);
+  // A union that has shrunk below the selection goes back to the first species.
+  testing::Activate(overview());
+  testing::Key(overview(), "Ctrl+A");
+  testing::Click(overview().PBdeleteselection);
+  LoadCluster({"Ca", "Ti"}, 12, 12, [](int) { return Flat(3); });
+  EXPECT_EQ(main().SelectedRow, 0);
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(LoaderTest, ShowingAgainDoesNotLoadAgain) {
+  LoadThree(8, 8);
+  const String before = main().Title();
+  main().TIFarray(0, 0, 0) = 123;
+  CheckRow(0);
+  EXPECT_FALSE(main().Visible());
+  CheckRow(0);
+  EXPECT_TRUE(main().Visible());
+  EXPECT_EQ(main().TIFarray(0, 0, 0), 123);
+  // Each showing and hiding appends a time.
+  EXPECT_EQ(Left(main().Title(), Len(before)), before);
+  EXPECT_GT(Len(main().Title()), Len(before) + 2);
+}
+
+TEST_F(LoaderTest, AMapOfAnotherSizeStopsTheLoad) {
+  Drop({WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteMap("a_Fe.tif", 6, 7, Flat(2)), WriteMap("a_Mg.tif", 6, 6, Flat(3))});
+  CheckRow(0);
+  EXPECT_EQ(messages, std::vector<std::string>{"Cannot load images. All images have to be of the same pixel size."});
+  EXPECT_FALSE(main().TIFready);
+  EXPECT_EQ(main().PPbuttons.Value(), Main::kPageLoading);
+  EXPECT_EQ(main().TIFarray(0, 0, 0), 1);
+  EXPECT_EQ(main().currFileNb.Utf8(), Cell(0, 0));
+}
+
+TEST_F(LoaderTest, AFirstFileThatIsGoneEndsTheProgramWithCode3) {
+  Drop({WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteMap("a_Fe.tif", 6, 6, Flat(2))});
+  std::filesystem::remove(folder / "a_Al.tif");
+  CheckRow(0);
+  ExpectQuitWithCode(3);
+}
+
+TEST_F(LoaderTest, ALaterFileThatIsNoPictureEndsTheProgramWithCode6) {
+  Drop({WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteBytes("a_Fe.tif", "no picture at all")});
+  CheckRow(0);
+  ExpectQuitWithCode(6);
+}
+
+TEST_F(LoaderTest, ASingleFileIsNotMatchedAndEndsWithCode3) {
+  Drop({WriteMap("Fe.tif", 6, 6, Flat(1))});
+  EXPECT_EQ(Cell(0, 2), "Fe_tif");
+  CheckRow(0);
+  ASSERT_EQ(messages.size(), 2u);
+  EXPECT_EQ(messages[0], "Wrong TIFexist flags\nt-f \nFe\nFe_tif");
+  ExpectQuitWithCode(3);
+}
+
+TEST_F(LoaderTest, OnePixelLoadsAndSmoothingItFails) {
+  LoadCluster({"Al", "Fe"}, 1, 1, [](int species) { return Flat(100 + species); });
+  EXPECT_TRUE(main().TIFready);
+  EXPECT_EQ(main().TIFarray.Ubound(2), 0);
+  EXPECT_EQ(PixelOf(main().cvTIF, 0, 0), Globals::lut(10, 100));
+  testing::ChooseMenu("OptionsSmooth1");
+  EXPECT_EQ(messages.size(), 1u);
+}
+
+TEST_F(LoaderTest, EachSpeciesIsSeenWhileLoading) {
+  // What the canvas puts on the screen before the load has ended: one paint a species, and the last one.
+  testing::TakeRepaints(main().cvTIF);
+  LoadThree(8, 8);
+  EXPECT_GE(testing::TakeRepaints(main().cvTIF).size(), 4u);
+}
+
+TEST_F(LoaderTest, CurveScaleAndReset) {
+  LoadCluster({"Al", "Fe"}, 4, 4, [](int species) { return Flat(species == 0 ? 100 : 40); });
+  Main& m = main();
+  testing::Click(m.CB_ScaleUp);
+  EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, 255));
+  testing::Key(m, "Down");
+  EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, 255));
+  testing::Click(m.CB_ScaleUp);
+  m.Slider_colors.Value(5);
+  EXPECT_EQ(m.ST_ScaleColors.Text().Utf8(), "5");
+  EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, DisplayCurve(5, 255)[40]));
+  // The bar shows level 255 - y at y, through the curve, within its frame.
+  EXPECT_EQ(PixelOf(m.cvColorBar, 10, 255 - 64), Globals::lut(10, 135));
+  EXPECT_EQ(PixelOf(m.cvColorBar, 0, 100), kBlack);
+  testing::Click(m.PB_ResetColors);
+  EXPECT_EQ(m.Slider_colors.Value(), 0);
+  EXPECT_EQ(m.ST_ScaleColors.Text().Utf8(), "0");
+  EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, 40));
+}
+
+TEST_F(LoaderTest, ABlackMapWithScaleUpDoesNotFail) {
+  LoadCluster({"Al", "Fe"}, 4, 4, [](int) { return Flat(0); });
+  testing::Click(main().CB_ScaleUp);
+  EXPECT_EQ(PixelOf(main().cvTIF, 1, 1), Globals::lut(10, 0));
+  EXPECT_TRUE(messages.empty());
+}

@@ -1,0 +1,55 @@
+// Smoothing as a command on the whole stack.
+
+#include "tests/WindowsFixture.h"
+
+using namespace platform;
+
+class SmoothCommandTest : public WindowsTest {};
+
+TEST_F(SmoothCommandTest, LevelsStartFromTheOriginalEachTime) {
+  LoadCluster({"Al", "Fe"}, 3, 3, [](int) { return [](int x, int y) { return x == 1 && y == 1 ? 90 : 9; }; });
+  testing::ChooseMenu("OptionsSmooth1");
+  // (90 + 8 * 9) / 9 in the middle. A corner counts itself four times, its neighbours twice, the middle once.
+  EXPECT_EQ(main().TIFarray(0, 1, 1), 18);
+  EXPECT_EQ(main().TIFarray(0, 0, 0), 18);
+  // Bottom edge: the row above counts twice, so the middle weighs double.
+  EXPECT_EQ(main().TIFarray(0, 1, 2), 27);
+  EXPECT_EQ(main().TIFarray(0, 1, 0), 18);
+  EXPECT_EQ(main().TIFmax(0), 27);
+  testing::ChooseMenu("OptionsSmooth1");
+  EXPECT_EQ(main().TIFarray(0, 1, 2), 27);
+  testing::ChooseMenu("OptionsRawImage");
+  EXPECT_EQ(main().TIFarray(0, 1, 1), 90);
+  EXPECT_EQ(main().TIFmax(0), 90);
+  EXPECT_EQ(main().TIFarrOriginal(0, 1, 1), 90);
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(SmoothCommandTest, EachSpeciesPassesByAndTheSelectedOneStays) {
+  LoadThree(10, 10);
+  testing::Key(main(), "Down");
+  testing::TakeRepaints(main().cvTIF);
+  testing::ChooseMenu("OptionsSmooth4");
+  EXPECT_GE(testing::TakeRepaints(main().cvTIF).size(), 3u);
+  EXPECT_EQ(main().SelectedRow, 1);
+  EXPECT_EQ(main().SpeciesName.Text().Utf8(), "Fe (sm4)");
+  EXPECT_EQ(main().PPbuttons.Value(), Main::kPageNormal);
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(SmoothCommandTest, ALevelBelowZeroShowsTheSecondWorkPlane) {
+  LoadThree(4, 4);
+  main().temp2(2, 1) = 41.9;
+  main().Smooth(-1);
+  EXPECT_EQ(main().TIFarray(1, 2, 1), 41);
+  EXPECT_EQ(main().TIFarray(1, 0, 0), 0);
+  EXPECT_EQ(main().TIFmax(1), 41);
+}
+
+TEST_F(SmoothCommandTest, AWrongSelectionIsToldAndRestored) {
+  LoadThree(4, 4);
+  main().SelectedRow = -1;
+  main().Smooth(1);
+  EXPECT_EQ(messages, std::vector<std::string>{"Wrong selection at end. 02310."});
+  EXPECT_EQ(main().SelectedRow, -1);
+}
