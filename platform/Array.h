@@ -96,7 +96,8 @@ class Array {
     return static_cast<std::size_t>(index);
   }
   void Reserve(int capacity) {
-    if (capacity <= capacity_) return;
+    // The second test is for the compiler, which else warns of entries moved into no memory.
+    if (capacity <= capacity_ || capacity == 0) return;
     auto grown = std::make_unique<T[]>(static_cast<std::size_t>(capacity));
     std::move(begin(), end(), grown.get());
     values_ = std::move(grown);
