@@ -1,0 +1,519 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <tiffio.h>
+
+#include <QBuffer>
+#include <QImage>
+#include <algorithm>
+#include <cmath>
+#include <csignal>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "platform/GreyScaling.h"
+#include "platform/PictureReaders.h"
+
+namespace platform {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+std::filesystem::path OddFolder() {
+  return std::filesystem::path(VORNALITE_SOURCE_DIR) / "tests/odd";
+}
+
+Bytes FileContent(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return Bytes(std::istreambuf_iterator<char>(file), {});
+}
+
+Bytes LevelsOf(const OpenedPicture& opened) {
+  EXPECT_TRUE(opened.picture) << opened.failure.Utf8();
+  if (!opened.picture) return {};
+  const auto levels = opened.picture->GreyLevels();
+  return Bytes(levels.begin(), levels.end());
+}
+
+std::vector<Color> ColorsOf(const OpenedPicture& opened) {
+  EXPECT_TRUE(opened.picture) << opened.failure.Utf8();
+  if (!opened.picture) return {};
+  const auto pixels = opened.picture->Pixels();
+  return {pixels.data, pixels.data + pixels.width * pixels.height};
+}
+
+// A TIFF written by libtiff into memory.
+
+struct Memory {
+  Bytes bytes;
+  std::size_t position = 0;
+};
+
+Memory& MemoryOf(thandle_t handle) {
+  return *static_cast<Memory*>(handle);
+}
+
+struct Kind {
+  const char* name;
+  int bits;
+  int format = 0;  // 0: no tag
+  int compression = COMPRESSION_NONE;
+  int photometric = PHOTOMETRIC_MINISBLACK;
+  const char* mode = "wl";  // byte order, and 8 for the large kind
+  bool tiled = false;
+  int samples = 1;
+  bool separate = false;
+  int alpha = -1;  // kind of the last sample
+};
+
+constexpr int kWidth = 37;
+constexpr int kHeight = 29;
+
+/// `sample(x, y, s)` as the bits of a number.
+using Samples = std::function<std::uint64_t(int, int, int)>;
+
+void AppendBits(Bytes& row, int& used, std::uint64_t value, int bits) {
+  for (int bit = bits - 1; bit >= 0; --bit, ++used) {
+    if (used % 8 == 0) row.push_back(0);
+    row.back() = static_cast<std::uint8_t>(row.back() | ((value >> bit & 1) << (7 - used % 8)));
+  }
+}
+
+Bytes Row(const Kind& kind, const Samples& sample, int left, int width, int y, int plane) {
+  Bytes row;
+  int used = 0;
+  for (int x = left; x < left + width; ++x)
+    for (int s = kind.separate ? plane : 0; s < (kind.separate ? plane + 1 : kind.samples); ++s) {
+      const std::uint64_t value = x < kWidth && y < kHeight ? sample(x, y, s) : 0;
+      if (kind.bits % 8 == 0 && kind.bits != 24)
+        row.insert(row.end(), reinterpret_cast<const std::uint8_t*>(&value),
+                   reinterpret_cast<const std::uint8_t*>(&value) + kind.bits / 8);
+      else
+        AppendBits(row, used, value, kind.bits);
+    }
+  return row;
+}
+
+Bytes WriteTiff(const Kind& kind, const Samples& sample, const std::function<void(TIFF*)>& moreTags = {}) {
+  Memory memory;
+  TIFF* tiff = TIFFClientOpen(
+      "", kind.mode, &memory,
+      [](thandle_t handle, void* target, tmsize_t count) -> tmsize_t {
+        Memory& m = MemoryOf(handle);
+        const auto n = std::min(static_cast<std::size_t>(count), m.bytes.size() - std::min(m.position, m.bytes.size()));
+        std::copy_n(m.bytes.begin() + static_cast<std::ptrdiff_t>(m.position), n, static_cast<std::uint8_t*>(target));
+        m.position += n;
+        return static_cast<tmsize_t>(n);
+      },
+      [](thandle_t handle, void* from, tmsize_t count) -> tmsize_t {
+        Memory& m = MemoryOf(handle);
+        m.bytes.resize(std::max(m.bytes.size(), m.position + static_cast<std::size_t>(count)));
+        std::memcpy(m.bytes.data() + m.position, from, static_cast<std::size_t>(count));
+        m.position += static_cast<std::size_t>(count);
+        return count;
+      },
+      [](thandle_t handle, toff_t offset, int whence) -> toff_t {
+        Memory& m = MemoryOf(handle);
+        return m.position = offset + (whence == SEEK_END ? m.bytes.size() : whence == SEEK_CUR ? m.position : 0);
+      },
+      [](thandle_t) { return 0; }, [](thandle_t handle) -> toff_t { return MemoryOf(handle).bytes.size(); }, nullptr,
+      nullptr);
+  TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, kWidth);
+  TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, kHeight);
+  TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, kind.bits);
+  TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, kind.samples);
+  TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, kind.photometric);
+  TIFFSetField(tiff, TIFFTAG_COMPRESSION, kind.compression);
+  TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, kind.separate ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG);
+  if (kind.format) TIFFSetField(tiff, TIFFTAG_SAMPLEFORMAT, kind.format);
+  if (kind.alpha >= 0) {
+    const auto extra = static_cast<std::uint16_t>(kind.alpha);
+    TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &extra);
+  }
+  if (kind.tiled) {
+    TIFFSetField(tiff, TIFFTAG_TILEWIDTH, 16);
+    TIFFSetField(tiff, TIFFTAG_TILELENGTH, 16);
+  } else {
+    TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, 8);
+  }
+  if (moreTags) moreTags(tiff);
+  for (int plane = 0; plane < (kind.separate ? kind.samples : 1); ++plane)
+    if (kind.tiled) {
+      for (int top = 0; top < kHeight; top += 16)
+        for (int left = 0; left < kWidth; left += 16) {
+          Bytes tile;
+          for (int y = top; y < top + 16; ++y) {
+            const Bytes row = Row(kind, sample, left, 16, y, plane);
+            tile.insert(tile.end(), row.begin(), row.end());
+          }
+          EXPECT_GT(TIFFWriteTile(tiff, tile.data(), static_cast<std::uint32_t>(left), static_cast<std::uint32_t>(top),
+                                  0, static_cast<std::uint16_t>(plane)),
+                    0);
+        }
+    } else {
+      for (int y = 0; y < kHeight; ++y) {
+        Bytes row = Row(kind, sample, 0, kWidth, y, plane);
+        EXPECT_EQ(TIFFWriteScanline(tiff, row.data(), static_cast<std::uint32_t>(y), static_cast<std::uint16_t>(plane)),
+                  1);
+      }
+    }
+  TIFFClose(tiff);
+  return memory.bytes;
+}
+
+template <class F>
+Bytes Everywhere(F level) {
+  Bytes levels;
+  for (int y = 0; y < kHeight; ++y)
+    for (int x = 0; x < kWidth; ++x) levels.push_back(static_cast<std::uint8_t>(level(x, y)));
+  return levels;
+}
+
+const Kind kGreyKinds[] = {
+    {"1 bit", 1},
+    {"1 bit, white is 0, LZW", 1, 0, COMPRESSION_LZW, PHOTOMETRIC_MINISWHITE},
+    {"1 bit, fax rows", 1, 0, COMPRESSION_CCITTRLE, PHOTOMETRIC_MINISWHITE},
+    {"1 bit, fax 3", 1, 0, COMPRESSION_CCITTFAX3, PHOTOMETRIC_MINISWHITE},
+    {"1 bit, fax 4", 1, 0, COMPRESSION_CCITTFAX4, PHOTOMETRIC_MINISBLACK},
+    {"2 bits, tiled", 2, 0, COMPRESSION_NONE, PHOTOMETRIC_MINISBLACK, "wl", true},
+    {"3 bits", 3},
+    {"4 bits, PackBits", 4, 0, COMPRESSION_PACKBITS},
+    {"6 bits, deflate", 6, 0, COMPRESSION_ADOBE_DEFLATE},
+    {"8 bits", 8},
+    {"8 bits, white is 0", 8, 1, COMPRESSION_NONE, PHOTOMETRIC_MINISWHITE, "wb"},
+    {"8 bits, LZW", 8, 1, COMPRESSION_LZW},
+    {"8 bits, deflate, large, big-endian", 8, 1, COMPRESSION_DEFLATE, PHOTOMETRIC_MINISBLACK, "wb8"},
+    {"8 bits, PackBits, tiled", 8, 1, COMPRESSION_PACKBITS, PHOTOMETRIC_MINISBLACK, "wl", true},
+    {"8 bits, LZMA", 8, 1, COMPRESSION_LZMA},
+    {"8 bits, signed by its tag", 8, SAMPLEFORMAT_INT},
+    {"8 bits, a sample that is no alpha", 8, 1, 1, 1, "wl", false, 2, false, EXTRASAMPLE_UNSPECIFIED},
+    {"8 bits, three channels apart", 8, 1, COMPRESSION_LZW, 1, "wl", false, 3, true},
+};
+
+TEST(TiffReader, GreyOfUpTo8BitsFillsTheScale) {
+  for (const Kind& kind : kGreyKinds) {
+    SCOPED_TRACE(kind.name);
+    const int fullScale = (1 << kind.bits) - 1;
+    const auto value = [&](int x, int y) { return (x * 7 + y * 13 + x * y / 5) & fullScale; };
+    const Bytes file = WriteTiff(kind, [&](int x, int y, int s) { return s == 0 ? value(x, y) : 99; });
+    const Bytes expected = Everywhere([&](int x, int y) {
+      const long level = std::lround(255.0 * value(x, y) / fullScale);
+      return kind.photometric == PHOTOMETRIC_MINISWHITE ? 255 - level : level;
+    });
+    EXPECT_EQ(LevelsOf(ReadPicture(file)), expected);
+  }
+}
+
+const Kind kDeepKinds[] = {
+    {"9 bits", 9, 0, COMPRESSION_NONE},
+    {"10 bits, big-endian", 10, 0, COMPRESSION_LZW, PHOTOMETRIC_MINISBLACK, "wb"},
+    {"12 bits, packed", 12},
+    {"12 bits, packed, tiled", 12, 1, COMPRESSION_DEFLATE, PHOTOMETRIC_MINISBLACK, "wl", true},
+    {"12 bits, signed", 12, SAMPLEFORMAT_INT},
+    {"16 bits, big-endian", 16, 1, COMPRESSION_NONE, PHOTOMETRIC_MINISBLACK, "wb"},
+    {"16 bits, white is 0", 16, 1, COMPRESSION_LZW, PHOTOMETRIC_MINISWHITE},
+    {"16 bits, signed, tiled", 16, SAMPLEFORMAT_INT, COMPRESSION_LZW, PHOTOMETRIC_MINISBLACK, "wb", true},
+    {"16 bits, two channels", 16, 1, COMPRESSION_NONE, PHOTOMETRIC_MINISBLACK, "wl", false, 2},
+    {"32 bits, no sample format", 32, 0, COMPRESSION_PACKBITS},
+    {"32 bits, signed, big-endian", 32, SAMPLEFORMAT_INT, COMPRESSION_DEFLATE, PHOTOMETRIC_MINISBLACK, "wb"},
+    {"64 bits, signed", 64, SAMPLEFORMAT_INT},
+    {"float, big-endian, tiled", 32, SAMPLEFORMAT_IEEEFP, COMPRESSION_LZW, PHOTOMETRIC_MINISBLACK, "wb", true},
+    {"float, no sample format", 32, -1},
+    {"double", 64, SAMPLEFORMAT_IEEEFP, COMPRESSION_DEFLATE},
+};
+
+TEST(TiffReader, DeeperGreyIsScaledFromWhatItHolds) {
+  for (Kind kind : kDeepKinds) {
+    SCOPED_TRACE(kind.name);
+    const bool isFloat = kind.format == SAMPLEFORMAT_IEEEFP || kind.format == -1;
+    const int lowest = kind.format == SAMPLEFORMAT_INT || kind.format == SAMPLEFORMAT_IEEEFP ? -57 : 0;
+    const int highest = 200;
+    kind.format = std::max(kind.format, 0);
+    // From the lowest to the highest value, both of which occur.
+    const auto value = [&](int x, int y) { return lowest + (x * 7 + y * 37) % (highest - lowest + 1); };
+    const Bytes file = WriteTiff(kind, [&](int x, int y, int s) -> std::uint64_t {
+      if (s > 0) return 511;
+      if (isFloat && kind.bits == 32) return std::bit_cast<std::uint32_t>(static_cast<float>(value(x, y)) / 4);
+      if (isFloat) return std::bit_cast<std::uint64_t>(value(x, y) * 1e30);
+      return static_cast<std::uint64_t>(value(x, y));
+    });
+    const Bytes expected = Everywhere([&](int x, int y) {
+      const int level = (510 * (value(x, y) - lowest) + (highest - lowest)) / (2 * (highest - lowest));
+      return kind.photometric == PHOTOMETRIC_MINISWHITE ? 255 - level : level;
+    });
+    EXPECT_EQ(LevelsOf(ReadPicture(file)), expected);
+  }
+}
+
+TEST(TiffReader, ColoursComeOutOnWhite) {
+  const auto base = [](int x, int y, int s) { return (x * 5 + y * 3 + s * 71) & 255; };
+  const auto rgb = [&](const std::function<int(int, int, int)>& component) {
+    std::vector<Color> colors;
+    for (int y = 0; y < kHeight; ++y)
+      for (int x = 0; x < kWidth; ++x)
+        colors.push_back(RGB(component(x, y, 0), component(x, y, 1), component(x, y, 2)));
+    return colors;
+  };
+  const auto plain = rgb(base);
+  const Kind rgb8{"", 8, 1, COMPRESSION_LZW, PHOTOMETRIC_RGB, "wb", false, 3};
+  Kind kind = rgb8;
+  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, base))), plain);
+  kind.separate = true;
+  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, base))), plain);
+  kind.tiled = true;
+  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, base))), plain);
+  kind = rgb8;
+  kind.bits = 16;
+  EXPECT_EQ(ColorsOf(ReadPicture(
+                WriteTiff(kind, [&](int x, int y, int s) { return std::max(base(x, y, s) * 257 - 100, 0); }))),
+            plain);
+
+  kind = rgb8;
+  kind.samples = 4;
+  kind.alpha = EXTRASAMPLE_UNASSALPHA;
+  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, base))), rgb([&](int x, int y, int s) {
+              const int alpha = base(x, y, 3);
+              return static_cast<int>(std::lround((base(x, y, s) * alpha + 255.0 * (255 - alpha)) / 255));
+            }));
+  kind.alpha = EXTRASAMPLE_ASSOCALPHA;
+  const auto multiplied = [&](int x, int y, int s) { return s == 3 ? 200 : base(x, y, s) * 200 / 255; };
+  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, multiplied))),
+            rgb([&](int x, int y, int s) { return multiplied(x, y, s) + 55; }));
+
+  kind = rgb8;
+  kind.photometric = PHOTOMETRIC_SEPARATED;
+  kind.samples = 4;
+  const auto cmyk = ColorsOf(ReadPicture(WriteTiff(kind, base)));
+  ASSERT_EQ(cmyk.size(), plain.size());
+  const auto mixed = rgb([&](int x, int y, int c) { return (255 - base(x, y, c)) * (255 - base(x, y, 3)) / 255; });
+  for (std::size_t i = 0; i < cmyk.size(); ++i) {
+    EXPECT_NEAR(Red(cmyk[i]), Red(mixed[i]), 1);
+    EXPECT_NEAR(Green(cmyk[i]), Green(mixed[i]), 1);
+    EXPECT_NEAR(Blue(cmyk[i]), Blue(mixed[i]), 1);
+  }
+
+  kind = {"", 4, 0, COMPRESSION_PACKBITS, PHOTOMETRIC_PALETTE};
+  std::uint16_t map[3][16];
+  for (int i = 0; i < 16; ++i) {
+    map[0][i] = static_cast<std::uint16_t>(i * 0x1000);  // high bytes alone, as many a program writes them
+    map[1][i] = static_cast<std::uint16_t>(0xFFFF - i * 257);
+    map[2][i] = 0;
+  }
+  const Bytes palette = WriteTiff(
+      kind, [&](int x, int y, int) { return base(x, y, 0) & 15; },
+      [&](TIFF* tiff) { TIFFSetField(tiff, TIFFTAG_COLORMAP, map[0], map[1], map[2]); });
+  EXPECT_EQ(ColorsOf(ReadPicture(palette)), rgb([&](int x, int y, int s) {
+              const int i = base(x, y, 0) & 15;
+              return s == 0 ? i * 16 : s == 1 ? 255 - i : 0;
+            }));
+
+  // JPEG loses a little; flat areas keep their colour.
+  kind = {"", 8, 1, COMPRESSION_JPEG, PHOTOMETRIC_YCBCR, "wl", true, 3};
+  const Bytes jpeg = WriteTiff(
+      kind, [](int, int, int s) { return s == 0   ? 200
+                                         : s == 1 ? 100
+                                                  : 30; },
+      [](TIFF* tiff) { TIFFSetField(tiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB); });
+  const Color color = ColorsOf(ReadPicture(jpeg)).at(kWidth + 1);
+  EXPECT_NEAR(Red(color), 200, 3);
+  EXPECT_NEAR(Green(color), 100, 3);
+  EXPECT_NEAR(Blue(color), 30, 3);
+}
+
+TEST(TiffReader, OrientationIsApplied) {
+  // Stored as rows 1 2 3 and 4 5 6 in the upper left corner; here is where each tag puts 1, 2 and 4.
+  const struct {
+    int tag, width, x1, y1, x2, y2, x4, y4;
+  } cases[] = {{1, 37, 0, 0, 1, 0, 0, 1},       {2, 37, 36, 0, 35, 0, 36, 1}, {3, 37, 36, 28, 35, 28, 36, 27},
+               {4, 37, 0, 28, 1, 28, 0, 27},    {5, 29, 0, 0, 0, 1, 1, 0},    {6, 29, 28, 0, 28, 1, 27, 0},
+               {7, 29, 28, 36, 28, 35, 27, 36}, {8, 29, 0, 36, 0, 35, 1, 36}};
+  for (const auto& c : cases)
+    for (const int samples : {1, 3}) {
+      SCOPED_TRACE(c.tag);
+      const Kind kind{"", 8, 1, 1, samples == 1 ? PHOTOMETRIC_MINISBLACK : PHOTOMETRIC_RGB, "wl", false, samples};
+      const Bytes file = WriteTiff(
+          kind, [](int x, int y, int s) { return y == 0 && x < 2    ? x + 1
+                                                 : y == 1 && x == 0 ? 4
+                                                                    : 50 + 20 * s; },
+          [&](TIFF* tiff) { TIFFSetField(tiff, TIFFTAG_ORIENTATION, c.tag); });
+      const OpenedPicture opened = ReadTiff(file);
+      ASSERT_TRUE(opened.picture);
+      ASSERT_EQ(opened.picture->Width(), c.width);
+      const auto pixels = opened.picture->RGBSurface();
+      EXPECT_EQ(pixels.Pixel(c.x1, c.y1), 0x010101u);
+      EXPECT_EQ(pixels.Pixel(c.x2, c.y2), 0x020202u);
+      EXPECT_EQ(pixels.Pixel(c.x4, c.y4), 0x040404u);
+    }
+}
+
+// The kept files: 12 x 6 pixels of (17 x + 3 y) mod 201, but 200 at (5, 0); see tools/make_odd_pictures.py.
+
+int Count(int i) {
+  return i == 5 ? 200 : (i % 12 * 17 + i / 12 * 3) % 201;
+}
+
+TEST(OddFiles, OpenAsTheyShould) {
+  Bytes plain, scaled;
+  for (int i = 0; i < 72; ++i) {
+    plain.push_back(static_cast<std::uint8_t>(Count(i)));
+    scaled.push_back(static_cast<std::uint8_t>((Count(i) * 255 + 100) / 200));
+  }
+  for (const char* name :
+       {"counts-of-200-in-16-bits.tif", "big-endian-16-bits.tif", "signed-16-bits.tif", "signed-32-bits.tif",
+        "unsigned-32-bits-no-sample-format.tif", "float.tif", "float-no-sample-format.tif", "double-big-endian.tif",
+        "half-float.tif", "stray-colour-map-16-bits.tif", "packed-12-bits.tif", "counts-of-200-in-16-bits.png",
+        "grey-alpha-16-bits.png"})
+    EXPECT_EQ(LevelsOf(ReadPicture(OddFolder() / name)), scaled) << name;
+  for (const char* name :
+       {"big.tif", "lzw.tif", "deflate.tif", "packbits.tif", "tile-larger-than-image.tif", "palette-all-grey.tif",
+        "directory-follows-itself.tif", "strip-count-too-large.tif", "strip-count-missing.tif", "gamma-of-1.png",
+        "runs.bmp", "grey.gif", "grey.pict", "no-preamble.pict"})
+    EXPECT_EQ(LevelsOf(ReadPicture(OddFolder() / name)), plain) << name;
+  // Its first bytes are those of a PNG; told to read a PICT, the reader must not be led astray.
+  EXPECT_EQ(LevelsOf(ReadPict(FileContent(OddFolder() / "png-in-the-preamble.pict"))), plain);
+
+  for (const char* name : {"palette.tif", "palette-of-8-bit-components.tif", "rgb.tif", "rgb-in-separate-planes.tif",
+                           "rgb-and-a-sample-that-is-no-alpha.tif", "palette.bmp"}) {
+    const auto picture = ReadPicture(OddFolder() / name).picture;
+    ASSERT_TRUE(picture) << name;
+    // Bitmaps are stored from the bottom up.
+    const int y = std::string_view(name).ends_with("bmp") ? 5 : 0;
+    EXPECT_EQ(picture->RGBSurface().Pixel(3, y), RGB(51, 204, 25)) << name;
+  }
+  EXPECT_EQ(ReadPicture(OddFolder() / "transparent-200.gif").picture->RGBSurface().Pixel(5, 0), kWhite);
+  EXPECT_EQ(ReadPicture(OddFolder() / "transparent-grey.png").picture->RGBSurface().Pixel(5, 0), kWhite);
+  const Bytes strange = LevelsOf(ReadPicture(OddFolder() / "float-with-nan-and-infinity.tif"));
+  EXPECT_EQ(Bytes(strange.begin(), strange.begin() + 4), (Bytes{0, 255, 0, 65}));
+  const Bytes skipping = LevelsOf(ReadPicture(OddFolder() / "runs-that-skip-pixels.bmp"));
+  ASSERT_EQ(skipping.size(), 72u);
+  EXPECT_EQ(Bytes(skipping.end() - 12, skipping.end()), (Bytes{100, 100, 100, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(Bytes(skipping.begin() + 48, skipping.begin() + 60), (Bytes{0, 0, 0, 0, 0, 200, 200, 200, 200, 0, 0, 0}));
+  const auto turned = ReadPicture(OddFolder() / "turned-right.jpg").picture;
+  ASSERT_EQ(turned->Height(), 16);
+  EXPECT_NEAR(turned->GreyLevels()[0], 40, 2);
+  EXPECT_NEAR(turned->GreyLevels()[127], 200, 2);
+}
+
+TEST(OddFiles, AreRefusedForTheRightReason) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"lies-60000-x-60000.tif", "unsupported size: 60000 x 60000"},
+      {"lies-30000-x-30000-deflate.tif", "truncated"},
+      {"lies-30000-x-30000-lzma.tif", "truncated"},
+      {"lies-30000-x-30000.png", "truncated"},
+      {"lies-30000-x-30000.pict", "truncated"},
+      {"lies-strip-past-end.tif", "truncated"},
+      {"lies-strip-of-no-rows.tif", "truncated"},
+      {"lies-tile-of-a-gigapixel.tif", "unsupported size"},
+      {"lies-65535-samples.tif", "truncated"},
+      {"compression-unknown.tif", "unsupported compression: 4242"},
+      {"complex-numbers.tif", "unsupported depth: 64 bits, complex numbers"},
+      {"rgb-float.tif", "unsupported depth: colours of 32 bits, floating point"},
+      {"no-end-chunk.png", "truncated"},
+      {"no-end-marker.jpg", "truncated"},
+      {"runs-without-end.bmp", "truncated"},
+      {"text-that-begins-with-BM.txt", "not an image"},
+      {"empty.tif", "not an image"},
+      {"not-there.tif", "not an image: No such file"},
+      {".", "not an image: no regular file"},
+  };
+  for (const auto& [name, failure] : cases) {
+    const OpenedPicture opened = ReadPicture(OddFolder() / name);
+    EXPECT_FALSE(opened.picture) << name;
+    EXPECT_TRUE(opened.failure.Utf8().starts_with(failure)) << name << ": " << opened.failure.Utf8();
+  }
+  // Opening a pipe must not wait for somebody to write into it.
+  const auto pipe = std::filesystem::temp_directory_path() / ("pipe-" + std::to_string(getpid()));
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(ReadPicture(pipe).failure, String("not an image: no regular file"));
+  std::filesystem::remove(pipe);
+}
+
+TEST(OddFiles, CutShortAtAnyByteGiveNothingOrTheWholePictureAndNoWord) {
+  testing::internal::CaptureStderr();
+  testing::internal::CaptureStdout();
+  for (const auto& entry : std::filesystem::directory_iterator(OddFolder())) {
+    const std::string name = entry.path().filename().string();
+    const Bytes whole = FileContent(entry.path());
+    const OpenedPicture opened = ReadPicture(whole);
+    if (!opened.picture) continue;
+    const auto pixels = ColorsOf(opened);
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+      const OpenedPicture cut = ReadPicture(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)));
+      if (cut.picture) {
+        EXPECT_EQ(ColorsOf(cut), pixels) << name << " at " << size;
+      } else {
+        const std::string failure = cut.failure.Utf8();
+        EXPECT_TRUE(failure.starts_with("truncated") || (size < 526 && failure.starts_with("not an image")))
+            << name << " at " << size << ": " << failure;
+      }
+    }
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(PictReader, LeavesTheSignalsAlone) {
+  const Bytes file = FileContent(OddFolder() / "grey.pict");
+  const int numbers[] = {SIGINT, SIGTERM, SIGHUP, SIGSEGV, SIGFPE, SIGABRT, SIGXCPU};
+  struct sigaction before[std::size(numbers)];
+  for (std::size_t i = 0; i < std::size(numbers); ++i) sigaction(numbers[i], nullptr, &before[i]);
+  EXPECT_TRUE(ReadPict(file).picture);
+  for (std::size_t i = 0; i < std::size(numbers); ++i) {
+    struct sigaction after {};
+    sigaction(numbers[i], nullptr, &after);
+    EXPECT_EQ(after.sa_handler, before[i].sa_handler) << numbers[i];
+  }
+}
+
+TEST(ToolkitReader, KeepsWhatTheToolkitWrote) {
+  QImage image(23, 11, QImage::Format_ARGB32);
+  for (int y = 0; y < 11; ++y)
+    for (int x = 0; x < 23; ++x) image.setPixel(x, y, qRgba(x * 11, y * 20, 255 - x, 255));
+  for (const char* format : {"PNG", "BMP", "JPG"}) {
+    QByteArray array;
+    QBuffer buffer(&array);
+    ASSERT_TRUE(image.convertToFormat(QImage::Format_RGB32).save(&buffer, format, 100));
+    const auto picture =
+        ReadPicture({reinterpret_cast<const std::uint8_t*>(array.constData()), static_cast<std::size_t>(array.size())})
+            .picture;
+    ASSERT_TRUE(picture) << format;
+    const int tolerance = std::string_view(format) == "JPG" ? 12 : 0;
+    for (int y = 0; y < 11; ++y)
+      for (int x = 0; x < 23; ++x) {
+        const Color color = picture->RGBSurface().Pixel(x, y);
+        EXPECT_NEAR(Red(color), x * 11, tolerance) << format;
+        EXPECT_NEAR(Green(color), y * 20, tolerance) << format;
+      }
+  }
+}
+
+template <class Sample>
+Bytes Scale(std::vector<Sample> samples) {
+  return ScaledToLevels(std::span<const Sample>(samples));
+}
+
+TEST(GreyScaling, RangesAtTheEdges) {
+  EXPECT_EQ(Scale<std::uint16_t>({0, 1, 2, 255, 510}), (Bytes{0, 1, 1, 128, 255}));  // 0.5, 1, 127.5: halves go up
+  EXPECT_EQ(Scale<std::uint16_t>({7, 7}), (Bytes{255, 255}));
+  EXPECT_EQ(Scale<std::uint32_t>({0, 0}), (Bytes{0, 0}));
+  EXPECT_EQ(Scale<std::int16_t>({-32768, 0, 32767}), (Bytes{0, 128, 255}));
+  EXPECT_EQ(Scale<std::int32_t>({-10, -5}), (Bytes{0, 255}));
+  EXPECT_EQ(Scale<std::uint32_t>({0, 0x80000000u, 0xFFFFFFFFu}), (Bytes{0, 128, 255}));
+  // 255 v / (2^32 - 1) is just below and just above 0.5.
+  EXPECT_EQ(Scale<std::uint32_t>({8421504u, 8421505u, 0xFFFFFFFFu}), (Bytes{0, 1, 255}));
+  constexpr double kLargest = std::numeric_limits<double>::max();
+  constexpr double kTiny = std::numeric_limits<double>::denorm_min();
+  constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(Scale<double>({-kLargest, 0, kLargest}), (Bytes{0, 128, 255}));
+  EXPECT_EQ(Scale<double>({0, kTiny, 2 * kTiny}), (Bytes{0, 128, 255}));
+  EXPECT_EQ(Scale<double>({kNan, -4, 6}), (Bytes{0, 0, 255}));
+  EXPECT_EQ(Scale<double>({kNan, kNan}), (Bytes{0, 0}));
+  EXPECT_EQ(Scale<float>({}), Bytes{});
+}
+
+}  // namespace
+}  // namespace platform
