@@ -20,11 +20,11 @@ struct WindowSettings {
   int width = 300, height = 200;
   int minWidth = 64, minHeight = 64;
   int maxWidth = 32000, maxHeight = 32000;
-  bool visible = true;           ///< shown as soon as it is made
+  bool visible = true;  ///< shown as soon as it is made
   Frame frame = Frame::Document;
-  bool resizeable = true;        ///< by the user; code can always set the size
+  bool resizeable = true;                ///< by the user; code can always set the size
   platform::MenuBar* menuBar = nullptr;  ///< shown in the window; without one its keys work all the same
-  bool centered = false;         ///< on the main screen, at the first showing
+  bool centered = false;                 ///< on the main screen, at the first showing
 };
 
 using MenuHandlers = std::map<String, std::function<bool()>>;
@@ -95,6 +95,8 @@ class Window {
   /// A control without a place, such as a timer.
   void CreateControl(Control& control, const char* name);
   void AddMenuHandler(const String& item, std::function<bool()> handler) { handlers_[item] = std::move(handler); }
+  /// The window has left the list and ends after the running event.
+  bool Closed() const;
 
  private:
   friend struct NativeWindow;
@@ -131,11 +133,13 @@ void ForEachWindow(Visit visit) {
 template <class W>
 class SingletonWindow : public Window {
  public:
-  static W& Instance() { return instance_ ? *instance_ : New<W>(); }
+  static W& Instance() { return instance_ && !instance_->Closed() ? *instance_ : New<W>(); }
 
  protected:
   explicit SingletonWindow(const WindowSettings& settings) : Window(settings) { instance_ = static_cast<W*>(this); }
-  ~SingletonWindow() override { instance_ = nullptr; }
+  ~SingletonWindow() override {
+    if (instance_ == this) instance_ = nullptr;
+  }
 
  private:
   static inline W* instance_ = nullptr;

@@ -1,0 +1,188 @@
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/NativeCanvas.h"
+#include "platform/qt/NativeToolkit.h"
+#include "platform/qt/NativeWindow.h"
+
+namespace platform {
+
+namespace {
+
+std::vector<NativeCanvas*> canvases;
+
+/// The pixel that holds the position. Rounding would put the last half of the last pixel outside.
+QPoint PixelOf(const QMouseEvent& event) {
+  return {static_cast<int>(std::floor(event.position().x())), static_cast<int>(std::floor(event.position().y()))};
+}
+
+class CanvasWidget : public QWidget {
+ public:
+  CanvasWidget(QWidget* parent, NativeCanvas& native) : QWidget(parent), native_(native) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    const PaintScope scope;
+    native_.FitBacking();
+    if (native_.dirty) native_.Compose();
+    native_.Show(event->region());
+  }
+
+  void showEvent(QShowEvent* event) override {
+    if (!event->spontaneous()) native_.dirty = true;
+  }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    const QPoint at = PixelOf(*event);
+    if (event->button() != Qt::LeftButton || !rect().contains(at)) return;
+    native_.dragging = native_.Ask(native_.canvas.MouseDown, at.x(), at.y());
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+
+  void mouseMoveEvent(QMouseEvent* event) override {
+    const QPoint at = PixelOf(*event);
+    if (native_.dragging && (event->buttons() & Qt::LeftButton)) {
+      native_.Raise(native_.canvas.MouseDrag, at.x(), at.y());
+    } else if (!event->buttons() && rect().contains(at)) {
+      native_.SyncInside();
+      native_.Raise(native_.canvas.MouseMove, at.x(), at.y());
+    }
+  }
+
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    const QPoint at = PixelOf(*event);
+    if (event->button() != Qt::LeftButton || !native_.dragging) return;
+    native_.dragging = false;
+    native_.Raise(native_.canvas.MouseUp, at.x(), at.y());
+  }
+
+  void enterEvent(QEnterEvent*) override { native_.SyncInside(); }
+  void leaveEvent(QEvent*) override { native_.SyncInside(); }
+
+ private:
+  NativeCanvas& native_;
+};
+
+}  // namespace
+
+NativeCanvas::NativeCanvas(NativeWindow& owner, Canvas& control) : NativeControl(owner, nullptr), canvas(control) {
+  widget = new CanvasWidget(owner.content, *this);
+  canvases.push_back(this);
+}
+
+NativeCanvas::~NativeCanvas() {
+  std::erase(canvases, this);
+}
+
+void NativeCanvas::SetPlace(const Rect& newPlace) {
+  NativeControl::SetPlace(newPlace);
+  FitBacking();
+}
+
+void NativeCanvas::FitBacking() {
+  const double wantedRatio = widget->devicePixelRatioF();
+  const int width = std::max(0, place.width), height = std::max(0, place.height);
+  if (width == live.Width() && height == live.Height() && wantedRatio == ratio) return;
+  ratio = wantedRatio;
+  deviceWidth = static_cast<int>(std::ceil(width * ratio));
+  deviceHeight = static_cast<int>(std::ceil(height * ratio));
+  const Color background = widget->palette().color(QPalette::Window).rgb() & 0xFFFFFFU;
+  pixels.assign(static_cast<std::size_t>(deviceWidth) * static_cast<std::size_t>(deviceHeight), background);
+  Graphics surface({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, width, height, &touched);
+  surface.ForeColor = live.ForeColor;
+  surface.PenWidth = live.PenWidth;
+  surface.PenHeight = live.PenHeight;
+  surface.UseOldRenderer = live.UseOldRenderer;
+  surface.TextSize = live.TextSize;
+  live = surface;
+  touched.clear();
+  dirty = true;
+  widget->update();
+}
+
+void NativeCanvas::Compose() {
+  dirty = false;
+  touched.clear();
+  const Color background = widget->palette().color(QPalette::Window).rgb() & 0xFFFFFFU;
+  std::fill(pixels.begin(), pixels.end(), background);
+  Graphics g({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, live.Width(), live.Height());
+  Raise(canvas.Paint, g);
+}
+
+void NativeCanvas::Refresh() {
+  dirty = true;
+  if (InsidePaint()) return widget->update();
+  if (window.showSoon) window.Show();
+  if (!widget->isVisible()) return;
+  AwaitExposure(window);
+  if (dirty) {  // else the first paint of the window has just done it
+    FitBacking();
+    Compose();
+    widget->repaint();
+  }
+  PumpIfDue();
+}
+
+void NativeCanvas::Flush() {
+  if (touched.empty()) return;
+  QRegion region;
+  for (const Rect& rect : touched) region += QRect(rect.x, rect.y, rect.width, rect.height);
+  touched.clear();
+  if (!dirty && widget->isVisible()) widget->repaint(region);
+}
+
+void NativeCanvas::Show(const QRegion& region) {
+  if (pixels.empty()) return;
+  const QImage image(reinterpret_cast<const uchar*>(pixels.data()), deviceWidth, deviceHeight,
+                     static_cast<qsizetype>(deviceWidth) * 4, QImage::Format_RGB32);
+  QPainter painter(widget);
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
+  painter.scale(1.0 / ratio, 1.0 / ratio);  // from here on device pixels
+  for (const QRect& rect : region) {
+    const QRect part = QRectF(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio)
+                           .toAlignedRect()
+                           .intersected(image.rect());
+    painter.drawImage(part.topLeft(), image, part);
+    if (recording) repaints.push_back({rect.x(), rect.y(), rect.width(), rect.height()});
+  }
+}
+
+void NativeCanvas::SyncInside() {
+  if (HandlerRuns())
+    return RunSoon([guard = widget, this] {
+      if (guard) SyncInside();
+    });
+  const bool isInside = widget->underMouse();
+  if (isInside == inside) return;
+  inside = isInside;
+  Raise(inside ? canvas.MouseEnter : canvas.MouseExit);
+}
+
+Graphics& Canvas::Graphics() {
+  auto& native = static_cast<NativeCanvas&>(NeedNative());
+  native.FitBacking();
+  return native.live;
+}
+
+Ref<Picture> Canvas::Image() const {
+  const auto& native = static_cast<NativeCanvas&>(NeedNative());
+  auto picture = MakeRef<Picture>(native.deviceWidth, native.deviceHeight);
+  std::copy(native.pixels.begin(), native.pixels.end(), picture->Pixels().data);
+  return picture;
+}
+
+std::unique_ptr<NativeControl> Canvas::MakeNative(NativeWindow& window, const String&) {
+  return std::make_unique<NativeCanvas>(window, *this);
+}
+
+void FlushCanvases() {
+  if (InsidePaint()) return;
+  for (std::size_t i = 0; i < canvases.size(); ++i) canvases[i]->Flush();
+}
+
+}  // namespace platform

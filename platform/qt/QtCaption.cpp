@@ -1,0 +1,39 @@
+#include <QFontMetrics>
+
+#include "platform/qt/NativeCaption.h"
+
+namespace platform {
+
+NativeCaption::NativeCaption(NativeWindow& owner, QWidget* newWidget, int widthBesides)
+    : NativeControl(owner, newWidget), font(SystemFont(TextFont::System)), besides(widthBesides) {}
+
+void NativeCaption::SetPlace(const Rect& newPlace) {
+  NativeControl::SetPlace(newPlace);
+  Fit();
+}
+
+void NativeCaption::SetFont(TextFont newFont) {
+  const bool bold = font.bold();
+  font = SystemFont(newFont);
+  font.setBold(bold);
+  Fit();
+}
+
+void NativeCaption::SetCaption(const QString& newCaption) {
+  caption.clear();
+  const QFontMetrics metrics(font);
+  for (const QString& line : newCaption.split('\n'))
+    if (metrics.horizontalAdvance(line) >= metrics.horizontalAdvance(caption)) caption = line;
+  Fit();
+}
+
+void NativeCaption::SetBold(bool bold) {
+  font.setBold(bold);
+  Fit();
+}
+
+void NativeCaption::Fit() {
+  widget->setFont(FittingFont(font, caption, place.width - besides));
+}
+
+}  // namespace platform
