@@ -3,8 +3,10 @@
 # missing, `packages.sh build test` also what the tests and a run without a display need.
 set -euo pipefail
 
+# shellcheck disable=SC2034  # the sets are read by name below
 build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-dev libdeflate-dev libgraphicsmagick1-dev
        libhwy-dev libgtest-dev libbenchmark-dev)
+# shellcheck disable=SC2034
 test=(python3 xvfb openbox xauth dbus at-spi2-core fonts-dejavu-core x11-utils libx11-dev libxtst-dev
       desktop-file-utils appstream)
 

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # What ./run and ./test share; they source it after changing into the repository's folder.
 
 say() { echo "Vornalite: $*"; }
