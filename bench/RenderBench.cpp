@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <vector>
@@ -40,7 +41,7 @@ PlaneStack& Stack() {
   return stack;
 }
 
-/// `read` bytes from each of several places in turn to one place.
+/// So many bytes from each of several places in turn to one place.
 void Copy(benchmark::State& state, std::size_t bytes, int places) {
   std::vector<std::vector<char>> from(static_cast<std::size_t>(places), std::vector<char>(bytes, 1));
   std::vector<char> to(bytes);
@@ -53,11 +54,12 @@ void Copy(benchmark::State& state, std::size_t bytes, int places) {
 
 void Recolour(benchmark::State& state, int places) {
   auto picture = platform::NewPicture(kSize, kSize, 32);
+  const PlaneStack& stack = Stack();
   const auto table = Table();
   int turn = 0;
   for (auto _ : state) {
     const LevelColors colors = ComposeColors(DisplayCurve(3, 255), table);
-    ColorPlane(Stack().Plane(turn++ % places), colors, picture->Pixels());
+    ColorPlane(stack.Plane(turn++ % places), colors, picture->Pixels());
     benchmark::ClobberMemory();
   }
 }
@@ -70,9 +72,10 @@ BENCHMARK_CAPTURE(Recolour, TwelveInTurn, kSpecies)->Unit(benchmark::kMicrosecon
 void Mix(benchmark::State& state) {
   auto picture = platform::NewPicture(kSize, kSize, 32);
   const std::array<Curve, 3> curves{DisplayCurve(0, 255), DisplayCurve(5, 255), DisplayCurve(-5, 255)};
+  const PlaneStack& stack = Stack();
   int turn = 0;
   for (auto _ : state) {
-    const auto next = [&] { return std::as_const(Stack()).Plane(turn++ % kSpecies); };
+    const auto next = [&] { return stack.Plane(turn++ % kSpecies); };
     MixPlanes({next(), next(), next()}, curves, true, picture->Pixels());
     benchmark::ClobberMemory();
   }
@@ -87,15 +90,17 @@ void Take(benchmark::State& state, bool grey) {
   for (auto& level : levels) level = static_cast<std::uint8_t>(random());
   platform::Picture picture(kSize, kSize, levels);
   if (!grey) picture.Pixels();
-  PlaneStack original;
+  PlaneStack &displayed = Stack(), original;
   original.Redim(kSpecies - 1, kSize - 1, kSize - 1);
+  for (int species = 0; species < kSpecies; ++species)
+    std::fill_n(original.Plane(species).data, original.Plane(species).pitch * kSize, 0);
   auto shown = platform::NewPicture(kSize, kSize, 32);
   const auto table = Table();
   int turn = 0;
   for (auto _ : state) {
     const int species = turn++ % kSpecies;
     benchmark::DoNotOptimize(
-        TakeLevels(picture, table, Stack().Plane(species), original.Plane(species), shown->Pixels()));
+        TakeLevels(picture, table, displayed.Plane(species), original.Plane(species), shown->Pixels()));
   }
 }
 // Four bytes read and twelve written a pixel, or one and twelve.

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "platform/Errors.h"
+#include "stack/PixelStream.h"
 
 namespace {
 
@@ -12,7 +13,7 @@ std::uint32_t LevelOf(std::uint8_t level) {
 }
 
 std::uint32_t LevelOf(platform::Color color) {
-  return std::max({(color >> 16) & 0xFF, (color >> 8) & 0xFF, color & 0xFF});
+  return std::max(std::max((color >> 16) & 0xFF, (color >> 8) & 0xFF), color & 0xFF);
 }
 
 /// One row; returns its highest level.
@@ -20,7 +21,23 @@ template <class Pixel>
 std::uint32_t TakeRow(const Pixel* pixels, int width, const platform::Color* table, std::int32_t* displayed,
                       std::int32_t* original, platform::Color* shown) {
   std::uint32_t highest = 0;
-  for (int x = 0; x < width; ++x) {
+  int x = 0;
+  for (; x + kPixelsPerLine <= width; x += kPixelsPerLine) {
+    RequestForReading(pixels + x);
+    RequestForWriting(displayed + x);
+    RequestForWriting(original + x);
+    RequestForWriting(shown + x);
+#pragma GCC unroll 8
+    for (int i = x; i < x + kPixelsPerLine; i += 2) {
+      const std::uint64_t first = LevelOf(pixels[i]), second = LevelOf(pixels[i + 1]);
+      const std::uint64_t pair = first | second << 32;
+      StorePair(pair, displayed + i);
+      StorePair(pair, original + i);
+      StorePair(table[first] | std::uint64_t{table[second]} << 32, shown + i);
+      highest = std::max(highest, static_cast<std::uint32_t>(std::max(first, second)));
+    }
+  }
+  for (; x < width; ++x) {
     const std::uint32_t level = LevelOf(pixels[x]);
     displayed[x] = original[x] = static_cast<std::int32_t>(level);
     shown[x] = table[level];

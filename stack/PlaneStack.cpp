@@ -23,24 +23,28 @@ constexpr std::size_t Pitch(int width) {
 
 }  // namespace
 
-void PlaneStack::Free::operator()(Level* memory) const {
-  std::free(memory);
+void PlaneStack::Free::operator()(Level*) const {
+  std::free(block);
 }
 
 PlaneStack::Memory PlaneStack::Allocate(int width, int height) {
   const std::size_t size = Pitch(width) * static_cast<std::size_t>(height) * sizeof(Level);
   if (size == 0) return {};
-  // calloc leaves the pages of large memory to the system, which hands them out, zeroed, at the first touch.
-  Memory memory(static_cast<Level*>(std::calloc(size, 1)));
-  if (!memory) throw std::bad_alloc();
+  // Large planes begin on a huge page: the system hands one out, zeroed, ten times faster than its 512 small ones, and
+  // a pixel loop that runs through many planes waits less for addresses.
+  constexpr std::size_t hugePage = std::size_t{1} << 21, line = 64;
+  std::size_t alignment = size >= hugePage ? hugePage : line;
+  std::size_t space = size + alignment;
+  // calloc leaves the pages of large memory untouched until somebody writes to them.
+  void* const block = std::calloc(space, 1);
+  if (!block) throw std::bad_alloc();
+  void* memory = block;
+  std::align(alignment, size, memory, space);
 #ifdef __linux__
-  // A page of 2 MB is handed out ten times faster than its 512 small ones. This is advice; it may be refused.
-  constexpr std::uintptr_t hugePage = std::uintptr_t{1} << 21;
-  const auto begin = reinterpret_cast<std::uintptr_t>(memory.get());
-  const auto first = (begin + 4095) & ~std::uintptr_t{4095};
-  if (size >= hugePage) madvise(reinterpret_cast<void*>(first), begin + size - first, MADV_HUGEPAGE);
+  // This is advice. Where it is not taken, small pages do.
+  if (size >= hugePage) madvise(memory, size, MADV_HUGEPAGE);
 #endif
-  return memory;
+  return Memory(static_cast<Level*>(memory), Free{block});
 }
 
 int PlaneStack::Ubound(int dimension) const {

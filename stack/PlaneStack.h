@@ -31,6 +31,7 @@ class PlaneStack {
 
  private:
   struct Free {
+    void* block = nullptr;  ///< what was allocated; the plane begins somewhere in it
     void operator()(Level* memory) const;
   };
   using Memory = std::unique_ptr<Level[], Free>;

@@ -10,6 +10,7 @@
 
 #include "platform/Errors.h"
 #include "platform/Parallel.h"
+#include "stack/PixelStream.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "stack/Smoothing.cpp"
@@ -21,6 +22,8 @@
 #ifndef VORNALITE_SMOOTHING_ONCE
 #define VORNALITE_SMOOTHING_ONCE
 
+namespace {
+
 // How a plane runs through. All passes go down the plane together, four rows at a step. A pass takes the four rows that
 // the pass before it has just made and the two rows before these, which it has kept, and makes four rows that lie one
 // row higher. So a step works in the cache nearest to the processor, and of the whole plane only two rows a pass are
@@ -31,7 +34,7 @@
 // whole numbers.
 
 constexpr int kStep = 4;
-/// Doubles of one cache line, which is also the widest vector used.
+/// Doubles of one cache line.
 constexpr int kLine = 8;
 /// Above this level values may be so small that the second part of a ninth is no normal number any more.
 constexpr int kMaximumLevelOfSplitNinth = 300;
@@ -45,6 +48,8 @@ constexpr int RoundUp(int value, int unit) {
 template <int count>
 using Rows = std::array<double*, count>;
 
+}  // namespace
+
 #endif
 
 HWY_BEFORE_NAMESPACE();
@@ -52,6 +57,7 @@ namespace {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+/// Four doubles at most. With eight, two loads out of three would cross a cache line, which takes what the width gains.
 using Doubles = hn::CappedTag<double, 4>;
 using V = hn::Vec<Doubles>;
 
@@ -61,11 +67,11 @@ struct PlainNinth {
 };
 
 #if HWY_NATIVE_FMA
-/// The same without a division. 1/9 is taken in two parts, rounded to double and the rest; the error of their sum is
-/// below 2^-108 of the quotient. A quotient s / 9 lies at least a 18th of its last place away from the middle between
-/// two doubles: s is a multiple of 8 last places of the quotient, 9 times a middle is an odd multiple of half of one,
-/// so the two differ by half a place or more. Hence the final rounding of the fused operation cannot go wrong, as long
-/// as the small product is not below the range of normal doubles.
+/// The same without a division. 1/9 is taken in two parts, rounded to double and the rest; what the two miss of the
+/// quotient is below 2^-105 of it. A quotient s / 9 keeps an 18th of its last place away from the middle between two
+/// doubles: s is a multiple of 8 last places of the quotient, 9 times a middle is an odd multiple of half of one, so
+/// the two differ by half a place or more. Hence the one rounding of the fused operation cannot go wrong, as long as
+/// the small product is a normal number.
 struct SplitNinth {
   V operator()(V sum) const {
     const Doubles d;
@@ -182,8 +188,8 @@ class FirstPass {
   FirstPass(platform::PlaneView<const std::int32_t> original, std::int32_t* columns)
       : original_(original), columns_(columns) {}
 
-  /// Hands the sums of row y, three columns side by side, to `row`; they are the neighbours of row[x], from x - 1 to
-  /// x + 1.
+  /// The sums of the columns around row y. Columns x - 1, x and x + 1 together are the sum at x, also at both ends;
+  /// only the corners of the bottom row are different.
   const std::int32_t* ColumnSums(int y) const {
     const int width = original_.width, height = original_.height;
     const std::int32_t* here = original_.Row(y);
@@ -198,7 +204,7 @@ class FirstPass {
     return columns_;
   }
 
-  /// Sum of the first and the last value of the bottom row, which are no sums of the columns above.
+  /// The sum at the first or last place of the bottom row, where the bottom row itself counts twice.
   std::int32_t BottomCornerSum(int x) const {
     const std::int32_t* here = original_.Row(original_.height - 1);
     const std::int32_t* inner = original_.Row(original_.height - 2);
@@ -211,8 +217,10 @@ class FirstPass {
     const Integers d;
     const int width = original_.width, lanes = static_cast<int>(hn::Lanes(d));
     int x = 0;
-    for (; x + lanes <= width; x += lanes)
+    for (; x + lanes <= width; x += lanes) {
+      RequestForReading(c + x);
       hn::Store(hn::Add(hn::Add(hn::LoadU(d, a + x), hn::LoadU(d, b + x)), hn::LoadU(d, c + x)), d, columns_ + x);
+    }
     for (; x < width; ++x) columns_[x] = a[x] + b[x] + c[x];
   }
 
@@ -252,6 +260,7 @@ void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::int32_t> result,
     std::int32_t* out = result.Row(y);
     int x = 0;
     for (; x + lanes <= result.width; x += lanes) {
+      RequestForWriting(out + x);
       const auto levels = hn::DemoteTo(narrow, hn::Load(d, in + x));
       largest = hn::Max(largest, levels);
       hn::StoreU(levels, narrow, out + x);
@@ -279,6 +288,7 @@ void SmoothOnce(SmoothJob& job, const FirstPass& first) {
     int x = 0;
     for (; x + lanes <= width && !bottom; x += lanes) {
       const auto sum = hn::Add(hn::Add(hn::LoadU(d, sums + x - 1), hn::Load(d, sums + x)), hn::LoadU(d, sums + x + 1));
+      RequestForWriting(out + x);
       const auto levels = hn::ShiftRight<16>(hn::Mul(sum, ninth));
       largest = hn::Max(largest, levels);
       hn::StoreU(levels, d, out + x);
@@ -292,6 +302,7 @@ void SmoothOnce(SmoothJob& job, const FirstPass& first) {
   job.maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(d, largest)));
 }
 
+/// Two passes or more.
 template <class Ninth>
 void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth ninth) {
   const int width = job.original.width, height = job.original.height;

@@ -18,5 +18,6 @@ struct SmoothJob {
 };
 
 /// Runs `level` passes (1 or more) over each plane. The planes are spread over the cores; the result does not depend
-/// on their number, nor on the processor. Throws OutOfBoundsException for a plane of less than 2 by 2.
+/// on their number, nor on the processor. Needs memory for two rows of doubles a pass. Throws OutOfBoundsException for
+/// a plane of less than 2 by 2.
 void SmoothPlanes(std::span<SmoothJob> jobs, int level);
