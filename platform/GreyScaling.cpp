@@ -15,18 +15,23 @@ struct Range {
   Sample highest = std::numeric_limits<Sample>::lowest();
 };
 
-template <class Sample>
-Range<Sample> RangeOf(std::span<const Sample> samples) {
-  constexpr Sample kLargest = std::numeric_limits<Sample>::max();
-  constexpr Sample kSmallest = std::numeric_limits<Sample>::lowest();
+/// Every comparison with not-a-number is false, so that it changes nothing.
+template <class Sample, class Counts>
+Range<Sample> RangeOf(std::span<const Sample> samples, Counts counts) {
   Range<Sample> range;
   for (const Sample sample : samples) {
-    // Every comparison with not-a-number is false, so that it changes nothing.
-    if constexpr (std::is_floating_point_v<Sample>)
-      if (sample > kLargest || sample < kSmallest) continue;
-    if (sample < range.lowest) range.lowest = sample;
-    if (sample > range.highest) range.highest = sample;
+    range.lowest = counts(sample) && sample < range.lowest ? sample : range.lowest;
+    range.highest = counts(sample) && sample > range.highest ? sample : range.highest;
   }
+  return range;
+}
+
+template <class Sample>
+Range<Sample> FiniteRangeOf(std::span<const Sample> samples) {
+  const Range<Sample> range = RangeOf(samples, [](Sample) { return true; });
+  if constexpr (std::is_floating_point_v<Sample>)
+    if (std::isinf(range.lowest) || std::isinf(range.highest))
+      return RangeOf(samples, [](Sample sample) { return !std::isinf(sample); });
   return range;
 }
 
@@ -40,11 +45,11 @@ class Scaler {
   }
   bool Flat() const { return !(range_ > 0); }
   std::uint8_t operator()(double value) const {
-    const double level = (value * shrink_ - lowest_) * 255.0 / range_;
-    if (!(level > 0)) return 0;  // not-a-number too
-    if (level >= 255) return 255;
+    double level = (value * shrink_ - lowest_) * 255.0 / range_;
+    level = level > 0 ? level : 0;  // not-a-number too
+    level = level < 255 ? level : 255;
     const int whole = static_cast<int>(level);
-    return static_cast<std::uint8_t>(whole + (level - whole >= 0.5));
+    return static_cast<std::uint8_t>(whole + (level - whole >= 0.5 ? 1 : 0));
   }
 
  private:
@@ -58,7 +63,7 @@ class Scaler {
 template <class Sample>
 std::vector<std::uint8_t> ScaledToLevels(std::span<const Sample> samples) {
   std::vector<std::uint8_t> levels(samples.size());
-  const Range<Sample> range = RangeOf(samples);
+  const Range<Sample> range = FiniteRangeOf(samples);
   const Scaler scale(static_cast<double>(range.lowest), static_cast<double>(range.highest));
   if (scale.Flat()) return levels;
   if constexpr (sizeof(Sample) == 2) {

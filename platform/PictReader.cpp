@@ -15,10 +15,13 @@ namespace platform {
 
 namespace {
 
+/// No PICT compresses more: run lengths reach 64 bytes for one, JPEG inside a PICT less than 1000.
+constexpr std::int64_t kPixelsPerByte = 4096;
+
 void DropMessage(ExceptionType, const char*, const char*) {}
 
 /// The library ends the program when it lacks memory; here that ends the reading.
-[[noreturn]] void LeaveReader(ExceptionType, const char*, const char*) {
+__attribute__((noreturn)) void LeaveReader(ExceptionType, const char*, const char*) {
   throw std::bad_alloc();
 }
 
@@ -33,7 +36,6 @@ void PrepareLibrary() {
     SetErrorHandler(DropMessage);
     SetWarningHandler(DropMessage);
     SetFatalErrorHandler(LeaveReader);
-    SetMagickResourceLimit(PixelsResource, kMaximumPixels);
     SetMagickResourceLimit(WidthResource, 32767);  // coordinates of a PICT have 16 bits
     SetMagickResourceLimit(HeightResource, 32767);
     SetMagickResourceLimit(MemoryResource, static_cast<magick_int64_t>(MemoryForAPicture()));
@@ -88,9 +90,14 @@ Ref<Picture> Read(std::span<const std::uint8_t> bytes) {
   const int frameHeight = coordinate(6) - coordinate(2);
   const int frameWidth = coordinate(8) - coordinate(4);
   CheckSize(frameWidth, frameHeight, sizeof(PixelPacket) + sizeof(Color));
-  CheckPlausible(frameWidth, frameHeight, bytes.size(), 4096);
+  CheckPlausible(frameWidth, frameHeight, bytes.size(), kPixelsPerByte);
 
   PrepareLibrary();
+  // The pixel maps inside a PICT have sizes of their own, which only the library sees. Its limits are those of the
+  // whole process: one picture at a time.
+  static std::mutex oneAtATime;
+  const std::lock_guard lock(oneAtATime);
+  SetMagickResourceLimit(PixelsResource, std::min(kMaximumPixels, kPixelsPerByte * std::ssize(bytes)));
   Complaint complaint;
   const std::unique_ptr<ImageInfo, decltype(&DestroyImageInfo)> info(CloneImageInfo(nullptr), DestroyImageInfo);
   // Both, so that the content of the preamble cannot ask for another decoder.

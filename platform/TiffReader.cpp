@@ -158,11 +158,12 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
     const TIFFCodec* codec = TIFFFindCODEC(layout.compression);
     throw ReadFailure("unsupported compression: " + (codec ? codec->name : std::to_string(layout.compression)));
   }
-  // Uncompressed YCbCr may hold its colour once for up to 16 pixels. One bit a pixel compresses without limit.
+  // Uncompressed YCbCr may hold its colour once for up to 16 pixels. Compression makes one byte of 65536 at the very
+  // best: a blank page of fax.
   if (layout.compression == COMPRESSION_NONE)
     CheckPlausible(layout.width, layout.height, source.bytes.size(),
                    (layout.photometric == PHOTOMETRIC_YCBCR ? 4 : 1) / bytesPerPixel);
-  else if (layout.bits > 1)
+  else
     CheckPlausible(layout.width, layout.height, source.bytes.size(), 65536 / bytesPerPixel);
   if (TIFFIsTiled(tiff)) {
     std::uint32_t tileWidth = 0;
