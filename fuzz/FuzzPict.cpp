@@ -10,6 +10,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const platform::OpenedPicture opened = platform::ReadPict({data, size});
   if (static_cast<bool>(opened.picture) != opened.failure.Empty()) std::abort();
-  if (opened.picture) opened.picture->Pixels();
   return 0;
 }
