@@ -8,8 +8,8 @@ namespace platform {
 struct FileType {
   String Name;        ///< such as "image/tiff"; found regardless of letter case
   String Extensions;  ///< with their points, separated by semicolons
-  String MacType;     ///< four-character code of Mac OS, or empty
-  String MacCreator;
+  String MacType{};   ///< four-character code of Mac OS, or empty
+  String MacCreator{};
 };
 
 /// Makes the type known, so that windows can accept it by name.

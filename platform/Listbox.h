@@ -9,10 +9,10 @@ namespace platform {
 
 /// What a list is made with.
 struct ListboxSettings {
-  String columnWidths;            ///< logical pixels, comma-separated; "*" takes the rest, 0 hides the column
-  std::vector<String> headings{}; ///< one a column; none: no heading row
+  String columnWidths{};           ///< logical pixels, comma-separated; "*" takes the rest, 0 hides the column
+  std::vector<String> headings{};  ///< one a column; none: no heading row
   int defaultRowHeight = 20;
-  bool gridLines = false;         ///< in both directions
+  bool gridLines = false;  ///< in both directions
   bool multipleSelection = false;
 };
 

@@ -18,6 +18,9 @@ void ProcessEvents();
 /// Runs the event loop until the condition holds; false when it did not within the limit.
 bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds = 5000);
 
+/// Calls `step` from the event loop: the way to act while a modal window holds its caller.
+void Later(const std::function<void()>& step);
+
 void Activate(Window& window);
 void MouseMove(RectControl& control, int x, int y);  ///< no button; enters the control when it was outside
 void MouseLeave(RectControl& control);
@@ -26,6 +29,8 @@ void MouseDragTo(RectControl& control, int x, int y);  ///< the button is down
 void MouseRelease(RectControl& control, int x, int y);
 void Click(RectControl& control);  ///< in its middle, or on the box of a check box
 void Click(RectControl& control, int x, int y);
+/// Puts a click in the middle of the control into the event loop, to be met by whoever serves it next.
+void PostClick(RectControl& control);
 void ClickCell(Listbox& list, int row, int column, int x, int y);
 void ClickCellCheck(Listbox& list, int row, int column);
 void ClickHeader(Listbox& list, int column);

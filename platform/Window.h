@@ -16,7 +16,7 @@ enum class Frame { Document, Dialog, MovableModal };
 
 /// What a window is made with. Sizes are those of the content, logical pixels; the menu bar and frame come on top.
 struct WindowSettings {
-  String title;
+  String title{};
   int width = 300, height = 200;
   int minWidth = 64, minHeight = 64;
   int maxWidth = 32000, maxHeight = 32000;

@@ -4,11 +4,13 @@
 
 #include <QColor>
 #include <QImage>
+#include <QRect>
 #include <QString>
 #include <functional>
 
 #include "platform/Color.h"
 #include "platform/Picture.h"
+#include "platform/PlaneView.h"
 #include "platform/String.h"
 
 class QPaintEvent;
@@ -27,6 +29,8 @@ inline QColor ToQColor(Color color) {
 }
 /// A copy of the pixels. The picture keeps none of the image's alpha.
 Ref<Picture> ToPicture(const QImage& image);
+/// A copy of part of the pixels, opaque, as the toolkit wants them: a colour of ours has the unused byte 0.
+QImage OpaqueImage(PlaneView<const Color> pixels, const QRect& part);
 /// A copy, transparent where the picture's mask says so.
 QImage ToQImage(const Ref<Picture>& picture);
 

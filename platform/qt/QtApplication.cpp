@@ -331,6 +331,8 @@ Application::Application() {
 }
 
 Application::~Application() {
+  // Windows end here and not with the toolkit, whose own parts may be gone by then.
+  EndAllWindows();
   if (running.application == this) running.application = nullptr;
 }
 

@@ -137,17 +137,13 @@ void NativeCanvas::Flush() {
 }
 
 void NativeCanvas::Show(const QRegion& region) {
-  if (pixels.empty()) return;
-  const QImage image(reinterpret_cast<const uchar*>(pixels.data()), deviceWidth, deviceHeight,
-                     static_cast<qsizetype>(deviceWidth) * 4, QImage::Format_RGB32);
+  const PlaneView<const Color> view{pixels.data(), deviceWidth, deviceHeight, deviceWidth};
   QPainter painter(widget);
-  painter.setCompositionMode(QPainter::CompositionMode_Source);
   painter.scale(1.0 / ratio, 1.0 / ratio);  // from here on device pixels
   for (const QRect& rect : region) {
-    const QRect part = QRectF(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio)
-                           .toAlignedRect()
-                           .intersected(image.rect());
-    painter.drawImage(part.topLeft(), image, part);
+    const QRectF device(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio);
+    const QRect part = device.toAlignedRect().intersected({0, 0, deviceWidth, deviceHeight});
+    painter.drawImage(part.topLeft(), OpaqueImage(view, part));
     if (recording) repaints.push_back({rect.x(), rect.y(), rect.width(), rect.height()});
   }
 }

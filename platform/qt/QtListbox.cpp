@@ -456,8 +456,9 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
     frame.ForeColor = kFocus;
     frame.DrawRect(0, 0, width, height);
   }
-  image.setDevicePixelRatio(ratio);
-  painter.drawImage(rect.topLeft(), image);
+  QImage composed = OpaqueImage(pixels, image.rect());
+  composed.setDevicePixelRatio(ratio);
+  painter.drawImage(rect.topLeft(), composed);
   if (grid == 0) return;
   painter.fillRect(QRect(rect.right(), rect.top(), 1, rect.height()), ToQColor(kGrid));
   painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), ToQColor(kGrid));
@@ -545,9 +546,7 @@ void Listbox::CellCheck(int row, int column, bool checked) {
 void Listbox::InvalidateCell(int row, int column) {
   auto& native = ListOf(*this);
   if (row < -1 || row >= ListCount() || column < -1 || column >= ColumnCount() || ListCount() == 0) return;
-  const auto& model = *native.model;
-  const auto& viewport = *native.view->viewport();
-  QRect area = viewport.rect();
+  QRect area = native.view->viewport()->rect();
   if (row >= 0) {
     area.setTop(native.view->rowViewportPosition(row));
     area.setHeight(native.view->rowHeight(row));
@@ -556,7 +555,6 @@ void Listbox::InvalidateCell(int row, int column) {
     area.setLeft(native.view->columnViewportPosition(column));
     area.setWidth(native.view->columnWidth(column));
   }
-  (void)model;
   native.view->viewport()->update(area);
 }
 

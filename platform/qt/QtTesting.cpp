@@ -6,6 +6,7 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
 #include <QWindow>
 
@@ -111,6 +112,10 @@ bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds) {
   return QTest::qWaitFor(condition, limitMilliseconds);
 }
 
+void Later(const std::function<void()>& step) {
+  QTimer::singleShot(0, qApp, step);
+}
+
 void Activate(Window& window) {
   window.Native().frame->activateWindow();
   (void)QTest::qWaitForWindowActive(window.Native().frame.get());
@@ -148,6 +153,17 @@ void Click(RectControl& control) {
 
 void Click(RectControl& control, int x, int y) {
   ClickAt(WidgetOf(control), {x, y});
+}
+
+void PostClick(RectControl& control) {
+  QWindow* handle = HandleOf(WidgetOf(control));
+  if (!handle) return;
+  const QPoint at = InWindow(WidgetOf(control), WidgetOf(control).rect().center());
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QCoreApplication::postEvent(handle,
+                                new QMouseEvent(type, at, handle->mapToGlobal(at), Qt::LeftButton, held, Held()));
+  }
 }
 
 void ClickCell(Listbox& list, int row, int column, int x, int y) {
