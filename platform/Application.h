@@ -10,7 +10,8 @@ namespace platform {
 
 /// Starts the toolkit. Before any window or application object; once. Chooses X11 where the desktop is Wayland (which
 /// does not let windows place themselves) unless the user's environment says otherwise, sets the fixed light look,
-/// installs text drawing and the tidy handling of uncaught failures.
+/// installs text drawing and the tidy handling of uncaught failures. The toolkit ends with the application object, and
+/// all windows with it.
 void StartToolkit(int& argc, char** argv);
 
 class Application {

@@ -1,5 +1,7 @@
 #include "tests/WindowsFixture.h"
 
+#include <unistd.h>
+
 #include <cstdint>
 #include <fstream>
 
@@ -53,7 +55,7 @@ WindowsTest::WindowsTest() {
   std::filesystem::create_directories(folder);
   Globals::OutputFolder = MakeRef<FolderItem>(folder);
   Dialogs().msgBox = [this](const String& text) { messages.push_back(text.Utf8()); };
-  testing::ProcessEvents();
+  user::ProcessEvents();
 }
 
 WindowsTest::~WindowsTest() {
@@ -71,11 +73,11 @@ std::string WindowsTest::WriteMap(const std::string& name, int width, int height
 }
 
 void WindowsTest::Drop(const std::vector<std::string>& paths) {
-  testing::Drop(overview(), paths);
+  user::Drop(overview(), paths);
 }
 
 void WindowsTest::CheckRow(int row) {
-  testing::ClickCellCheck(overview().ListBox1, row, WindowOverview::kCluster);
+  user::ClickCellCheck(overview().ListBox1, row, WindowOverview::kCluster);
 }
 
 void WindowsTest::LoadCluster(const std::vector<std::string>& species, int width, int height,
@@ -85,7 +87,7 @@ void WindowsTest::LoadCluster(const std::vector<std::string>& species, int width
     paths.push_back(WriteMap("map_" + species[i] + ".tif", width, height, level(static_cast<int>(i))));
   Drop(paths);
   CheckRow(overview().ListBox1.ListCount() - 1);
-  testing::Activate(main());
+  user::Activate(main());
 }
 
 void WindowsTest::LoadThree(int width, int height) {

@@ -20,6 +20,8 @@
 #include "platform/Dialogs.h"
 #include "platform/Testing.h"
 
+namespace user = platform::testing;
+
 using LevelAt = std::function<int(int x, int y)>;
 
 class WindowsTest : public ::testing::Test {

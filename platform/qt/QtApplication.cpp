@@ -202,8 +202,7 @@ void StartToolkit(int& argc, char** argv) {
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QCoreApplication::setApplicationName("Vornalite");
   QGuiApplication::setApplicationDisplayName({});
-  static Toolkit theToolkit(argc, argv);
-  toolkit = &theToolkit;
+  toolkit = new Toolkit(argc, argv);
   std::setlocale(LC_NUMERIC, "C");  // the toolkit has taken over the user's, whose decimal point may be a comma
   QGuiApplication::setWindowIcon(QIcon(":/vornalite/vornalite.png"));
   QGuiApplication::setDesktopFileName("vornalite");
@@ -331,9 +330,11 @@ Application::Application() {
 }
 
 Application::~Application() {
-  // Windows end here and not with the toolkit, whose own parts may be gone by then.
-  EndAllWindows();
-  if (running.application == this) running.application = nullptr;
+  if (running.application != this) return;
+  running.application = nullptr;
+  // Here and not when static objects end: parts of the toolkit that it needs for that are gone by then.
+  delete toolkit;
+  toolkit = nullptr;
 }
 
 Application* Application::Current() {

@@ -59,25 +59,25 @@ TEST_F(StartTest, MenusFollowWhatIsOnScreen) {
   for (const char* item : dependOnMain) EXPECT_TRUE(Enabled(item)) << item;
   EXPECT_FALSE(Enabled("EditUndo"));
   EXPECT_FALSE(Enabled("MenuWindowRGB"));
-  testing::Click(main().PBdraw);
+  user::Click(main().PBdraw);
   EXPECT_TRUE(Enabled("EditUndo"));
-  testing::Activate(overview());
+  user::Activate(overview());
   EXPECT_FALSE(Enabled("EditUndo"));
-  testing::Activate(main());
-  testing::Click(main().PBundraw);
-  testing::Click(main().PB_RGB);
+  user::Activate(main());
+  user::Click(main().PBundraw);
+  user::Click(main().PB_RGB);
   EXPECT_TRUE(Enabled("MenuWindowRGB"));
   composite().Hide();
   App::Instance().UpdateMenus();
   EXPECT_FALSE(Enabled("MenuWindowRGB"));
 
-  testing::ChooseMenu("EditDeleteSelection");  // no handler anywhere
+  user::ChooseMenu("EditDeleteSelection");  // no handler anywhere
   EXPECT_EQ(overview().ListBox1.ListCount(), 1);
 }
 
 TEST_F(StartTest, HigherSmoothingLevelsKeepTheirMarks) {
   LoadThree(20, 20);
-  for (const char* item : {"OptionsSmooth3", "OptionsSmooth10", "OptionsSmooth20"}) testing::ChooseMenu(item);
+  for (const char* item : {"OptionsSmooth3", "OptionsSmooth10", "OptionsSmooth20"}) user::ChooseMenu(item);
   EXPECT_EQ(main().SmoothLevel, 20);
   EXPECT_FALSE(Checked("OptionsRawImage"));
   EXPECT_FALSE(Checked("OptionsSmooth3"));
@@ -87,12 +87,12 @@ TEST_F(StartTest, HigherSmoothingLevelsKeepTheirMarks) {
 
 TEST_F(StartTest, ColorItemsWorkOnlyWithMainInFront) {
   LoadThree(20, 20);
-  testing::Activate(overview());
-  testing::ChooseMenu("Colorsc3");
+  user::Activate(overview());
+  user::ChooseMenu("Colorsc3");
   EXPECT_EQ(main().SelectedLUT, 10);
   EXPECT_TRUE(Checked("Colorsc11"));
-  testing::Activate(main());
-  testing::ChooseMenu("Colorsc3");
+  user::Activate(main());
+  user::ChooseMenu("Colorsc3");
   EXPECT_EQ(main().SelectedLUT, 2);
   EXPECT_FALSE(Checked("Colorsc11"));
   EXPECT_TRUE(Checked("Colorsc3"));
@@ -101,7 +101,7 @@ TEST_F(StartTest, ColorItemsWorkOnlyWithMainInFront) {
 
 TEST_F(StartTest, ZoomAndExactPixels) {
   LoadThree(20, 20);
-  testing::ChooseMenu("Window300");
+  user::ChooseMenu("Window300");
   EXPECT_EQ(Globals::Zoom, 3.0);
   EXPECT_TRUE(Checked("Window300"));
   EXPECT_FALSE(Checked("Window100"));
@@ -109,17 +109,17 @@ TEST_F(StartTest, ZoomAndExactPixels) {
   EXPECT_EQ(composite().Canvas1.Width(), 60);
   const Color first = PixelOf(main().cvTIF, 0, 0);
   for (int i = 0; i < 9; ++i) EXPECT_EQ(PixelOf(main().cvTIF, i % 3, i / 3), first);
-  testing::ChooseMenu("SizeExact");
+  user::ChooseMenu("SizeExact");
   EXPECT_FALSE(Checked("SizeExact"));
   EXPECT_NE(PixelOf(main().cvTIF, 2, 0), first);  // mixed with its neighbour
-  testing::Key(main(), "Ctrl+=");
+  user::Key(main(), "Ctrl+=");
   EXPECT_EQ(Globals::Zoom, 1.0);
   EXPECT_EQ(main().cvTIF.Width(), 20);
 }
 
 TEST_F(StartTest, NewClearEmptiesTheStackAndNotTheCatalogue) {
   LoadThree(20, 20);
-  testing::Key(main(), "Ctrl+N");
+  user::Key(main(), "Ctrl+N");
   EXPECT_EQ(main().Title().Utf8(), "Vornalite");
   EXPECT_EQ(main().SpeciesLB.ListCount(), 0);
   EXPECT_FALSE(main().currTIF);
@@ -128,9 +128,9 @@ TEST_F(StartTest, NewClearEmptiesTheStackAndNotTheCatalogue) {
   EXPECT_EQ(PixelOf(main().cvTIF, 3, 3), 0x999999u);
   EXPECT_EQ(overview().ListBox1.ListCount(), 1);
   // The mouse and the keys find nothing and say nothing.
-  testing::MouseMove(main().cvTIF, 4, 4);
-  testing::Click(main().cvTIF, 5, 5);
-  testing::Key(main(), "Down");
+  user::MouseMove(main().cvTIF, 4, 4);
+  user::Click(main().cvTIF, 5, 5);
+  user::Key(main(), "Down");
   EXPECT_TRUE(messages.empty());
   // The row counts as loaded: checking it again shows an empty window.
   CheckRow(0);
@@ -141,29 +141,29 @@ TEST_F(StartTest, NewClearEmptiesTheStackAndNotTheCatalogue) {
 
 TEST_F(StartTest, CloseLeavesSpeciesWindowsAndTheCloseBoxClosesThem) {
   LoadThree(20, 20);
-  testing::Click(main().PB_AllSpecies);
+  user::Click(main().PB_AllSpecies);
   ASSERT_EQ(speciesWindows().size(), 3u);
-  testing::Activate(main());
-  testing::Key(main(), "Ctrl+W");
+  user::Activate(main());
+  user::Key(main(), "Ctrl+W");
   EXPECT_FALSE(main().Visible());
   EXPECT_EQ(speciesWindows().size(), 3u);
   EXPECT_FALSE(overview().ListBox1.CellCheck(0, WindowOverview::kCluster));
   CheckRow(0);
   EXPECT_TRUE(main().Visible());
-  testing::CloseButton(main());
+  user::CloseButton(main());
   EXPECT_FALSE(main().Visible());
   EXPECT_EQ(speciesWindows().size(), 0u);
   EXPECT_TRUE(overview().Visible());
-  testing::CloseButton(overview());
+  user::CloseButton(overview());
   EXPECT_FALSE(overview().Visible());
-  testing::ChooseMenu("MenuWindowOverview");
+  user::ChooseMenu("MenuWindowOverview");
   EXPECT_TRUE(overview().Visible());
 }
 
 TEST_F(StartTest, AnUncaughtFailureEndsItsEventInOneMessage) {
   LoadThree(20, 20);
-  testing::ChooseMenu("FileNewClear");
-  testing::ChooseMenu("OptionsSmooth2");  // nothing to smooth: the access to the empty stack fails
+  user::ChooseMenu("FileNewClear");
+  user::ChooseMenu("OptionsSmooth2");  // nothing to smooth: the access to the empty stack fails
   EXPECT_EQ(messages.size(), 1u);
   EXPECT_EQ(main().PPbuttons.Value(), Main::kPageNormal);
 }
@@ -178,9 +178,9 @@ TEST_F(StartTest, OutputFolderChangesOnlyWhenOneIsChosen) {
     EXPECT_TRUE(dialog.InitialDirectory == before);
     return answer;
   };
-  testing::ChooseMenu("FileChangeSaveLocation");
+  user::ChooseMenu("FileChangeSaveLocation");
   EXPECT_TRUE(Globals::OutputFolder == before);
   answer = chosen;
-  testing::ChooseMenu("FileChangeSaveLocation");
+  user::ChooseMenu("FileChangeSaveLocation");
   EXPECT_TRUE(Globals::OutputFolder == chosen);
 }

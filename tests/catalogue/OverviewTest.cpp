@@ -19,8 +19,8 @@ class OverviewTest : public WindowsTest {
     return WriteBytes(name, bytes);
   }
   bool RedIn(int row) {
-    const auto shot = testing::Shot(overview().ListBox1);
-    const Rect cell = testing::CellRect(overview().ListBox1, row, WindowOverview::kSpecies);
+    const auto shot = user::Shot(overview().ListBox1);
+    const Rect cell = user::CellRect(overview().ListBox1, row, WindowOverview::kSpecies);
     for (int y = cell.y; y < cell.y + cell.height; ++y)
       for (int x = cell.x; x < cell.x + cell.width; ++x) {
         const Color c = shot->RGBSurface().Pixel(x, y);
@@ -65,9 +65,9 @@ TEST_F(OverviewTest, RefusedDropsAddNothing) {
   EXPECT_EQ(messages.size(), 2u);
   EXPECT_EQ(overview().ListBox1.ListCount(), 0);
   EXPECT_EQ(Globals::FileDropCount, 0);
-  EXPECT_FALSE(testing::WouldAccept(overview(), {}));
-  EXPECT_FALSE(testing::WouldAccept(overview(), {WriteBytes("notes.txt", "x"), WriteBytes("a.im", "x")}));
-  EXPECT_FALSE(testing::WouldAccept(main(), {Map("a_Fe.tif")}));
+  EXPECT_FALSE(user::WouldAccept(overview(), {}));
+  EXPECT_FALSE(user::WouldAccept(overview(), {WriteBytes("notes.txt", "x"), WriteBytes("a.im", "x")}));
+  EXPECT_FALSE(user::WouldAccept(main(), {Map("a_Fe.tif")}));
   // One unreadable file among others is left out without a word.
   Drop({Map("a_Fe.tif"), PathOf("gone.tif"), Map("a_Mg.tif")});
   EXPECT_EQ(Cell(0, 2), "Fe, Mg");
@@ -98,18 +98,18 @@ TEST_F(OverviewTest, DeletingRowsBringsTheRestUpToDate) {
   EXPECT_FALSE(overview().PBdeleteselection.Enabled());
   CheckRow(2);
   const String loaded = main().currFileNb;
-  testing::ClickCell(overview().ListBox1, 1, WindowOverview::kSpecies, 40, 8);
+  user::ClickCell(overview().ListBox1, 1, WindowOverview::kSpecies, 40, 8);
   EXPECT_TRUE(overview().PBdeleteselection.Enabled());
-  testing::Click(overview().PBdeleteselection);
+  user::Click(overview().PBdeleteselection);
   ASSERT_EQ(overview().ListBox1.ListCount(), 2);
   EXPECT_EQ(Cell(1, 1), "c");
   EXPECT_EQ(Cell(1, 2), "Fe, Mg, Ti");
   EXPECT_NE(main().currFileNb, loaded);  // renumbered, so loaded anew
   EXPECT_EQ(main().currFileNb.Utf8(), Cell(1, 0));
-  testing::Activate(overview());
-  testing::Key(overview(), "Ctrl+A");
+  user::Activate(overview());
+  user::Key(overview(), "Ctrl+A");
   EXPECT_EQ(overview().ListBox1.SelCount(), 2);
-  testing::Click(overview().PBdeleteselection);
+  user::Click(overview().PBdeleteselection);
   EXPECT_EQ(overview().ListBox1.ListCount(), 0);
   EXPECT_FALSE(overview().PBdeleteselection.Enabled());
   EXPECT_FALSE(overview().STredmissing.Visible());
@@ -124,7 +124,7 @@ TEST_F(OverviewTest, ShortSpeciesNamesUniteNumberedOnes) {
   Drop({Map("b_Fe_3.tif"), Map("b_Mg_4.tif")});
   EXPECT_TRUE(overview().STredmissing.Visible());
   ASSERT_TRUE(overview().CBnoSpeciesExtensions.Enabled());
-  testing::Click(overview().CBnoSpeciesExtensions);
+  user::Click(overview().CBnoSpeciesExtensions);
   EXPECT_EQ(Cell(0, 2), "Fe, Mg");
   EXPECT_FALSE(overview().STredmissing.Visible());
   EXPECT_FALSE(RedIn(0));
@@ -136,7 +136,7 @@ TEST_F(OverviewTest, ShortSpeciesNamesUniteNumberedOnes) {
 TEST_F(OverviewTest, HeadingsSortTheRowsAndNotTheFiles) {
   Drop({Map("b_Fe.tif"), Map("b_Mg.tif")});
   Drop({Map("a_Fe.tif"), Map("a_Mg.tif")});
-  testing::ClickHeader(overview().ListBox1, WindowOverview::kCluster);
+  user::ClickHeader(overview().ListBox1, WindowOverview::kCluster);
   EXPECT_EQ(Cell(0, 1), "a");
   EXPECT_EQ(Cell(1, 1), "b");
   EXPECT_EQ(Globals::ooo(0, 0)->DisplayName().Utf8(), "b_Fe.tif");

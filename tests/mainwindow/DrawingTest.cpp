@@ -9,11 +9,11 @@ class DrawingTest : public WindowsTest {
  protected:
   void Open(int size) {
     LoadThree(size, size);
-    testing::Click(main().PB_RGB);
-    testing::Activate(main());
-    testing::Click(main().PB_AllSpecies);
-    testing::Activate(main());
-    testing::Click(main().PBdraw);
+    user::Click(main().PB_RGB);
+    user::Activate(main());
+    user::Click(main().PB_AllSpecies);
+    user::Activate(main());
+    user::Click(main().PBdraw);
     Globals::DrawColor = 0xFF00FF;
   }
   std::vector<Canvas*> AllCanvases() {
@@ -22,9 +22,9 @@ class DrawingTest : public WindowsTest {
     return canvases;
   }
   void Stroke(int x1, int y1, int x2, int y2) {
-    testing::MousePress(main().cvTIF, x1, y1);
-    testing::MouseDragTo(main().cvTIF, x2, y2);
-    testing::MouseRelease(main().cvTIF, x2, y2);
+    user::MousePress(main().cvTIF, x1, y1);
+    user::MouseDragTo(main().cvTIF, x2, y2);
+    user::MouseRelease(main().cvTIF, x2, y2);
   }
   int Rows() { return Globals::x1Draw.Ubound() + 1; }
 };
@@ -32,17 +32,17 @@ class DrawingTest : public WindowsTest {
 TEST_F(DrawingTest, AStrokeShowsOnAllMapsWhileDrawnAndAfter) {
   for (const auto& [zoom, scale] : {std::pair{"Window100", 1.0}, {"Window500", 5.0}, {"Window50", 0.5}}) {
     Open(60);
-    testing::ChooseMenu(zoom);
-    testing::Click(main().PBdrawClearAll);
+    user::ChooseMenu(zoom);
+    user::Click(main().PBdrawClearAll);
     const auto canvas = [scale = scale](int image) { return static_cast<int>((image + 0.5) * scale); };
-    testing::MousePress(main().cvTIF, canvas(10), canvas(10));
+    user::MousePress(main().cvTIF, canvas(10), canvas(10));
     EXPECT_EQ(Rows(), 2);
-    testing::MouseDragTo(main().cvTIF, canvas(20), canvas(15));
+    user::MouseDragTo(main().cvTIF, canvas(20), canvas(15));
     EXPECT_EQ(Rows(), 3);
     for (Canvas* map : AllCanvases())
       for (const auto& [x, y] : {std::pair{10, 10}, {14, 12}, {20, 15}})
         EXPECT_EQ(PixelOf(*map, static_cast<int>(x * scale), static_cast<int>(y * scale)), 0xFF00FFu) << zoom;
-    testing::MouseRelease(main().cvTIF, canvas(20), canvas(15));
+    user::MouseRelease(main().cvTIF, canvas(20), canvas(15));
     if (scale < 1) continue;  // half of the image pixels of a line are not seen then
     for (Canvas* map : AllCanvases()) {
       const int side = static_cast<int>(scale);
@@ -59,9 +59,9 @@ TEST_F(DrawingTest, RowsHoldMarkerPointAndSteps) {
   Stroke(10, 10, 20, 15);
   EXPECT_EQ(std::vector<int>(Globals::x1Draw.begin(), Globals::x1Draw.end()), (std::vector<int>{-10, 10, 10}));
   EXPECT_EQ(std::vector<int>(Globals::y2Draw.begin(), Globals::y2Draw.end()), (std::vector<int>{-10, 10, 15}));
-  testing::MousePress(main().cvTIF, 30, 30);
-  testing::MouseDragTo(main().cvTIF, -500, 30);  // outside is stored as it is
-  testing::MouseRelease(main().cvTIF, -500, 30);
+  user::MousePress(main().cvTIF, 30, 30);
+  user::MouseDragTo(main().cvTIF, -500, 30);  // outside is stored as it is
+  user::MouseRelease(main().cvTIF, -500, 30);
   EXPECT_EQ(Globals::x2Draw(Globals::x2Draw.Ubound()), -500);
 }
 
@@ -70,36 +70,36 @@ TEST_F(DrawingTest, UndoShowAndClear) {
   Stroke(10, 10, 20, 10);
   Stroke(10, 30, 20, 30);
   EXPECT_EQ(Rows(), 6);
-  testing::Key(main(), "Ctrl+Z");
+  user::Key(main(), "Ctrl+Z");
   EXPECT_EQ(Rows(), 3);
   for (Canvas* map : AllCanvases()) {
     EXPECT_EQ(PixelOf(*map, 15, 10), 0xFF00FFu);
     EXPECT_NE(PixelOf(*map, 15, 30), 0xFF00FFu);
   }
-  testing::Click(main().PBundraw);
-  testing::Click(main().CB_ShowDrawing);
+  user::Click(main().PBundraw);
+  user::Click(main().CB_ShowDrawing);
   EXPECT_FALSE(Globals::ShowDraw);
   for (Canvas* map : AllCanvases()) EXPECT_NE(PixelOf(*map, 15, 10), 0xFF00FFu);
-  testing::Click(main().CB_ShowDrawing);
+  user::Click(main().CB_ShowDrawing);
   for (Canvas* map : AllCanvases()) EXPECT_EQ(PixelOf(*map, 15, 10), 0xFF00FFu);
-  testing::Click(main().PBdraw);
-  testing::Click(main().PBdrawUndo);
+  user::Click(main().PBdraw);
+  user::Click(main().PBdrawUndo);
   EXPECT_EQ(Rows(), 0);
-  testing::Click(main().PBdrawUndo);
+  user::Click(main().PBdrawUndo);
   Stroke(10, 10, 20, 10);
-  testing::Click(main().PBdrawClearAll);
+  user::Click(main().PBdrawClearAll);
   EXPECT_EQ(Rows(), 0);
   EXPECT_NE(PixelOf(main().cvTIF, 15, 10), 0xFF00FFu);
 }
 
 TEST_F(DrawingTest, AStepWhoseNumbersAddUpToTheMarkerEndsUndoEarly) {
   Open(60);
-  testing::MousePress(main().cvTIF, 10, 10);
-  testing::MouseDragTo(main().cvTIF, -70, 10);  // 10 + 10 - 70 + 10 = -40
-  testing::MouseDragTo(main().cvTIF, 30, 10);
-  testing::MouseRelease(main().cvTIF, 30, 10);
+  user::MousePress(main().cvTIF, 10, 10);
+  user::MouseDragTo(main().cvTIF, -70, 10);  // 10 + 10 - 70 + 10 = -40
+  user::MouseDragTo(main().cvTIF, 30, 10);
+  user::MouseRelease(main().cvTIF, 30, 10);
   EXPECT_EQ(Rows(), 4);
-  testing::Click(main().PBdrawUndo);
+  user::Click(main().PBdrawUndo);
   EXPECT_EQ(Rows(), 2);
 }
 
@@ -129,29 +129,29 @@ TEST_F(DrawingTest, PickerTakesAFieldOnOkAndNothingOnCancel) {
     };
     clock.Mode(Timer::kModeMultiple);
     clock.Enabled(true);
-    testing::Click(main().BB_sel_color);
+    user::Click(main().BB_sel_color);
     EXPECT_TRUE(acted);
     EXPECT_FALSE(picker.Visible());
   };
   choose([&] {
     EXPECT_EQ(PixelOf(picker.Canvas1, 60, 20), 0xFF00FFu);  // the sample bar shows the present colour
-    testing::Click(picker.Canvas1, 15, 55);
-    testing::Click(picker.Canvas1, 105, 85);
+    user::Click(picker.Canvas1, 15, 55);
+    user::Click(picker.Canvas1, 105, 85);
     EXPECT_EQ(PixelOf(picker.Canvas1, 60, 20), 0xFF0000u);
-    testing::Click(picker.Canvas1, 31, 55);  // the gap hits nothing
-    testing::Click(picker.PBcancel);
+    user::Click(picker.Canvas1, 31, 55);  // the gap hits nothing
+    user::Click(picker.PBcancel);
   });
   EXPECT_EQ(Globals::DrawColor, 0xFF00FFu);
   EXPECT_EQ(PixelOf(main().cvTIF, 15, 10), before);
   choose([&] {
-    testing::Click(picker.Canvas1, 15, 55);
-    testing::Click(picker.Canvas1, 105, 85);
-    testing::Key(picker, "Return");
+    user::Click(picker.Canvas1, 15, 55);
+    user::Click(picker.Canvas1, 105, 85);
+    user::Key(picker, "Return");
   });
   EXPECT_EQ(Globals::DrawColor, 0xFF0000u);
   EXPECT_EQ(PixelOf(main().cvTIF, 15, 10), 0xFF0000u);
   EXPECT_EQ(PixelOf(speciesWindows()[0]->cv, 15, 10), 0xFF00FFu);  // until its next paint
-  choose([&] { testing::Key(picker, "Escape"); });
+  choose([&] { user::Key(picker, "Escape"); });
   EXPECT_EQ(Globals::DrawColor, 0xFF0000u);
   // "Other..." ends the dialog either way.
   bool confirm = false;
@@ -161,11 +161,11 @@ TEST_F(DrawingTest, PickerTakesAFieldOnOkAndNothingOnCancel) {
     return confirm;
   };
   choose([&] {
-    testing::Click(picker.Canvas1, 15, 55);
-    testing::Click(picker.PBother);
+    user::Click(picker.Canvas1, 15, 55);
+    user::Click(picker.PBother);
   });
   EXPECT_EQ(Globals::DrawColor, 0xFF0000u);
   confirm = true;
-  choose([&] { testing::Click(picker.PBother); });
+  choose([&] { user::Click(picker.PBother); });
   EXPECT_EQ(Globals::DrawColor, 0x123456u);
 }

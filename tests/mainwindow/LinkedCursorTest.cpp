@@ -21,11 +21,11 @@ class LinkedCursorTest : public WindowsTest {
     return canvases;
   }
   void OpenEverything() {
-    testing::Click(main().PB_RGB);
-    testing::Activate(main());
-    testing::Click(main().PB_AllSpecies);
-    testing::Activate(main());
-    testing::ProcessEvents();
+    user::Click(main().PB_RGB);
+    user::Activate(main());
+    user::Click(main().PB_AllSpecies);
+    user::Activate(main());
+    user::ProcessEvents();
   }
   void WaitForTick() {
     int ticks = 0;
@@ -34,16 +34,16 @@ class LinkedCursorTest : public WindowsTest {
       action();
       ++ticks;
     };
-    ASSERT_TRUE(testing::WaitUntil([&] { return ticks > 0; }));
+    ASSERT_TRUE(user::WaitUntil([&] { return ticks > 0; }));
     main().Timer1.Action = action;
   }
 };
 
 TEST_F(LinkedCursorTest, NothingHappensBeforeALoad) {
   main().Show();
-  testing::Activate(main());
-  testing::MouseMove(main().cvTIF, 20, 20);
-  testing::Click(main().cvTIF, 20, 20);
+  user::Activate(main());
+  user::MouseMove(main().cvTIF, 20, 20);
+  user::Click(main().cvTIF, 20, 20);
   EXPECT_EQ(PixelOf(main().cvTIF, 20, 20), 0x999999u);
   EXPECT_FALSE(main().Timer1.Enabled());
   EXPECT_TRUE(messages.empty());
@@ -53,20 +53,20 @@ TEST_F(LinkedCursorTest, EverySpeciesTellsItsLevelUnderThePointer) {
   LoadThree(60, 40);
   for (const auto& [item, x, y, imageX, imageY] :
        {std::tuple{"Window100", 20, 30, 20, 30}, {"Window300", 100, 40, 33, 13}, {"Window50", 20, 15, 40, 30}}) {
-    testing::ChooseMenu(item);
-    testing::MouseMove(main().cvTIF, x, y);
+    user::ChooseMenu(item);
+    user::MouseMove(main().cvTIF, x, y);
     for (int species = 0; species < 3; ++species)
       EXPECT_EQ(Cur(species), std::to_string((imageX * 7 + imageY * 3 + species * 50) % 256)) << item;
   }
   EXPECT_TRUE(main().Timer1.Enabled());
   EXPECT_EQ(main().CursorChosen, 1);
-  testing::MouseLeave(main().cvTIF);
+  user::MouseLeave(main().cvTIF);
   EXPECT_EQ(Cur(0), "-");
   EXPECT_EQ(Cur(2), "-");
   EXPECT_FALSE(main().Timer1.Enabled());
   // An inactive window lets the mouse pass.
-  testing::Activate(overview());
-  testing::MouseMove(main().cvTIF, 5, 5);
+  user::Activate(overview());
+  user::MouseMove(main().cvTIF, 5, 5);
   EXPECT_EQ(Cur(0), "-");
 }
 
@@ -75,7 +75,7 @@ TEST_F(LinkedCursorTest, MarksAreDrawnOnAllMaps) {
   OpenEverything();
   ASSERT_EQ(speciesWindows().size(), 3u);
   const auto bare = PixelsOf(main().cvTIF);
-  testing::MouseMove(main().cvTIF, 30, 20);
+  user::MouseMove(main().cvTIF, 30, 20);
   EXPECT_EQ(PixelsOf(main().cvTIF), bare);  // the pointer itself shows the place there
   for (Canvas* canvas : AllCanvases()) {
     if (canvas == &main().cvTIF) continue;
@@ -84,14 +84,14 @@ TEST_F(LinkedCursorTest, MarksAreDrawnOnAllMaps) {
     EXPECT_NE(PixelOf(*canvas, 30, 20), 0x808080u);
     EXPECT_NE(PixelOf(*canvas, 23, 20), 0x808080u);
   }
-  testing::Click(main().BBcursorCircles);
+  user::Click(main().BBcursorCircles);
   EXPECT_EQ(main().CursorChosen, 3);
   Globals::fCursorSize = 10;
-  testing::MouseMove(main().cvTIF, 31, 30);
+  user::MouseMove(main().cvTIF, 31, 30);
   for (Canvas* canvas : AllCanvases()) EXPECT_EQ(PixelOf(*canvas, 31, 20), 0x808080u);
   // A paint wipes the marks.
-  testing::MousePress(main().cvTIF, 31, 30);
-  testing::MouseRelease(main().cvTIF, 31, 30);
+  user::MousePress(main().cvTIF, 31, 30);
+  user::MouseRelease(main().cvTIF, 31, 30);
   EXPECT_EQ(PixelsOf(main().cvTIF), bare);
 }
 
@@ -104,9 +104,9 @@ TEST_F(LinkedCursorTest, NoTraceOfAMarkIsLeftAtAnyZoom) {
   OpenEverything();
   std::mt19937 random(7);
   for (const char* zoom : {"Window50", "Window100", "Window200", "Window300", "Window400", "Window500"}) {
-    testing::ChooseMenu(zoom);
+    user::ChooseMenu(zoom);
     for (const bool exact : {true, false}) {
-      if (Menu::SizeExact() != exact) testing::ChooseMenu("SizeExact");
+      if (Menu::SizeExact() != exact) user::ChooseMenu("SizeExact");
       App::Instance().RefreshAllMaps();
       std::vector<std::vector<Color>> fresh;
       for (Canvas* canvas : AllCanvases()) fresh.push_back(PixelsOf(*canvas));
@@ -130,67 +130,67 @@ TEST_F(LinkedCursorTest, NoTraceOfAMarkIsLeftAtAnyZoom) {
 TEST_F(LinkedCursorTest, AnAbsentSpeciesStaysGreyUnderTheCursor) {
   LoadThree(40, 40);
   main().TIFexists(1) = false;
-  testing::Key(main(), "Down");
-  testing::Click(main().BBcursorCircles);
-  for (int x = 5; x < 35; x += 6) testing::MouseMove(main().cvTIF, x, x);
-  testing::MouseLeave(main().cvTIF);
+  user::Key(main(), "Down");
+  user::Click(main().BBcursorCircles);
+  for (int x = 5; x < 35; x += 6) user::MouseMove(main().cvTIF, x, x);
+  user::MouseLeave(main().cvTIF);
   for (Color pixel : PixelsOf(main().cvTIF)) ASSERT_EQ(pixel, 0x999999u);
 }
 
 TEST_F(LinkedCursorTest, AMoveRepaintsOnlyTheSquares) {
   LoadThree(300, 300);
   OpenEverything();
-  testing::MouseMove(main().cvTIF, 50, 50);
-  for (Canvas* canvas : AllCanvases()) testing::TakeRepaints(*canvas);
-  testing::MouseMove(main().cvTIF, 200, 150);
+  user::MouseMove(main().cvTIF, 50, 50);
+  for (Canvas* canvas : AllCanvases()) user::TakeRepaints(*canvas);
+  user::MouseMove(main().cvTIF, 200, 150);
   for (Canvas* canvas : AllCanvases()) {
     int area = 0;
-    for (const Rect& part : testing::TakeRepaints(*canvas)) area += part.width * part.height;
+    for (const Rect& part : user::TakeRepaints(*canvas)) area += part.width * part.height;
     EXPECT_LE(area, 2 * 16 * 16);
   }
 }
 
 TEST_F(LinkedCursorTest, HeldKeysChangeSizeAndColour) {
   LoadThree(256, 256);
-  testing::Click(main().BBcursorCircles);
-  testing::MouseMove(main().cvTIF, 100, 100);
-  testing::HoldKeys(false, true, false);
+  user::Click(main().BBcursorCircles);
+  user::MouseMove(main().cvTIF, 100, 100);
+  user::HoldKeys(false, true, false);
   WaitForTick();
   EXPECT_EQ(Globals::fCursorSize, 42);
-  testing::HoldKeys(false, true, true);  // Control goes before Option
+  user::HoldKeys(false, true, true);  // Control goes before Option
   WaitForTick();
   EXPECT_EQ(Globals::fCursorSize, 44);
-  testing::HoldKeys(false, false, true);
+  user::HoldKeys(false, false, true);
   WaitForTick();
   EXPECT_EQ(Globals::fCursorSize, 41);
-  testing::HoldKeys(true, false, false);
+  user::HoldKeys(true, false, false);
   WaitForTick();
   WaitForTick();
   EXPECT_EQ(Globals::fCursorColor, 0x000000u);
   EXPECT_EQ(PixelOf(main().cvTIF, 100, 100 - 41), kBlack);
-  testing::HoldKeys(false, false, false);
+  user::HoldKeys(false, false, false);
   WaitForTick();
-  testing::HoldKeys(true, false, false);
+  user::HoldKeys(true, false, false);
   WaitForTick();
   EXPECT_EQ(Globals::fCursorColor, 0xFFFFFFu);
-  testing::HoldKeys(false, false, false);
+  user::HoldKeys(false, false, false);
 }
 
 TEST_F(LinkedCursorTest, ClicksMarkTheLevelsOfAllSpeciesOneStepBehind) {
   LoadThree(40, 40);
   Main& m = main();
   const auto level = [](int species, int x, int y) { return (x * 7 + y * 3 + species * 50) % 256; };
-  testing::MousePress(m.cvTIF, 3, 2);
+  user::MousePress(m.cvTIF, 3, 2);
   for (int species = 0; species < 3; ++species) EXPECT_TRUE(m.Clicks(0, species, level(species, 3, 2)));
-  testing::MouseDragTo(m.cvTIF, 4, 2);
+  user::MouseDragTo(m.cvTIF, 4, 2);
   EXPECT_FALSE(m.Clicks(0, 0, level(0, 4, 2)));
-  testing::MouseDragTo(m.cvTIF, 5, 2);
+  user::MouseDragTo(m.cvTIF, 5, 2);
   EXPECT_TRUE(m.Clicks(0, 0, level(0, 4, 2)));
-  testing::MouseDragTo(m.cvTIF, 500, 2);  // outside: not accepted
+  user::MouseDragTo(m.cvTIF, 500, 2);  // outside: not accepted
   EXPECT_EQ(m.InX, 5);
-  testing::MouseRelease(m.cvTIF, 6, 2);
+  user::MouseRelease(m.cvTIF, 6, 2);
   EXPECT_FALSE(m.Clicks(0, 0, level(0, 5, 2)));
-  testing::ChooseMenu("Window200");
-  testing::Click(m.cvTIF, 21, 31);
+  user::ChooseMenu("Window200");
+  user::Click(m.cvTIF, 21, 31);
   EXPECT_TRUE(m.Clicks(0, 1, level(1, 10, 15)));
 }

@@ -1,5 +1,6 @@
 // Layout of Main, species list, keys.
 
+#include "mainwindow/CursorGeometry.h"
 #include "tests/WindowsFixture.h"
 
 using namespace platform;
@@ -24,23 +25,23 @@ TEST_F(MainWindowTest, TheWindowFollowsImageAndZoom) {
   LoadThree(512, 512);
   EXPECT_EQ(places(), (Places{970, 808, 554, 679, 526, {512, 512}}));
   EXPECT_EQ(main().MinHeight(), 808);
-  testing::ChooseMenu("Window200");
+  user::ChooseMenu("Window200");
   EXPECT_EQ(places(), (Places{1104, 1320, 1066, 1191, 1038, {1024, 1024}}));
   EXPECT_EQ(main().MaxWidth(), 1104);
   EXPECT_EQ(main().MinWidth(), 1104);
   LoadThree(128, 128);
-  testing::ChooseMenu("Window100");
+  user::ChooseMenu("Window100");
   EXPECT_EQ(places(), (Places{970, 552, 298, 423, 142, {128, 128}}));
   LoadThree(255, 255);
-  testing::ChooseMenu("Window50");
+  user::ChooseMenu("Window50");
   EXPECT_EQ(main().cvTIF.Width(), 127);
 }
 
 TEST_F(MainWindowTest, ZoomBeforeAnyLoadIsPutRightByTheNext) {
   main().Show();
-  testing::ChooseMenu("Window200");
+  user::ChooseMenu("Window200");
   EXPECT_EQ(places(), (Places{970, 552, 298, 423, 14, {0, 0}}));
-  testing::ChooseMenu("Window100");
+  user::ChooseMenu("Window100");
   LoadThree(256, 256);
   EXPECT_EQ(places(), (Places{970, 552, 298, 423, 270, {256, 256}}));
 }
@@ -62,24 +63,24 @@ TEST_F(MainWindowTest, EveryCaptionIsReadable) {
            &m.PB_ClearClickM, &m.Checkbox1,      &m.PB_PhasesEdit, &m.PB_PhasesUpdate,  &m.StaticText2,
            &m.StaticText4,    &m.StaticText5,    &m.StaticText6,   &m.StaticText7,      &m.StaticText8,
            &m.ST_ScaleColors})
-    EXPECT_TRUE(testing::CaptionFits(*control)) << control->Name().Utf8();
-  testing::Click(m.PBdraw);
+    EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
+  user::Click(m.PBdraw);
   for (RectControl* control :
        std::initializer_list<RectControl*>{&m.BB_sel_color, &m.PBundraw, &m.PBdrawUndo, &m.PBdrawClearAll})
-    EXPECT_TRUE(testing::CaptionFits(*control)) << control->Name().Utf8();
+    EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
   WindowOverview& o = overview();
   for (RectControl* control :
        std::initializer_list<RectControl*>{&o.PBdeleteselection, &o.STredmissing, &o.CBnoSpeciesExtensions})
-    EXPECT_TRUE(testing::CaptionFits(*control)) << control->Name().Utf8();
+    EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
 }
 
 TEST_F(MainWindowTest, ControlsThatStandReadyDoNothing) {
   LoadThree(40, 40);
-  testing::Click(main().cvTIF, 5, 5);
-  const auto before = testing::Shot(main());
+  user::Click(main().cvTIF, 5, 5);
+  const auto before = user::Shot(main());
   for (RectControl* control :
        std::initializer_list<RectControl*>{&main().PB_ClearClickM, &main().PB_PhasesEdit, &main().PB_PhasesUpdate})
-    testing::Click(*control);
+    user::Click(*control);
   EXPECT_TRUE(main().Clicks(0, 0, (5 * 7 + 5 * 3) % 256));
   EXPECT_EQ(main().PPbuttons.Value(), Main::kPageNormal);
   EXPECT_TRUE(messages.empty());
@@ -88,23 +89,23 @@ TEST_F(MainWindowTest, ControlsThatStandReadyDoNothing) {
 TEST_F(MainWindowTest, ClicksAndKeysSelectSpecies) {
   LoadThree(40, 40);
   Main& m = main();
-  testing::ClickCell(m.SpeciesLB, 2, Main::kSpeciesColumn, 20, 10);
+  user::ClickCell(m.SpeciesLB, 2, Main::kSpeciesColumn, 20, 10);
   EXPECT_EQ(m.SelectedRow, 2);
   EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, 110));
-  testing::ClickCell(m.SpeciesLB, 1, Main::kMarksColumn, 20, 10);  // the strip selects nothing
-  testing::ClickCell(m.SpeciesLB, 1, Main::kRColumn, 10, 10);
+  user::ClickCell(m.SpeciesLB, 1, Main::kMarksColumn, 20, 10);  // the strip selects nothing
+  user::ClickCell(m.SpeciesLB, 1, Main::kRColumn, 10, 10);
   EXPECT_EQ(m.SelectedRow, 2);
   // The list has not kept the keyboard: arrows reach the window, and wrap around at both ends.
-  testing::Key(m, "Down");
+  user::Key(m, "Down");
   EXPECT_EQ(m.SelectedRow, 0);
-  testing::Key(m, "Up");
+  user::Key(m, "Up");
   EXPECT_EQ(m.SelectedRow, 2);
-  testing::Key(m, "Up");
+  user::Key(m, "Up");
   EXPECT_EQ(m.SelectedRow, 1);
   EXPECT_EQ(m.SpeciesName.Text().Utf8(), "Fe");
   // Also after a button was pressed.
-  testing::Click(m.PB_ClearClickM);
-  testing::Key(m, "Up");
+  user::Click(m.PB_ClearClickM);
+  user::Key(m, "Up");
   EXPECT_EQ(m.SelectedRow, 0);
 }
 
@@ -115,9 +116,9 @@ TEST_F(MainWindowTest, StripsShowMarksBracketsAndMedian) {
   m.Clicks(0, 1, 1) = true;
   m.Height(800);
   m.Refresh();
-  const auto shot = testing::Shot(m.SpeciesLB);
+  const auto shot = user::Shot(m.SpeciesLB);
   const auto pixel = [&](int row, int column, int x, int y) {
-    const Rect cell = testing::CellRect(m.SpeciesLB, row, column);
+    const Rect cell = user::CellRect(m.SpeciesLB, row, column);
     return shot->RGBSurface().Pixel(cell.x + x, cell.y + y);
   };
   constexpr int kStrip = Main::kMarksColumn;

@@ -20,12 +20,12 @@ class ExportTest : public WindowsTest {
 
 TEST_F(ExportTest, MapsAreSavedUnderFreeNamesWithoutZoomAndDrawing) {
   LoadThree(20, 10);
-  testing::ChooseMenu("Window300");
-  testing::Click(main().PBdraw);
-  testing::Click(main().cvTIF, 10, 10);
-  testing::Click(main().PBundraw);
-  testing::Click(main().PB_SaveImage);
-  testing::Key(main(), "Ctrl+S");
+  user::ChooseMenu("Window300");
+  user::Click(main().PBdraw);
+  user::Click(main().cvTIF, 10, 10);
+  user::Click(main().PBundraw);
+  user::Click(main().PB_SaveImage);
+  user::Key(main(), "Ctrl+S");
   EXPECT_EQ(Saved(), (std::vector<std::string>{"map_(Al).png", "map_(Al)_02.png"}));
   const auto picture = FolderItem(folder / "map_(Al).png").OpenAsPicture();
   ASSERT_TRUE(picture);
@@ -33,18 +33,18 @@ TEST_F(ExportTest, MapsAreSavedUnderFreeNamesWithoutZoomAndDrawing) {
   for (int y = 0; y < 10; ++y)
     for (int x = 0; x < 20; ++x) ASSERT_EQ(picture->RGBSurface().Pixel(x, y), Globals::lut(10, (x * 7 + y * 3) % 256));
   main().TIFexists(0) = false;
-  testing::Click(main().PB_SaveImage);
+  user::Click(main().PB_SaveImage);
   EXPECT_EQ(Saved().size(), 2u);
   EXPECT_TRUE(messages.empty());
 }
 
 TEST_F(ExportTest, CompositesCarryTheirThreeSpecies) {
   LoadThree(20, 10);
-  testing::Click(main().PB_RGB);
-  testing::ChooseRow(composite().popM[1], 0);
-  testing::Click(composite().PB_SaveImage);
-  testing::Activate(composite());
-  testing::ChooseMenu("FileSaveImage");  // goes to the window in front
+  user::Click(main().PB_RGB);
+  user::ChooseRow(composite().popM[1], 0);
+  user::Click(composite().PB_SaveImage);
+  user::Activate(composite());
+  user::ChooseMenu("FileSaveImage");  // goes to the window in front
   EXPECT_EQ(Saved(), (std::vector<std::string>{"map_(Al+_+Mg).png", "map_(Al+_+Mg)_02.png"}));
   const auto picture = FolderItem(folder / "map_(Al+_+Mg).png").OpenAsPicture();
   EXPECT_EQ(picture->RGBSurface().Pixel(4, 3), composite().RGBrgbsurface.Pixel(4, 3));
@@ -56,11 +56,11 @@ TEST_F(ExportTest, NumbersFillGapsAndRunOutAt99) {
   for (int n = 2; n <= 99; ++n)
     WriteBytes("map_(Al)_" + std::string(n < 10 ? "0" : "") + std::to_string(n) + ".png", "");
   std::filesystem::remove(folder / "map_(Al)_57.png");
-  testing::Click(main().PB_SaveImage);
+  user::Click(main().PB_SaveImage);
   EXPECT_GT(std::filesystem::file_size(folder / "map_(Al)_57.png"), 0u);
   EXPECT_TRUE(messages.empty());
   WriteBytes("map_(Al)_100.png", "");
-  testing::Click(main().PB_SaveImage);
+  user::Click(main().PB_SaveImage);
   EXPECT_EQ(messages, std::vector<std::string>{"filename increment exceeds 99"});
   EXPECT_GT(std::filesystem::file_size(folder / "map_(Al)_100.png"), 0u);
   EXPECT_EQ(std::filesystem::file_size(folder / "map_(Al).png"), 4u);
@@ -69,7 +69,7 @@ TEST_F(ExportTest, NumbersFillGapsAndRunOutAt99) {
 TEST_F(ExportTest, AFolderThatIsGoneIsToldAndNothingIsLost) {
   LoadThree(4, 4);
   Globals::OutputFolder = MakeRef<FolderItem>(folder / "gone");
-  testing::Click(main().PB_SaveImage);
+  user::Click(main().PB_SaveImage);
   EXPECT_EQ(messages.size(), 1u);
   EXPECT_TRUE(Saved().empty());
   EXPECT_TRUE(main().TIFready);
@@ -81,23 +81,23 @@ TEST_F(ExportTest, TheLogNumbersItsLines) {
   EXPECT_EQ(log.Left() + log.Width(), Screen(0).AvailableLeft() + Screen(0).AvailableWidth());
   for (int i = 0; i < 30; ++i) log.Add("line");
   EXPECT_EQ(log.ListBox1.Cell(29, 0).Utf8(), "30: line");
-  const Rect last = testing::CellRect(log.ListBox1, 29, 0);
+  const Rect last = user::CellRect(log.ListBox1, 29, 0);
   EXPECT_GE(last.y, 0);
   EXPECT_LE(last.y + last.height, log.ListBox1.Height());
-  testing::Click(log.ClearButton);
+  user::Click(log.ClearButton);
   log.Add("again");
   EXPECT_EQ(log.ListBox1.ListCount(), 1);
   EXPECT_EQ(log.ListBox1.Cell(0, 0).Utf8(), "1: again");
 }
 
 TEST_F(ExportTest, AboutIsMadeAnewAfterItWasClosed) {
-  testing::ChooseMenu("AppleAbout");
+  user::ChooseMenu("AppleAbout");
   ASSERT_TRUE(WindowAbout::Instance().Visible());
   EXPECT_EQ(WindowAbout::Instance().StaticText2.Text().Utf8(), "Version: 0.0.1");
-  EXPECT_TRUE(testing::CaptionFits(WindowAbout::Instance().StaticText5));
+  EXPECT_TRUE(user::CaptionFits(WindowAbout::Instance().StaticText5));
   const int windows = WindowCount();
-  testing::CloseButton(WindowAbout::Instance());
+  user::CloseButton(WindowAbout::Instance());
   EXPECT_EQ(WindowCount(), windows - 1);
-  testing::ChooseMenu("AppleAbout");
+  user::ChooseMenu("AppleAbout");
   EXPECT_EQ(WindowCount(), windows);
 }

@@ -14,7 +14,7 @@ class LoaderTest : public WindowsTest {
   void ExpectQuitWithCode(int code) {
     ASSERT_FALSE(messages.empty());
     EXPECT_EQ(messages.back(), "Error in Open_LoadNew.\nCode " + std::to_string(code));
-    testing::ProcessEvents();
+    user::ProcessEvents();
     EXPECT_EQ(WindowCount(), 0);
   }
 };
@@ -78,15 +78,15 @@ TEST_F(LoaderTest, AnAbsentSpeciesHasARowAndNoMap) {
   EXPECT_EQ(m.SelectedRow, 0);  // kept, although this cluster lacks it
   EXPECT_EQ(PixelOf(m.cvTIF, 2, 2), 0x999999u);
   EXPECT_EQ(m.SpeciesName.Text().Utf8(), " ");
-  testing::Click(m.CB_ScaleUp);
+  user::Click(m.CB_ScaleUp);
   EXPECT_TRUE(messages.empty());
 }
 
 TEST_F(LoaderTest, SelectionSmoothingAndMarksSurviveAnotherCluster) {
   LoadThree(12, 12);
-  testing::Key(main(), "Down");
-  testing::Key(main(), "Down");
-  testing::ChooseMenu("OptionsSmooth3");
+  user::Key(main(), "Down");
+  user::Key(main(), "Down");
+  user::ChooseMenu("OptionsSmooth3");
   main().Clicks(0, 1, 77) = true;
   LoadThree(16, 16);
   EXPECT_EQ(main().SelectedRow, 2);
@@ -95,9 +95,9 @@ TEST_F(LoaderTest, SelectionSmoothingAndMarksSurviveAnotherCluster) {
   EXPECT_TRUE(main().Clicks(0, 1, 77));
   EXPECT_EQ(main().TIFarrOriginal(0, 5, 5), 50);
   // A union that has shrunk below the selection goes back to the first species.
-  testing::Activate(overview());
-  testing::Key(overview(), "Ctrl+A");
-  testing::Click(overview().PBdeleteselection);
+  user::Activate(overview());
+  user::Key(overview(), "Ctrl+A");
+  user::Click(overview().PBdeleteselection);
   LoadCluster({"Ca", "Ti"}, 12, 12, [](int) { return Flat(3); });
   EXPECT_EQ(main().SelectedRow, 0);
   EXPECT_TRUE(messages.empty());
@@ -154,32 +154,32 @@ TEST_F(LoaderTest, OnePixelLoadsAndSmoothingItFails) {
   EXPECT_TRUE(main().TIFready);
   EXPECT_EQ(main().TIFarray.Ubound(2), 0);
   EXPECT_EQ(PixelOf(main().cvTIF, 0, 0), Globals::lut(10, 100));
-  testing::ChooseMenu("OptionsSmooth1");
+  user::ChooseMenu("OptionsSmooth1");
   EXPECT_EQ(messages.size(), 1u);
 }
 
 TEST_F(LoaderTest, EachSpeciesIsSeenWhileLoading) {
   // What the canvas puts on the screen before the load has ended: one paint a species, and the last one.
-  testing::TakeRepaints(main().cvTIF);
+  user::TakeRepaints(main().cvTIF);
   LoadThree(8, 8);
-  EXPECT_GE(testing::TakeRepaints(main().cvTIF).size(), 4u);
+  EXPECT_GE(user::TakeRepaints(main().cvTIF).size(), 4u);
 }
 
 TEST_F(LoaderTest, CurveScaleAndReset) {
   LoadCluster({"Al", "Fe"}, 4, 4, [](int species) { return Flat(species == 0 ? 100 : 40); });
   Main& m = main();
-  testing::Click(m.CB_ScaleUp);
+  user::Click(m.CB_ScaleUp);
   EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, 255));
-  testing::Key(m, "Down");
+  user::Key(m, "Down");
   EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, 255));
-  testing::Click(m.CB_ScaleUp);
+  user::Click(m.CB_ScaleUp);
   m.Slider_colors.Value(5);
   EXPECT_EQ(m.ST_ScaleColors.Text().Utf8(), "5");
   EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, DisplayCurve(5, 255)[40]));
   // The bar shows level 255 - y at y, through the curve, within its frame.
   EXPECT_EQ(PixelOf(m.cvColorBar, 10, 255 - 64), Globals::lut(10, 135));
   EXPECT_EQ(PixelOf(m.cvColorBar, 0, 100), kBlack);
-  testing::Click(m.PB_ResetColors);
+  user::Click(m.PB_ResetColors);
   EXPECT_EQ(m.Slider_colors.Value(), 0);
   EXPECT_EQ(m.ST_ScaleColors.Text().Utf8(), "0");
   EXPECT_EQ(PixelOf(m.cvTIF, 1, 1), Globals::lut(10, 40));
@@ -187,7 +187,7 @@ TEST_F(LoaderTest, CurveScaleAndReset) {
 
 TEST_F(LoaderTest, ABlackMapWithScaleUpDoesNotFail) {
   LoadCluster({"Al", "Fe"}, 4, 4, [](int) { return Flat(0); });
-  testing::Click(main().CB_ScaleUp);
+  user::Click(main().CB_ScaleUp);
   EXPECT_EQ(PixelOf(main().cvTIF, 1, 1), Globals::lut(10, 0));
   EXPECT_TRUE(messages.empty());
 }

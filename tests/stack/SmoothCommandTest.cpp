@@ -8,7 +8,7 @@ class SmoothCommandTest : public WindowsTest {};
 
 TEST_F(SmoothCommandTest, LevelsStartFromTheOriginalEachTime) {
   LoadCluster({"Al", "Fe"}, 3, 3, [](int) { return [](int x, int y) { return x == 1 && y == 1 ? 90 : 9; }; });
-  testing::ChooseMenu("OptionsSmooth1");
+  user::ChooseMenu("OptionsSmooth1");
   // (90 + 8 * 9) / 9 in the middle. A corner counts itself four times, its neighbours twice, the middle once.
   EXPECT_EQ(main().TIFarray(0, 1, 1), 18);
   EXPECT_EQ(main().TIFarray(0, 0, 0), 18);
@@ -16,9 +16,9 @@ TEST_F(SmoothCommandTest, LevelsStartFromTheOriginalEachTime) {
   EXPECT_EQ(main().TIFarray(0, 1, 2), 27);
   EXPECT_EQ(main().TIFarray(0, 1, 0), 18);
   EXPECT_EQ(main().TIFmax(0), 27);
-  testing::ChooseMenu("OptionsSmooth1");
+  user::ChooseMenu("OptionsSmooth1");
   EXPECT_EQ(main().TIFarray(0, 1, 2), 27);
-  testing::ChooseMenu("OptionsRawImage");
+  user::ChooseMenu("OptionsRawImage");
   EXPECT_EQ(main().TIFarray(0, 1, 1), 90);
   EXPECT_EQ(main().TIFmax(0), 90);
   EXPECT_EQ(main().TIFarrOriginal(0, 1, 1), 90);
@@ -27,10 +27,10 @@ TEST_F(SmoothCommandTest, LevelsStartFromTheOriginalEachTime) {
 
 TEST_F(SmoothCommandTest, EachSpeciesPassesByAndTheSelectedOneStays) {
   LoadThree(10, 10);
-  testing::Key(main(), "Down");
-  testing::TakeRepaints(main().cvTIF);
-  testing::ChooseMenu("OptionsSmooth4");
-  EXPECT_GE(testing::TakeRepaints(main().cvTIF).size(), 3u);
+  user::Key(main(), "Down");
+  user::TakeRepaints(main().cvTIF);
+  user::ChooseMenu("OptionsSmooth4");
+  EXPECT_GE(user::TakeRepaints(main().cvTIF).size(), 3u);
   EXPECT_EQ(main().SelectedRow, 1);
   EXPECT_EQ(main().SpeciesName.Text().Utf8(), "Fe (sm4)");
   EXPECT_EQ(main().PPbuttons.Value(), Main::kPageNormal);
