@@ -372,7 +372,7 @@ Window* Application::FrontWindow() const {
 }
 
 void Application::UpdateMenus() {
-  if (!menuBar_ || running.updatingMenus) return;
+  if (!menuBar_ || running.updatingMenus || running.quitting) return;
   running.updatingMenus = true;
   ++running.depth;  // what the handlers set off waits for their end
   for (const auto& item : menuBar_->Items()) item->Enabled(item->AutoEnable());

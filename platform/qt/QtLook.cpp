@@ -56,8 +56,7 @@ class Style : public QProxyStyle {
   }
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override {
-    if (hint == SH_MenuBar_AltKeyNavigation) return 0;
-    if (hint == SH_EtchDisabledText) return 0;
+    if (hint == SH_MenuBar_AltKeyNavigation || hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     return QProxyStyle::styleHint(hint, option, widget, answer);
   }
 };

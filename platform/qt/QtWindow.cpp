@@ -111,7 +111,7 @@ void NativeWindow::Adopt(int newWidth, int newHeight) {
   for (NativeControl* control : controls)
     if (control->page == kNoPage) control->Follow(widthChange, heightChange);
   const auto tell = [this] { Raise([](Window& resized) { resized.Event_Resized(); }); };
-  if (!GateClosed()) return tell();
+  if (!HandlerRuns()) return tell();
   RunSoon([guard = QPointer<QWidget>(frame.get()), tell] {
     if (guard) tell();
   });
@@ -231,6 +231,11 @@ void NativeWindow::ShowSoon() {
 
 void NativeWindow::Hide() {
   showSoon = false;
+  if (frame->isVisible() && !closed) {  // the window manager would choose a new place at the next showing
+    const QPoint place = Place();
+    frame->hide();
+    SetPlace(place.x(), place.y());
+  }
   frame->hide();
   if (modalLoop) modalLoop->quit();
 }

@@ -188,7 +188,7 @@ TEST_F(LinkedCursorTest, ClicksMarkTheLevelsOfAllSpeciesOneStepBehind) {
   EXPECT_TRUE(m.Clicks(0, 0, level(0, 4, 2)));
   user::MouseDragTo(m.cvTIF, 500, 2);  // outside: not accepted
   EXPECT_EQ(m.InX, 5);
-  user::MouseRelease(m.cvTIF, 6, 2);
+  user::MouseRelease(m.cvTIF, 500, 2);
   EXPECT_FALSE(m.Clicks(0, 0, level(0, 5, 2)));
   user::ChooseMenu("Window200");
   user::Click(m.cvTIF, 21, 31);
