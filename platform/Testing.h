@@ -31,6 +31,8 @@ void Click(RectControl& control);  ///< in its middle, or on the box of a check 
 void Click(RectControl& control, int x, int y);
 /// Puts a click in the middle of the control into the event loop, to be met by whoever serves it next.
 void PostClick(RectControl& control);
+/// Runs the work when the event loop comes to it, also that of a dialog.
+void Post(std::function<void()> work);
 void ClickCell(Listbox& list, int row, int column, int x, int y);
 void ClickCellCheck(Listbox& list, int row, int column);
 void ClickHeader(Listbox& list, int column);

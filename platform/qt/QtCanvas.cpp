@@ -131,7 +131,10 @@ void NativeCanvas::Refresh() {
 void NativeCanvas::Flush() {
   if (touched.empty()) return;
   QRegion region;
-  for (const Rect& rect : touched) region += QRect(rect.x, rect.y, rect.width, rect.height);
+  // Where a logical pixel is no whole number of device pixels the rectangle's rim reaches into the next one.
+  const int rim = ratio == std::floor(ratio) ? 0 : 1;
+  for (const Rect& rect : touched)
+    region += QRect(rect.x, rect.y, rect.width, rect.height).adjusted(-rim, -rim, rim, rim);
   touched.clear();
   if (!dirty && widget->isVisible()) widget->repaint(region);
 }

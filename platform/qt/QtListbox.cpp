@@ -235,6 +235,8 @@ class View : public QTableView {
   void focusInEvent(QFocusEvent* event) override {
     QTableView::focusInEvent(event);
     native_.Raise(native_.list.GotFocus);
+    const bool forward = event->reason() == Qt::TabFocusReason;
+    if (!hasFocus() && (forward || event->reason() == Qt::BacktabFocusReason)) PassOn(forward);
   }
   void resizeEvent(QResizeEvent* event) override {
     QTableView::resizeEvent(event);
@@ -250,6 +252,17 @@ class View : public QTableView {
   }
 
  private:
+  /// A list that never keeps the keyboard hands it to the next control, so that Tab does not end here.
+  void PassOn(bool forward) {
+    QWidget* next = this;
+    const auto takes = [&] {
+      return (next->focusPolicy() & Qt::TabFocus) && !next->focusProxy() && next->isVisible() && next->isEnabled();
+    };
+    do next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
+    while (next != this && !takes());
+    if (next != this) next->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  }
+
   NativeListbox& native_;
   QPersistentModelIndex pressedBox_;
   bool passesClick_ = false;  ///< the click is the toolkit's

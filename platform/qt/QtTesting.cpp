@@ -166,6 +166,10 @@ void PostClick(RectControl& control) {
   }
 }
 
+void Post(std::function<void()> work) {
+  QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection);
+}
+
 void ClickCell(Listbox& list, int row, int column, int x, int y) {
   QTableView& table = TableOf(list);
   table.scrollTo(IndexOf(list, row, column));

@@ -152,6 +152,8 @@ QPoint NativeWindow::Place() const {
 void NativeWindow::SetPlace(int left, int top) {
   settings.centered = false;
   frame->setGeometry(QRect(QPoint(left, top - barHeight), frame->size()));
+  // A hidden window that stands there already must still learn that its place is ours, not the window manager's.
+  if (QWindow* handle = frame->windowHandle(); handle && !frame->isVisible()) handle->setGeometry(frame->geometry());
 }
 
 void NativeWindow::SetMenuBar(platform::MenuBar* newBar) {

@@ -116,19 +116,16 @@ TEST_F(DrawingTest, PickerTakesAFieldOnOkAndNothingOnCancel) {
   Stroke(10, 10, 20, 10);
   const Color before = PixelOf(main().cvTIF, 15, 10);
   auto& picker = WindowSelectColor::Instance();
-  std::vector<std::function<void()>> steps;
-  // The dialog runs its own event loop: what the user does in it is done from its first paint on.
+  // The dialog runs its own event loop, which comes to what the user does in it.
   const auto choose = [&](const std::function<void()>& act) {
-    const auto paint = picker.Canvas1.Paint;
     bool acted = false;
-    Timer clock(1);
-    clock.Action = [&] {
-      if (acted || !picker.Visible()) return;
+    std::function<void()> whenShown = [&] {
+      if (!picker.Visible()) return user::Post(whenShown);
       acted = true;
+      user::ProcessEvents();  // the first paint
       act();
     };
-    clock.Mode(Timer::kModeMultiple);
-    clock.Enabled(true);
+    user::Post(whenShown);
     user::Click(main().BB_sel_color);
     EXPECT_TRUE(acted);
     EXPECT_FALSE(picker.Visible());

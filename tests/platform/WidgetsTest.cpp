@@ -282,6 +282,14 @@ TEST_F(Widgets, KeysThatNoControlUsesReachTheWindow) {
   for (const int code : {28, 29, 30, 31, int{'q'}}) EXPECT_GE(board.keys.IndexOf(code), 0) << code;
   EXPECT_EQ(board.keys(5), 31);
 
+  board.list.GotFocus = [&] { board.SetFocus(); };  // a list that never keeps the keyboard does not stop Tab
+  board.SetFocus();
+  int saves = 0;
+  board.save.Action = [&] { ++saves; };
+  user::Key(board, "Tab");
+  user::Key(board, "Space");
+  EXPECT_EQ(saves, 1);
+
   std::string pressed;
   board.ok.Default(true);
   board.save.Cancel(true);
@@ -445,7 +453,7 @@ class Program : public Application {
 };
 
 TEST_F(Widgets, MenusAreUpToDateAndTheirKeysWorkInEveryWindow) {
-  Program program;
+  auto& program = static_cast<Program&>(*Application::Current());
   auto& plain = New<Board>();
   user::ChooseMenu("FileSave");
   EXPECT_EQ(program.chosen, 0);
@@ -552,5 +560,6 @@ int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   ::testing::InitGoogleTest(&argc, argv);
   StartToolkit(argc, argv);
+  const Program program;  // the toolkit ends with it
   return RUN_ALL_TESTS();
 }
