@@ -133,16 +133,16 @@ void ForEachWindow(Visit visit) {
 template <class W>
 class SingletonWindow : public Window {
  public:
-  static W& Instance() { return instance_ && !instance_->Closed() ? *instance_ : New<W>(); }
+  static W& Instance() { return instance_ && !instance_->Closed() ? static_cast<W&>(*instance_) : New<W>(); }
 
  protected:
-  explicit SingletonWindow(const WindowSettings& settings) : Window(settings) { instance_ = static_cast<W*>(this); }
+  explicit SingletonWindow(const WindowSettings& settings) : Window(settings) { instance_ = this; }
   ~SingletonWindow() override {
     if (instance_ == this) instance_ = nullptr;
   }
 
  private:
-  static inline W* instance_ = nullptr;
+  static inline SingletonWindow* instance_ = nullptr;
 };
 
 }  // namespace platform
