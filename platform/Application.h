@@ -27,7 +27,8 @@ class Application {
   /// Passes true to each window's Event_CancelClose, unless one of them keeps the program, closes all windows and ends
   /// the event loop after the running event. Safe in any handler.
   void Quit(int status = 0);
-  /// Runs the event loop until Quit; Event_Open comes first. Returns the status.
+  /// Runs the event loop until Quit; Event_Open comes first. Returns the status. Where each window carries its menus,
+  /// closing or hiding the last visible window quits too, since nothing would lead back.
   int Run();
 
   void MenuBar(platform::MenuBar* bar);

@@ -38,6 +38,7 @@ struct Running {
   bool posted = false;
   bool reporting = false;
   bool updatingMenus = false;
+  bool looping = false;  ///< the application's event loop runs
   bool quitting = false;
   int status = 0;
   QElapsedTimer sincePump;
@@ -177,6 +178,17 @@ void PreferX11() {
 #endif
 }
 
+/// Ends the program when the user has closed the last window that was to be seen: where the menus stand in the windows,
+/// nothing would lead back to it.
+void QuitWithoutWindows() {
+#ifndef Q_OS_MACOS
+  if (!running.looping || running.quitting || !running.application) return;
+  for (int i = 0; i < WindowCount(); ++i)
+    if (WindowAt(i).Visible()) return;
+  running.application->Quit();
+#endif
+}
+
 void Report(const String& failure) {
   if (running.reporting) {
     // The message itself is on the screen, and another failure came of it.
@@ -253,6 +265,7 @@ void Dispatch(const std::function<void()>& event) {
   Guarded(event);
   if (outermost && !InsidePaint()) {
     ShowWaitingWindows();
+    QuitWithoutWindows();
     FlushCanvases();
     if (running.application) running.application->UpdateMenus();
   }
@@ -352,8 +365,9 @@ void Application::Quit(int status) {
 
 int Application::Run() {
   Dispatch([this] { Event_Open(); });
+  running.looping = true;
   if (!running.quitting) QCoreApplication::exec();
-  running.quitting = false;
+  running.looping = running.quitting = false;
   EndClosedWindows();
   return running.status;
 }
