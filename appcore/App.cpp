@@ -30,9 +30,9 @@ void LoadColorTables() {
 
 }  // namespace
 
-App::App() {
-  theApp = this;
-}
+App::App() { theApp = this; }
+
+App::~App() { theApp = nullptr; }
 
 App& App::Instance() {
   if (!theApp) ThrowNil("the application object is not there");
@@ -66,10 +66,11 @@ void App::Event_EnableMenuItems() {
 namespace {
 
 /// The sequence up to the event loop.
-App* MakeApp() {
+std::unique_ptr<App> MakeApp(char** argv) {
+  StartToolkit(argv);
   Globals::CreateArrays();
   FileTypes::_Initialize();
-  App* app = new App;
+  auto app = std::make_unique<App>();
   app->MenuBar(&Menu::Menu::Instance());
   app->AddMenuHandlers();
   WindowOverview::Instance();
@@ -78,19 +79,6 @@ App* MakeApp() {
 
 }  // namespace
 
-int _Main(int argc, char** argv) {
-  StartToolkit(argc, argv);
-  const std::unique_ptr<App> app(MakeApp());
-  return app->Run();
-}
+int _Main(char** argv) { return MakeApp(argv)->Run(); }
 
-StartedApp::StartedApp(int& argc, char** argv) {
-  StartToolkit(argc, argv);
-  app_ = MakeApp();
-  app_->Event_Open();
-  app_->UpdateMenus();
-}
-
-StartedApp::~StartedApp() {
-  delete app_;
-}
+StartedApp::StartedApp(char** argv) : app_(MakeApp(argv)) { app_->Open(); }

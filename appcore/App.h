@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "platform/Application.h"
 
@@ -8,6 +9,7 @@
 class App : public platform::Application {
  public:
   App();
+  ~App() override;
   /// The one application object; it is made by _Main.
   static App& Instance();
 
@@ -61,16 +63,14 @@ class App : public platform::Application {
 
 /// The program: makes the global arrays, the file types, the application and the first window in their order, and runs
 /// the event loop. Returns the exit status.
-int _Main(int argc, char** argv);
+int _Main(char** argv);
 
 /// The same sequence up to the running event loop, with App's open event raised, for programs that drive the windows
-/// themselves. The application object lives as long as the returned one.
+/// themselves. The application lives as long as this object.
 class StartedApp {
  public:
-  StartedApp(int& argc, char** argv);
-  ~StartedApp();
-  App& app() { return *app_; }
+  explicit StartedApp(char** argv);
 
  private:
-  App* app_;
+  std::unique_ptr<App> app_;
 };

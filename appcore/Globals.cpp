@@ -7,8 +7,8 @@ namespace Globals {
 Array<String> lutname;
 Array2<Color> lut;
 Ref<FolderItem> OutputFolder;
-std::int32_t fCursorSize = 40;
-Color fCursorColor = RGB(128, 128, 128);
+std::int32_t fCursorSize = 0;
+Color fCursorColor = kBlack;
 double Zoom = 0.0;
 std::int32_t fCursorOldSize = 0;
 std::int32_t fCursorXold = 0;

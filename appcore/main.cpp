@@ -1,5 +1,3 @@
 #include "appcore/App.h"
 
-int main(int argc, char** argv) {
-  return _Main(argc, argv);
-}
+int main(int, char** argv) { return _Main(argv); }

@@ -1,7 +1,8 @@
 #pragma once
 /// The directory of a Vantage X-ray map file: how many maps it holds, how large they are, what each is called. The file
 /// states the count at ten positions and the size at four; all are read and take a vote. Nothing is validated: whatever
-/// a foreign or damaged file holds takes part in the vote, and what lies beyond its end counts as 0.
+/// a foreign or damaged file holds takes part in the vote, numbers beyond its end count as 0, names there are
+/// empty.
 ///
 /// Numbers are little-endian. A stream that is nil throws NilObjectException.
 

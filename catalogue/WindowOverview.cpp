@@ -86,14 +86,15 @@ void WindowOverview::ListBox1_Change() {
 }
 
 bool WindowOverview::ListBox1_HeaderPressed(int column) {
-  // Equal cells of the pressed column then stand in the order of the row numbers.
+  // Equal cells of the pressed column then stand in the order of the row numbers, taken as text.
   if (column > 0) ListBox1.PressHeader(kNumber);
   return false;
 }
 
 bool WindowOverview::ListBox1_CellTextPaint(Graphics& g, int row, int column, int x, int y) {
   g.UseOldRenderer = false;
-  if (column != kSpecies) return false;
+  // A row that an update failed on is not in the table.
+  if (column != kSpecies || row > Globals::oooSpeciesExist.Ubound(1)) return false;
   int pen = x;
   const Array<String>& species = Globals::oooShortSpeciesNames;
   for (int i = 0; i <= species.Ubound(); ++i) {

@@ -1,5 +1,8 @@
 // The mix of three species: which ones, and every pixel of it.
 
+#include <array>
+#include <utility>
+
 #include "appcore/Globals.h"
 #include "composite/Mixing.h"
 #include "composite/WindowRGB.h"

@@ -22,8 +22,8 @@ Point ImagePixelAt(int canvasX, int canvasY, double zoom);
 /// The size of the canvas that shows an image of that size.
 Size CanvasSizeOf(int imageWidth, int imageHeight, double zoom);
 
-/// The part of a picture that wipes a cursor mark off the canvas: the square of `e` image pixels at sx, sy goes to the
-/// square of `de` canvas pixels at dx, dy. It is rounded outward with a margin of one image pixel.
+/// What wipes a cursor mark off the canvas: the square of `e` image pixels at sx, sy covers the mark, and the square of
+/// `de` canvas pixels at dx, dy is restored for it. Both are rounded outward with a margin of one image pixel.
 struct RestoredSquare {
   int sx = 0, sy = 0, e = 0;
   int dx = 0, dy = 0, de = 0;

@@ -43,7 +43,7 @@ class Main : public platform::SingletonWindow<Main> {
   platform::Ref<platform::Picture> currTIF;  ///< the shown species in colour; nil while no stack is being shown
   std::int32_t SelectedLUT = 10;             ///< colour table in use, a row of Globals::lut
   PlaneStack TIFarrOriginal;                 ///< grey levels as loaded, never smoothed
-  platform::Array2<double> temp1;            ///< smoothing work planes, x by y; read only by a level below 0
+  platform::Array2<double> temp1;            ///< smoothing work planes, x by y; used only by a level below 0
   platform::Array2<double> temp2;
   std::int32_t SmoothLevel = 0;         ///< passes of smoothing in force; 0 is the raw image
   bool TIFready = false;                ///< true only while a complete stack stands

@@ -39,6 +39,6 @@ bool UndoStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2) {
   std::int64_t sum = 0;
   do {
     sum = std::int64_t{x1.Pop()} + x2.Pop() + y1.Pop() + y2.Pop();
-  } while (sum != kMarkerSum);
+  } while (sum != kMarkerSum && !x1.Empty());
   return true;
 }

@@ -56,9 +56,8 @@ void WindowSelectColor::Event_Open() {
 }
 
 bool WindowSelectColor::Event_CancelClose(bool appQuitting) {
-  if (appQuitting) return false;
   PBcancel_Action();
-  return true;
+  return !appQuitting;
 }
 
 void WindowSelectColor::Canvas1_Paint(Graphics& g) {

@@ -18,7 +18,7 @@ void WindowAbout::CreateControls() {
       {&StaticText2, "StaticText2", 20, 46, 267, 20, LT, kNoPage, "Version: "},
       {&StaticText3, "StaticText3", 20, 78, 267, 20, LT, kNoPage, ""},
       {&StaticText4, "StaticText4", 20, 110, 267, 20, LT, kNoPage, "Made by the Vornalite contributors"},
-      {&StaticText5, "StaticText5", 20, 142, 267, 20, LT, kNoPage, "Questions? See the README of the program."},
+      {&StaticText5, "StaticText5", 20, 142, 267, 20, LT, kNoPage, "Questions: see the README"},
   });
 }
 

@@ -8,11 +8,12 @@
 
 namespace platform {
 
-/// Starts the toolkit. Before any window or application object; once. Chooses X11 where the desktop is Wayland (which
+/// Starts the toolkit; of the words of the command line it gets the program's name alone. Before any window or
+/// application object; once. Chooses X11 where the desktop is Wayland (which
 /// does not let windows place themselves) unless the user's environment says otherwise, sets the fixed light look,
 /// installs text drawing and the tidy handling of uncaught failures. The toolkit ends with the application object, and
 /// all windows with it.
-void StartToolkit(int& argc, char** argv);
+void StartToolkit(char** argv);
 
 class Application {
  public:
@@ -27,8 +28,10 @@ class Application {
   /// Passes true to each window's Event_CancelClose, unless one of them keeps the program, closes all windows and ends
   /// the event loop after the running event. Safe in any handler.
   void Quit(int status = 0);
-  /// Runs the event loop until Quit; Event_Open comes first. Returns the status. Where each window carries its menus,
-  /// closing or hiding the last visible window quits too, since nothing would lead back.
+  /// Raises Event_Open. The menus are brought up to date from then on.
+  void Open();
+  /// Opens the application and runs the event loop until Quit. Returns the status. Where each window carries its menus,
+  /// hiding the last window with a menu bar only minimises it, or the first of its kind, since nothing would lead back.
   int Run();
 
   void MenuBar(platform::MenuBar* bar);

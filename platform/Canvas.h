@@ -14,7 +14,7 @@ class Canvas : public RectControl {
   /// to the next. What is drawn on it reaches the screen with FlushCanvases, which ends every dispatched event too;
   /// only the touched rectangles are put on the screen. Drawing on a hidden canvas is kept in the image.
   platform::Graphics& Graphics();
-  /// A copy of the backing image at logical size 1:1 device pixels, for tests and pictures of the window.
+  /// A copy of the backing image, in device pixels, for tests.
   Ref<Picture> Image() const;
 
   /// Draw everything. `g` is a fresh surface on the backing image, which holds the window's background.

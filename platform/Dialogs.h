@@ -10,7 +10,8 @@
 
 namespace platform {
 
-/// Shows text and waits for the user.
+/// Shows text and waits for the user. From within a paint it returns at once; the text is shown after the paint, and
+/// the same text only once in a run.
 void MsgBox(const String& text);
 
 /// Runs the system's colour chooser, starting at `color`. True if confirmed; `color` is the choice then.

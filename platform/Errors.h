@@ -1,6 +1,6 @@
 #pragma once
 /// Failures that the platform's own operations raise. They end the running event: every event is dispatched inside
-/// one handler that reports an uncaught failure in a message (see Dispatch.h).
+/// one handler that reports an uncaught failure in a message (Dispatch in Application.h).
 
 #include <stdexcept>
 

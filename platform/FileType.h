@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// A kind of file that can be dropped.
+/// A kind of file, by name.
 struct FileType {
   String Name;        ///< such as "image/tiff"; found regardless of letter case
   String Extensions;  ///< with their points, separated by semicolons

@@ -30,7 +30,7 @@ class Graphics {
   Color ForeColor = kBlack;
   int PenWidth = 1;   ///< horizontal size of the pen of lines, rectangles and ovals, logical pixels
   int PenHeight = 1;  ///< vertical size of that pen
-  /// True: scaled pictures show hard pixel edges and lines are not smoothed. False: both are smoothed.
+  /// True: scaled pictures and ovals show hard pixel edges. False: they are smoothed. Lines never are.
   bool UseOldRenderer = false;
 
   int Width() const { return width_; }

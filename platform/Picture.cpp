@@ -16,7 +16,9 @@ std::size_t Area(int width, int height) {
 }  // namespace
 
 Picture::Picture(int width, int height)
-    : width_(std::max(width, 0)), height_(std::max(height, 0)), pixels_(Area(width_, height_), kWhite) {}
+    : width_(std::max(width, 0)),
+      height_(std::max(height, 0)),
+      pixels_(std::make_shared<std::vector<Color>>(Area(width_, height_), kWhite)) {}
 
 Picture::Picture(int width, int height, std::vector<std::uint8_t> levels)
     : width_(std::max(width, 0)), height_(std::max(height, 0)), levels_(std::move(levels)) {
@@ -24,12 +26,12 @@ Picture::Picture(int width, int height, std::vector<std::uint8_t> levels)
 }
 
 PlaneView<Color> Picture::Pixels() {
-  if (!levels_.empty()) {
-    pixels_.resize(levels_.size());
-    std::transform(levels_.begin(), levels_.end(), pixels_.begin(), [](Color level) { return level * 0x010101; });
+  if (!pixels_) {
+    pixels_ = std::make_shared<std::vector<Color>>(levels_.size());
+    std::transform(levels_.begin(), levels_.end(), pixels_->begin(), [](Color level) { return level * 0x010101; });
     levels_ = {};
   }
-  return {pixels_.data(), width_, height_, width_};
+  return {pixels_->data(), width_, height_, width_};
 }
 
 platform::Graphics Picture::Graphics() {
@@ -37,7 +39,8 @@ platform::Graphics Picture::Graphics() {
 }
 
 platform::RGBSurface Picture::RGBSurface() {
-  return platform::RGBSurface(Pixels());
+  const PlaneView<Color> pixels = Pixels();
+  return {pixels, pixels_};
 }
 
 Ref<Picture> Picture::Mask() {

@@ -2,6 +2,7 @@
 /// Pictures in plain memory, 32 bits a pixel, 0x00RRGGBB, rows one after the other without gaps.
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -32,7 +33,7 @@ class Picture {
 
   /// A drawing surface on the picture: black, pen of 1, smooth renderer. What it draws is in the picture at once.
   platform::Graphics Graphics();
-  /// Pixel access. Valid as long as the picture.
+  /// Pixel access. It keeps the pixels alive, also when the picture has gone.
   platform::RGBSurface RGBSurface();
 
   /// The mask makes parts transparent when the picture is drawn: black shows, white hides, grey mixes. It has the
@@ -44,7 +45,7 @@ class Picture {
   int width_;
   int height_;
   std::vector<std::uint8_t> levels_;
-  std::vector<Color> pixels_;
+  std::shared_ptr<std::vector<Color>> pixels_;
   Ref<Picture> mask_;
 };
 
@@ -52,7 +53,8 @@ class Picture {
 class RGBSurface {
  public:
   RGBSurface() = default;
-  explicit RGBSurface(PlaneView<Color> pixels) : pixels_(pixels) {}
+  /// On pixels that `owner` keeps alive.
+  RGBSurface(PlaneView<Color> pixels, std::shared_ptr<const void> owner) : pixels_(pixels), owner_(std::move(owner)) {}
 
   Color Pixel(int x, int y) const { return Inside(x, y) ? pixels_(x, y) : kBlack; }
   void Pixel(int x, int y, Color color) {
@@ -64,6 +66,7 @@ class RGBSurface {
  private:
   bool Inside(int x, int y) const { return x >= 0 && y >= 0 && x < pixels_.width && y < pixels_.height; }
   PlaneView<Color> pixels_;
+  std::shared_ptr<const void> owner_;
 };
 
 /// A new white picture. The depth is always 32.

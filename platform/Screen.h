@@ -24,7 +24,7 @@ bool AsyncControlKey();
 bool AsyncOptionKey();
 }  // namespace Keyboard
 
-/// Sixtieths of a second since some moment before the start of the program.
+/// Sixtieths of a second since some fixed moment.
 int Ticks();
 
 }  // namespace platform

@@ -12,7 +12,7 @@
 
 namespace platform {
 
-enum class Frame { Document, Dialog, MovableModal };
+enum class Frame { Document, MovableModal };
 
 /// What a window is made with. Sizes are those of the content, logical pixels; the menu bar and frame come on top.
 struct WindowSettings {

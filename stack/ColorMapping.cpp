@@ -54,7 +54,7 @@ void ColorPlane(platform::PlaneView<const std::int32_t> levels, const LevelColor
     const std::int32_t* in = levels.Row(y);
     if (ColorRow(in, colors, target.Row(y), width)) continue;
     const std::int32_t* bad = std::find_if(in, in + width, [&](std::int32_t level) {
-      return level < 0 || level > 255 || colors.colors[static_cast<std::size_t>(level)] == LevelColors::kInvalid;
+      return level < 0 || level > 255 || colors.colors[static_cast<std::size_t>(level)] > platform::kWhite;
     });
     platform::ThrowOutOfBounds("grey level", *bad, 255);
   }

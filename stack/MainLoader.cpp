@@ -55,7 +55,7 @@ void Main::LoadCluster(std::int32_t row, int& code) {
   if (first < 0) MsgBox("Nothing exists.");
 
   code = 3;
-  // With no species at all this access fails, and so ends the load.
+  // With no species in the cluster, or none matched with its file, this access fails and so ends the load.
   const Ref<Picture> opened = files.bySpecies(first)->OpenAsPicture();
   InTIFwidth = opened->Width();
   InTIFheight = opened->Height();

@@ -75,6 +75,7 @@ int Main::SmoothFrom(int step, std::int32_t startRow, std::int32_t level) {
     const std::int32_t current = (step + startRow + 1) % count;
     if (!TIFexists(current)) continue;
     species.push_back(current);
+    TIFmax(current) = -1;
     jobs.push_back({TIFarrOriginal.Plane(current), TIFarray.Plane(current), -1});
   }
   SmoothPlanes(jobs, level);
@@ -82,11 +83,13 @@ int Main::SmoothFrom(int step, std::int32_t startRow, std::int32_t level) {
   return step;
 }
 
-/// A level below 0 runs no pass: what the second work plane holds becomes the map.
+/// A level below 0 runs no pass: the original goes into the first work plane, and what the second one holds becomes the
+/// map.
 void Main::SmoothFromWorkPlane(std::int32_t species) {
   TIFmax(species) = -1;
   for (int x = 0; x < InTIFwidth; ++x) {
     for (int y = 0; y < InTIFheight; ++y) {
+      temp1(x, y) = TIFarrOriginal(species, x, y);
       TIFarray(species, x, y) = ToInt32(temp2(x, y));
       TIFmax(species) = ToInt32(std::max<double>(TIFmax(species), temp2(x, y)));
     }

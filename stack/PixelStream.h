@@ -12,13 +12,18 @@ constexpr int kPixelsPerLine = 16;
 /// How far ahead memory is requested, in pixels. Measured; a quarter of it does as well.
 constexpr int kPixelsAhead = 1024;
 
+/// The address may lie beyond the plane, where a request does nothing: hence a number and not a pointer.
+template <class Pixel>
+const void* Ahead(const Pixel* pixels) {
+  return reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(pixels) + kPixelsAhead * sizeof(Pixel));
+}
 template <class Pixel>
 void RequestForReading(const Pixel* pixels) {
-  __builtin_prefetch(pixels + kPixelsAhead, 0);
+  __builtin_prefetch(Ahead(pixels), 0);
 }
 template <class Pixel>
 void RequestForWriting(Pixel* pixels) {
-  __builtin_prefetch(pixels + kPixelsAhead, 1);
+  __builtin_prefetch(Ahead(pixels), 1);
 }
 
 /// Two neighbours in one word, the first in its lower half.

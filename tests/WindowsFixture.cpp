@@ -9,8 +9,6 @@ using namespace platform;
 
 namespace {
 
-StartedApp* started = nullptr;
-
 void PutNumber(std::string& bytes, std::uint32_t value, int count) {
   for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> (8 * i) & 0xFF);
 }
@@ -43,8 +41,7 @@ std::string GreyTiff(int width, int height, const LevelAt& level) {
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   if (::testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();
-  StartedApp app(argc, argv);
-  started = &app;
+  const StartedApp app(argv);
   return RUN_ALL_TESTS();
 }
 

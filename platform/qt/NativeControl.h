@@ -39,6 +39,9 @@ struct NativeControl {
     if (event && !WindowClosed()) Dispatch([&] { answer = event(std::forward<Arguments>(arguments)...); });
     return answer;
   }
+  /// Raises an event that the user has set off. One that comes while a handler lets the screen be served, as from
+  /// assistive technology, waits for the end of the handler.
+  void RaiseFromUser(std::function<void()> event);
   bool WindowClosed() const;
 
   NativeWindow& window;
@@ -59,6 +62,8 @@ struct NativePanel : NativeControl {
   int value = 0;
 };
 
+/// The pixel that holds the position. Rounding would put the last half of the last pixel outside.
+QPoint PixelOf(const QPointF& position);
 /// The fonts of controls.
 QFont SystemFont(TextFont font);
 /// The font, narrowed or made somewhat smaller where the text would not fit into the width otherwise.

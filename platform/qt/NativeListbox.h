@@ -61,8 +61,8 @@ struct NativeListbox : NativeControl {
   /// Gives the columns their widths; the one that takes the rest follows the list.
   void FitColumns();
   int SelCount() const;
-  /// Raises Change if the set of selected rows is another one than `before`.
   std::vector<int> SelectedRows() const;
+  /// Makes the change, then raises Change if other rows are selected than before.
   void ChangeSelection(const std::function<void()>& change);
   QRect IndicatorRect(const QModelIndex& index) const;
   bool IsCheckBox(int column) const;

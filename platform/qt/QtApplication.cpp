@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QSessionManager>
+#include <QSettings>
 #include <QThread>
 #include <QWindow>
 #include <clocale>
@@ -38,6 +39,7 @@ struct Running {
   bool posted = false;
   bool reporting = false;
   bool updatingMenus = false;
+  bool opened = false;   ///< the application's open event has come
   bool looping = false;  ///< the application's event loop runs
   bool quitting = false;
   int status = 0;
@@ -134,7 +136,9 @@ class InputGate : public QObject {
         return closed_;
       case QEvent::Quit:
         if (receiver != qApp || !running.application) return false;
-        if (!closed_) Dispatch([] { running.application->Quit(); });
+        RunSoon([] {
+          if (running.application && !running.quitting) Dispatch([] { running.application->Quit(); });
+        });
         return true;
       default:
         return false;
@@ -178,14 +182,19 @@ void PreferX11() {
 #endif
 }
 
-/// Ends the program when the user has closed the last window that was to be seen: where the menus stand in the windows,
-/// nothing would lead back to it.
-void QuitWithoutWindows() {
+/// Keeps a way back to the program: where the menus stand in the windows, the first window that carries them is
+/// minimised instead of hidden when none of its kind is left to be seen.
+void KeepAWayBack() {
 #ifndef Q_OS_MACOS
-  if (!running.looping || running.quitting || !running.application) return;
-  for (int i = 0; i < WindowCount(); ++i)
-    if (WindowAt(i).Visible()) return;
-  running.application->Quit();
+  if (!running.looping || running.quitting) return;
+  Window* first = nullptr;
+  for (int i = 0; i < WindowCount(); ++i) {
+    Window& window = WindowAt(i);
+    if (!window.MenuBar()) continue;
+    if (window.Visible()) return;
+    if (!first) first = &window;
+  }
+  if (first) first->Native().frame->showMinimized();
 #endif
 }
 
@@ -208,13 +217,16 @@ void Report(const String& failure) {
 
 int heldKeys = -1;
 
-void StartToolkit(int& argc, char** argv) {
+void StartToolkit(char** argv) {
   LoadResources();
   PreferX11();
+  // The toolkit's dialogs would keep places and colours in a file of theirs; a run leaves nothing behind but pictures.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QCoreApplication::setApplicationName("Vornalite");
   QGuiApplication::setApplicationDisplayName({});
-  toolkit = new Toolkit(argc, argv);
+  static int words = 1;  // the program has no command line, so the toolkit has none either
+  toolkit = new Toolkit(words, argv);
   std::setlocale(LC_NUMERIC, "C");  // the toolkit has taken over the user's, whose decimal point may be a comma
   QGuiApplication::setWindowIcon(QIcon(":/vornalite/vornalite.png"));
   QGuiApplication::setDesktopFileName("vornalite");
@@ -264,9 +276,11 @@ void Dispatch(const std::function<void()>& event) {
   ++running.depth;
   Guarded(event);
   if (outermost && !InsidePaint()) {
-    ShowWaitingWindows();
-    QuitWithoutWindows();
-    FlushCanvases();
+    Guarded([] {
+      ShowWaitingWindows();
+      KeepAWayBack();
+      FlushCanvases();
+    });
     if (running.application) running.application->UpdateMenus();
   }
   --running.depth;
@@ -344,7 +358,7 @@ Application::Application() {
 
 Application::~Application() {
   if (running.application != this) return;
-  running.application = nullptr;
+  running = {};
   // Here and not when static objects end: parts of the toolkit that it needs for that are gone by then.
   delete toolkit;
   toolkit = nullptr;
@@ -363,8 +377,15 @@ void Application::Quit(int status) {
   QCoreApplication::exit(status);
 }
 
+void Application::Open() {
+  Dispatch([this] {
+    running.opened = true;
+    Event_Open();
+  });
+}
+
 int Application::Run() {
-  Dispatch([this] { Event_Open(); });
+  Open();
   running.looping = true;
   if (!running.quitting) QCoreApplication::exec();
   running.looping = running.quitting = false;
@@ -386,7 +407,7 @@ Window* Application::FrontWindow() const {
 }
 
 void Application::UpdateMenus() {
-  if (!menuBar_ || running.updatingMenus || running.quitting) return;
+  if (!menuBar_ || !running.opened || running.updatingMenus || running.quitting) return;
   running.updatingMenus = true;
   ++running.depth;  // what the handlers set off waits for their end
   for (const auto& item : menuBar_->Items()) item->Enabled(item->AutoEnable());

@@ -50,7 +50,7 @@ std::unique_ptr<Native> MakeButton(NativeWindow& window, Owner& owner, const Str
   auto native = std::make_unique<Native>(window, button, besides);
   native->SetCaption(ToQString(text));
   QObject::connect(button, &QAbstractButton::clicked, button,
-                   [made = native.get(), &owner] { made->Raise(owner.Action); });
+                   [made = native.get(), &owner] { made->RaiseFromUser(owner.Action); });
   return native;
 }
 

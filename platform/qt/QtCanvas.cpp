@@ -13,11 +13,6 @@ namespace {
 
 std::vector<NativeCanvas*> canvases;
 
-/// The pixel that holds the position. Rounding would put the last half of the last pixel outside.
-QPoint PixelOf(const QMouseEvent& event) {
-  return {static_cast<int>(std::floor(event.position().x())), static_cast<int>(std::floor(event.position().y()))};
-}
-
 class CanvasWidget : public QWidget {
  public:
   CanvasWidget(QWidget* parent, NativeCanvas& native) : QWidget(parent), native_(native) {
@@ -38,14 +33,14 @@ class CanvasWidget : public QWidget {
   }
 
   void mousePressEvent(QMouseEvent* event) override {
-    const QPoint at = PixelOf(*event);
+    const QPoint at = PixelOf(event->position());
     if (event->button() != Qt::LeftButton || !rect().contains(at)) return;
     native_.dragging = native_.Ask(native_.canvas.MouseDown, at.x(), at.y());
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
 
   void mouseMoveEvent(QMouseEvent* event) override {
-    const QPoint at = PixelOf(*event);
+    const QPoint at = PixelOf(event->position());
     if (native_.dragging && (event->buttons() & Qt::LeftButton)) {
       native_.Raise(native_.canvas.MouseDrag, at.x(), at.y());
     } else if (!event->buttons() && rect().contains(at)) {
@@ -55,7 +50,7 @@ class CanvasWidget : public QWidget {
   }
 
   void mouseReleaseEvent(QMouseEvent* event) override {
-    const QPoint at = PixelOf(*event);
+    const QPoint at = PixelOf(event->position());
     if (event->button() != Qt::LeftButton || !native_.dragging) return;
     native_.dragging = false;
     native_.Raise(native_.canvas.MouseUp, at.x(), at.y());

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "platform/Control.h"
 #include "platform/MouseCursor.h"
@@ -118,6 +119,17 @@ bool NativeControl::OnShownPage() const {
 void NativeControl::SyncVisible() {
   widget->setVisible(visible && OnShownPage());
 }
+QPoint PixelOf(const QPointF& position) {
+  return {static_cast<int>(std::floor(position.x())), static_cast<int>(std::floor(position.y()))};
+}
+
+void NativeControl::RaiseFromUser(std::function<void()> event) {
+  if (!GateClosed()) return Raise(event);
+  RunSoon([guard = widget, this, event = std::move(event)] {
+    if (guard) Raise(event);
+  });
+}
+
 bool NativeControl::WindowClosed() const {
   return window.closed;
 }

@@ -2,7 +2,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <vector>
+#include <set>
 
 #include "platform/Dialogs.h"
 #include "platform/qt/NativeToolkit.h"
@@ -25,15 +25,12 @@ void ShowMessage(const String& text) {
   box.exec();
 }
 
-/// Messages that came from within a paint, where no box can be shown. Each waits once, however often it came.
+/// Messages that came from within a paint, where no box can be shown, come after it. Each is told once in a run: what
+/// fails in one paint fails in the next, and closing the box is followed by a paint.
 void ShowMessageSoon(const String& text) {
-  static std::vector<String> waiting;
-  if (std::find(waiting.begin(), waiting.end(), text) != waiting.end()) return;
-  waiting.push_back(text);
-  RunSoon([text] {
-    Dispatch([&] { ShowMessage(text); });
-    std::erase(waiting, text);
-  });
+  static std::set<String> told;
+  if (!told.insert(text).second) return;
+  RunSoon([text] { Dispatch([&] { ShowMessage(text); }); });
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ std::unique_ptr<NativeControl> PopupMenu::MakeNative(NativeWindow& window, const
   auto* box = new MenuBox(window.content);
   box->setFocusPolicy(Qt::TabFocus);
   auto native = std::make_unique<NativeControl>(window, box);
-  QObject::connect(box, &QComboBox::activated, box, [this, made = native.get()] { made->Raise(Change); });
+  QObject::connect(box, &QComboBox::activated, box, [this, made = native.get()] { made->RaiseFromUser(Change); });
   return native;
 }
 
@@ -65,7 +65,7 @@ std::unique_ptr<NativeControl> Slider::MakeNative(NativeWindow& window, const St
   auto* slider = new QSlider(Qt::Horizontal, window.content);
   slider->setFocusPolicy(Qt::TabFocus);
   auto native = std::make_unique<NativeControl>(window, slider);
-  QObject::connect(slider, &QSlider::valueChanged, slider, [this, made = native.get()] { made->Raise(ValueChanged); });
+  QObject::connect(slider, &QSlider::valueChanged, slider, [this, made = native.get()] { made->RaiseFromUser(ValueChanged); });
   return native;
 }
 

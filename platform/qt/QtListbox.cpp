@@ -69,6 +69,7 @@ QVariant CellModel::headerData(int section, Qt::Orientation orientation, int rol
 }
 
 Qt::ItemFlags CellModel::flags(const QModelIndex& index) const {
+  if (!index.isValid()) return Qt::NoItemFlags;
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
   const int type = columns_[static_cast<std::size_t>(index.column())].type;
   if (type == Listbox::kTypeCheckBox) flags |= Qt::ItemIsUserCheckable;
@@ -89,7 +90,9 @@ bool CellModel::setData(const QModelIndex& index, const QVariant& value, int rol
     return false;
   }
   Changed(index.row(), index.column());
-  owner_.Raise(owner_.list.CellAction, index.row(), index.column());
+  owner_.RaiseFromUser([this, row = index.row(), column = index.column()] {
+    if (owner_.list.CellAction) owner_.list.CellAction(row, column);
+  });
   return true;
 }
 
@@ -188,10 +191,12 @@ class View : public QTableView {
 
  protected:
   void mousePressEvent(QMouseEvent* event) override {
-    const QPoint at = event->position().toPoint();
+    const QPoint at = PixelOf(event->position());
     const QModelIndex index = indexAt(at);
     pressedBox_ = QPersistentModelIndex();
-    if (event->button() == Qt::LeftButton && index.isValid()) {
+    if (event->button() != Qt::LeftButton) return;
+    if (!index.isValid() && selectionMode() == QAbstractItemView::SingleSelection) return clearSelection();
+    if (index.isValid()) {
       const QPoint corner = visualRect(index).topLeft();
       const int row = index.row(), column = index.column();
       if (native_.Ask(native_.list.CellClick, row, column, at.x() - corner.x(), at.y() - corner.y())) return;
@@ -213,16 +218,16 @@ class View : public QTableView {
     pressedBox_ = QPersistentModelIndex();
     const bool passes = passesClick_;
     passesClick_ = false;
-    if (pressed.isValid() && native_.IndicatorRect(pressed).contains(event->position().toPoint()))
+    if (pressed.isValid() && native_.IndicatorRect(pressed).contains(PixelOf(event->position())))
       native_.Toggle(pressed);
     else if (passes)
       QTableView::mouseReleaseEvent(event);
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override {
-    const QModelIndex index = indexAt(event->position().toPoint());
+    const QPersistentModelIndex index = indexAt(PixelOf(event->position()));
     const bool editable = index.isValid() && (index.flags() & Qt::ItemIsEditable);
     mousePressEvent(event);  // a second click is a click
-    if (editable && passesClick_) {
+    if (editable && index.isValid() && passesClick_) {
       passesClick_ = false;
       edit(index);
     }
@@ -272,7 +277,7 @@ class Header : public QHeaderView {
  public:
   Header(QWidget* parent, NativeListbox& native) : QHeaderView(Qt::Horizontal, parent), native_(native) {
     QObject::connect(this, &QHeaderView::sectionClicked, this,
-                     [this](int column) { native_.list.PressHeader(column); });
+                     [this](int column) { native_.RaiseFromUser([this, column] { native_.list.PressHeader(column); }); });
   }
 
  protected:

@@ -31,9 +31,11 @@ QKeySequence KeyOf(const String& shortcut) {
 }
 
 void Choose(MenuItem& item) {
-  Application* application = Application::Current();
-  if (application) Dispatch([&] { application->ChooseMenuItem(item.Name()); });
   ShowState(item);  // the toolkit has toggled the mark by itself
+  const auto choose = [name = item.Name()] {
+    if (Application* application = Application::Current()) Dispatch([&] { application->ChooseMenuItem(name); });
+  };
+  GateClosed() ? RunSoon(choose) : choose();
 }
 
 QMenu* NewMenu(const QString& title) {

@@ -60,7 +60,9 @@ TEST_F(OverviewTest, MapFilesBecomeOneRowEachInNameOrder) {
 TEST_F(OverviewTest, RefusedDropsAddNothing) {
   Drop({Map("a_Fe.tif"), MapFile("b.xray", {"Fe"})});
   ASSERT_EQ(messages.size(), 1u);
-  EXPECT_NE(messages[0].find("Stay with one file type at a time and I won't complain."), std::string::npos);
+  EXPECT_EQ(messages[0],
+            "You cannot drag a combination of \".xray\" and other files. Stay with one file type at a time and I won't "
+            "complain. Several files of the same type is OK, though.");
   Drop({PathOf("gone_Fe.tif"), PathOf("gone_Mg.tif")});  // none readable: the event ends in a failure
   EXPECT_EQ(messages.size(), 2u);
   EXPECT_EQ(overview().ListBox1.ListCount(), 0);
@@ -72,6 +74,18 @@ TEST_F(OverviewTest, RefusedDropsAddNothing) {
   Drop({Map("a_Fe.tif"), PathOf("gone.tif"), Map("a_Mg.tif")});
   EXPECT_EQ(Cell(0, 2), "Fe, Mg");
   EXPECT_EQ(messages.size(), 2u);
+}
+
+TEST_F(OverviewTest, AMapFileThatHasGoneCanStillBeDeletedFromTheList) {
+  Drop({MapFile("gone.xray", {"Fe"})});
+  std::filesystem::remove(folder / "gone.xray");
+  Drop({Map("a_Fe.tif"), Map("a_Mg.tif")});
+  EXPECT_EQ(messages.size(), 1u);  // the update fails on the file, and no paint after it does
+  user::ClickCell(overview().ListBox1, 0, WindowOverview::kSpecies, 40, 8);
+  user::Click(overview().PBdeleteselection);
+  EXPECT_EQ(messages.size(), 1u);
+  EXPECT_EQ(overview().ListBox1.ListCount(), 1);
+  EXPECT_EQ(Cell(0, 2), "Fe, Mg");
 }
 
 TEST_F(OverviewTest, BoxesAreRadioButtonsThatMayAllBeOff) {

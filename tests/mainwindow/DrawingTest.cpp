@@ -103,6 +103,19 @@ TEST_F(DrawingTest, AStepWhoseNumbersAddUpToTheMarkerEndsUndoEarly) {
   EXPECT_EQ(Rows(), 2);
 }
 
+TEST_F(DrawingTest, UndoInTheMiddleOfAStrokeNeverFails) {
+  Open(60);
+  user::MousePress(main().cvTIF, 10, 10);
+  user::Key(main(), "Ctrl+Z");
+  user::MouseDragTo(main().cvTIF, 20, 10);
+  user::MouseDragTo(main().cvTIF, 30, 10);
+  user::MouseRelease(main().cvTIF, 30, 10);
+  user::Key(main(), "Ctrl+Z");
+  EXPECT_EQ(Rows(), 0);
+  EXPECT_NE(PixelOf(main().cvTIF, 15, 10), 0xFF00FFu);
+  EXPECT_TRUE(messages.empty());
+}
+
 TEST_F(DrawingTest, LinesKeepTheirPlaceOverAnotherCluster) {
   Open(60);
   Stroke(10, 10, 50, 10);

@@ -559,7 +559,8 @@ TEST_F(Widgets, HeldKeysAndResourcesAreThere) {
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   ::testing::InitGoogleTest(&argc, argv);
-  StartToolkit(argc, argv);
-  const Program program;  // the toolkit ends with it
+  StartToolkit(argv);
+  Program program;  // the toolkit ends with it
+  program.Open();
   return RUN_ALL_TESTS();
 }

@@ -88,7 +88,8 @@ TEST_P(EveryTarget, EqualsThePlainLoopBitForBit) {
 }
 
 TEST_P(EveryTarget, StaysEqualThroughManyPasses) {
-  // One bright pixel in a corner: after 320 passes its far traces are below what the short division by 9 can take.
+  // One bright pixel in a corner, more passes than the short division by 9 is used for, and a plane longer than they
+  // reach.
   constexpr int w = 330, h = 9;
   Levels original(w * h, 0), smoothed(w * h);
   original[0] = 255;
