@@ -1,8 +1,13 @@
 #!/usr/bin/env bash
-# virtual-display.sh COMMAND...: runs the command on a display of its own, made for it, with a window manager and a
-# session bus. Everything ends with the command; its exit code is handed on.
+# virtual-display.sh [--screen WIDTHxHEIGHT] COMMAND...: runs the command on a display of its own, made for it, with a
+# window manager and a session bus. Everything ends with the command; its exit code is handed on.
 set -euo pipefail
 tools=$(dirname "$(readlink -f "$0")")
+screen=1600x1200
+if [[ $1 == --screen ]]; then
+  screen=$2
+  shift 2
+fi
 
 private=$(mktemp -d)
 pids=()
@@ -23,7 +28,7 @@ export LANG=C.UTF-8 LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR=$private
 
 # The server picks a free display and writes its number when it is ready.
 mkfifo "$private/number"
-Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp -noreset -dpi 96 3>"$private/number" >/dev/null 2>&1 &
+Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp -noreset -dpi 96 3>"$private/number" >/dev/null 2>&1 &
 pids=("$!")
 number=
 read -r -t 30 number <"$private/number" || true

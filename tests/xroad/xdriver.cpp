@@ -7,6 +7,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
+#include <png.h>
 #include <poll.h>
 
 #include <algorithm>
@@ -18,6 +19,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <regex>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -27,10 +29,11 @@ namespace {
 
 constexpr const char* kUsage = R"(xdriver ACTION...
   list                                  titles and places of all windows, topmost last
-  wait TITLE [SECONDS]                  until a window of that title is on the screen
+  wait TITLE [SECONDS]                  until a window of that title is on the screen; prints its number
   gone TITLE [SECONDS]                  until there is none
   geometry TITLE                        x y width height of its content on the screen
   raise | activate | close TITLE        close as its frame's button does
+  place TITLE X Y                       puts its content there on the screen
   ping TITLE [SECONDS]                  until the program has handled all earlier input
   move TITLE X Y                        the pointer
   click TITLE X Y [BUTTON [COUNT]]      COUNT 2 is a double click; two calls never make one
@@ -40,8 +43,15 @@ constexpr const char* kUsage = R"(xdriver ACTION...
   key COMBINATION...                    such as s, Return, Control+Shift+s
   keydown | keyup KEY
   drop [--mods A+B] TITLE X Y FILE...   a real drag of the files from a window of our own
-  shot TITLE FILE                       picture of what is on the screen there, as PPM
-TITLE is the whole title, "~" and a part of it, or "root" for the screen.
+  shot [--half] TITLE FILE [X Y WIDTH HEIGHT]
+                                        picture of what is on the screen there, as PNG; at half its
+                                        size and with fewer colours, for a small file
+  shows TITLE X Y PICTURE [SECONDS]     until the window shows exactly the picture of that PNG file there
+  differs TITLE X Y PICTURE [SECONDS]   until it does not
+  frames TITLE X Y WIDTH HEIGHT END [SECONDS]
+                                        counts the pictures that follow one another there until the title is END
+TITLE is the whole title, "/" and a regular expression for all of it, the number of a window (0x...), or "root" for
+the screen.
 Ends with 0 when done, 1 when refused or not within the limit, 2 when it cannot be tried.
 )";
 
@@ -148,26 +158,31 @@ class XScreen {
   std::map<std::string, Atom> atoms_;
 };
 
-bool WaitUntil(const std::function<bool()>& condition, double limit) {
+bool WaitUntil(const std::function<bool()>& condition, double limit,
+               std::chrono::milliseconds pause = std::chrono::milliseconds(10)) {
   const auto end = Clock::now() + Seconds(limit);
   while (!condition()) {
     if (Clock::now() > end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    std::this_thread::sleep_for(pause);
   }
   return true;
 }
 
 // Windows
 
+bool TitleIs(const std::string& found, const std::string& wanted) {
+  return wanted.starts_with('/') ? std::regex_match(found, std::regex(wanted.substr(1))) : found == wanted;
+}
+
 /// The topmost window on the screen that bears the title, or 0.
 Window FindWindow(XScreen& screen, const std::string& title) {
   if (title == "root") return screen.Root();
+  const Window number = title.starts_with("0x") ? std::stoul(title, nullptr, 16) : 0;
   const auto windows = screen.Numbers(screen.Root(), "_NET_CLIENT_LIST_STACKING");
   for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
     XWindowAttributes attributes;
     if (!XGetWindowAttributes(screen.X(), *window, &attributes) || attributes.map_state != IsViewable) continue;
-    const std::string found = screen.Title(*window);
-    if (title.starts_with('~') ? found.find(title.substr(1)) != std::string::npos : found == title) return *window;
+    if (number ? *window == number : TitleIs(screen.Title(*window), title)) return *window;
   }
   return 0;
 }
@@ -200,6 +215,20 @@ bool Activate(XScreen& screen, Window window) {
       [&] { return screen.Numbers(screen.Root(), "_NET_ACTIVE_WINDOW") == std::vector<unsigned long>{window}; }, 5);
 }
 
+/// The window manager keeps the content where it is told, whatever the frame around it.
+bool Put(XScreen& screen, Window window, int x, int y) {
+  constexpr unsigned long kStaticGravity = 10, kHasX = 1 << 8, kHasY = 1 << 9, kFromPager = 2 << 12;
+  AskManager(
+      screen, window, "_NET_MOVERESIZE_WINDOW",
+      {kStaticGravity | kHasX | kHasY | kFromPager, static_cast<unsigned long>(x), static_cast<unsigned long>(y)});
+  return WaitUntil(
+      [&] {
+        const Place place = PlaceOf(screen, window);
+        return place.x == x && place.y == y;
+      },
+      5);
+}
+
 /// One ping may be answered while input that came with it still waits; at the second answer that has been handled.
 bool Ping(XScreen& screen, Window window, double limit) {
   XSelectInput(screen.X(), screen.Root(), StructureNotifyMask | SubstructureNotifyMask);
@@ -227,19 +256,22 @@ void Button(XScreen& screen, unsigned button, bool down) {
   XSync(screen.X(), False);
 }
 
-/// Waits until a press can no longer pass for the second half of a double click with a press of an earlier call. The
-/// time of the last press is kept at the root window.
-void KeepClicksApart(XScreen& screen) {
+/// Waits until a press can no longer pass for the second half of a double click with a press of an earlier call. Time
+/// and place of the last press are kept at the root window.
+void KeepClicksApart(XScreen& screen, int x, int y) {
   constexpr unsigned long kApart = 500;  // milliseconds; longer than the double-click time of any toolkit's default
+  constexpr int kFar = 20;               // pixels; farther than any toolkit lets the halves of a double click be
   const auto now = [] {
     return static_cast<unsigned long>(
                std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now().time_since_epoch()).count()) &
            0x7FFFFFFF;
   };
   const auto last = screen.Numbers(screen.Root(), "_XDRIVER_LAST_PRESS");
-  if (!last.empty() && now() >= last[0] && now() - last[0] < kApart)
+  const auto far = [](unsigned long before, int place) { return std::abs(static_cast<int>(before) - place) > kFar; };
+  if (last.size() == 3 && now() >= last[0] && now() - last[0] < kApart && !far(last[1], x) && !far(last[2], y))
     std::this_thread::sleep_for(std::chrono::milliseconds(kApart - (now() - last[0])));
-  screen.SetNumbers(screen.Root(), screen.Named("_XDRIVER_LAST_PRESS"), XA_CARDINAL, {now()});
+  screen.SetNumbers(screen.Root(), screen.Named("_XDRIVER_LAST_PRESS"), XA_CARDINAL,
+                    {now(), static_cast<unsigned long>(x), static_cast<unsigned long>(y)});
 }
 
 /// The key that bears the symbol, and whether it does so only together with Shift.
@@ -305,35 +337,116 @@ void PressCombination(XScreen& screen, const std::string& combination) {
   Key(screen, last.code, false);
 }
 
-void Drag(XScreen& screen, int x, int y, int x2, int y2, unsigned button) {
-  constexpr int kSteps = 20;
+/// Each step waits until the window has had it; a toolkit may pass over moves that come faster.
+void Drag(XScreen& screen, Window window, int x, int y, int x2, int y2, unsigned button) {
+  constexpr int kLongestStep = 6;  // pixels
+  const int steps = std::max(1, std::max(std::abs(x2 - x), std::abs(y2 - y)) / kLongestStep);
   MoveTo(screen, x, y);
-  KeepClicksApart(screen);
+  KeepClicksApart(screen, x, y);
   Button(screen, button, true);
-  for (int i = 1; i <= kSteps; ++i) MoveTo(screen, x + (x2 - x) * i / kSteps, y + (y2 - y) * i / kSteps);
+  for (int i = 1; i <= steps; ++i) {
+    MoveTo(screen, x + (x2 - x) * i / steps, y + (y2 - y) * i / steps);
+    Ping(screen, window, 2);
+  }
   Button(screen, button, false);
 }
 
 // Pictures
 
-void Shoot(XScreen& screen, const Place& place, const std::string& path) {
+/// Rows of red, green and blue, one byte each.
+struct Bitmap {
+  int width = 0, height = 0;
+  std::vector<unsigned char> bytes;
+  bool operator==(const Bitmap&) const = default;
+};
+
+/// What is on the screen at the place; parts off the screen are cut away.
+Bitmap Shoot(XScreen& screen, const Place& place) {
   const Place whole = PlaceOf(screen, screen.Root());
   const int x0 = std::max(place.x, 0), y0 = std::max(place.y, 0);
   const int x1 = std::min(place.x + place.width, whole.width), y1 = std::min(place.y + place.height, whole.height);
-  if (x0 >= x1 || y0 >= y1) throw Impossible("the window is off the screen");
+  if (x0 >= x1 || y0 >= y1) throw Impossible("that place is off the screen");
   XImage* image = XGetImage(screen.X(), screen.Root(), x0, y0, static_cast<unsigned>(x1 - x0),
                             static_cast<unsigned>(y1 - y0), AllPlanes, ZPixmap);
   if (!image || image->red_mask != 0xFF0000 || image->blue_mask != 0xFF) throw Impossible("no screen of 24 bits");
-  std::string bytes = "P6\n" + std::to_string(image->width) + " " + std::to_string(image->height) + "\n255\n";
+  Bitmap shot{image->width, image->height, {}};
+  shot.bytes.reserve(static_cast<std::size_t>(image->width) * static_cast<std::size_t>(image->height) * 3);
   for (int y = 0; y < image->height; ++y)
     for (int x = 0; x < image->width; ++x) {
       const unsigned long pixel = XGetPixel(image, x, y);
-      for (const int shift : {16, 8, 0}) bytes += static_cast<char>((pixel >> shift) & 0xFF);
+      for (const int shift : {16, 8, 0}) shot.bytes.push_back(static_cast<unsigned char>(pixel >> shift));
     }
   XDestroyImage(image);
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  const bool written = file && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-  if ((file && std::fclose(file) != 0) || !written) throw Impossible("cannot write " + path);
+  return shot;
+}
+
+/// Each pixel is the mean of four, in 32 steps a channel.
+Bitmap Halved(const Bitmap& bitmap) {
+  Bitmap half{bitmap.width / 2, bitmap.height / 2, {}};
+  const auto row = static_cast<std::size_t>(bitmap.width) * 3;
+  for (std::size_t y = 0; y < static_cast<std::size_t>(half.height); ++y)
+    for (std::size_t x = 0; x < static_cast<std::size_t>(half.width); ++x)
+      for (std::size_t channel = 0; channel < 3; ++channel) {
+        const unsigned char* at = &bitmap.bytes[2 * y * row + 6 * x + channel];
+        const int step = (at[0] + at[3] + at[row] + at[row + 3]) / 4 / 8;
+        half.bytes.push_back(static_cast<unsigned char>(step * 255 / 31));
+      }
+  return half;
+}
+
+void WritePng(const Bitmap& bitmap, const std::string& path) {
+  png_image png{};
+  png.version = PNG_IMAGE_VERSION;
+  png.width = static_cast<png_uint_32>(bitmap.width);
+  png.height = static_cast<png_uint_32>(bitmap.height);
+  png.format = PNG_FORMAT_RGB;
+  if (!png_image_write_to_file(&png, path.c_str(), 0, bitmap.bytes.data(), 0, nullptr))
+    throw Impossible("cannot write " + path + ": " + png.message);
+}
+
+Bitmap ReadPng(const std::string& path) {
+  png_image png{};
+  png.version = PNG_IMAGE_VERSION;
+  Bitmap bitmap;
+  if (png_image_begin_read_from_file(&png, path.c_str())) {
+    png.format = PNG_FORMAT_RGB;
+    bitmap = {static_cast<int>(png.width), static_cast<int>(png.height),
+              std::vector<unsigned char>(PNG_IMAGE_SIZE(png))};
+    if (png_image_finish_read(&png, nullptr, bitmap.bytes.data(), 0, nullptr)) return bitmap;
+  }
+  throw Impossible("cannot read " + path + ": " + png.message);
+}
+
+/// Tells how a picture that was waited for differs from what is shown.
+void ReportDifference(const Bitmap& shown, const Bitmap& wanted) {
+  int count = 0, x = 0, y = 0;
+  for (int i = 0; i < wanted.width * wanted.height && shown.width == wanted.width; ++i) {
+    const auto at = static_cast<std::ptrdiff_t>(i) * 3;
+    if (i / wanted.width < shown.height &&
+        std::equal(wanted.bytes.begin() + at, wanted.bytes.begin() + at + 3, shown.bytes.begin() + at))
+      continue;
+    if (count++ == 0) x = i % wanted.width, y = i / wanted.width;
+  }
+  std::fprintf(stderr, "xdriver: %d x %d pixels shown, %d x %d wanted; %d differ, the first at %d, %d\n", shown.width,
+               shown.height, wanted.width, wanted.height, count, x, y);
+}
+
+/// Counts how often the place in the window gets another picture until the window bears the title `end`; -1 if it
+/// never does.
+int CountFrames(XScreen& screen, Window window, const Place& inside, const std::string& end, double limit) {
+  int frames = 0;
+  Bitmap last;
+  const bool ended = WaitUntil(
+      [&] {
+        const bool over = TitleIs(screen.Title(window), end);  // asked first, so that the last picture counts
+        const Place place = PlaceOf(screen, window);
+        Bitmap now = Shoot(screen, {place.x + inside.x, place.y + inside.y, inside.width, inside.height});
+        if (now != last) ++frames;
+        last = std::move(now);
+        return over;
+      },
+      limit, std::chrono::milliseconds(1));
+  return ended ? frames : -1;
 }
 
 // Drag and drop between programs (XDND, version 5)
@@ -567,7 +680,15 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
     List(screen);
   } else if (action == "wait" || action == "gone") {
     const std::string title = words.Text();
-    return WaitUntil([&] { return (FindWindow(screen, title) != 0) == (action == "wait"); }, words.Number(kLimit));
+    Window window = 0;
+    const bool reached = WaitUntil(
+        [&] {
+          window = FindWindow(screen, title);
+          return (window != 0) == (action == "wait");
+        },
+        words.Number(kLimit));
+    if (window) std::printf("0x%lx\n", window);
+    return reached;
   } else if (action == "geometry") {
     const Place place = PlaceOf(screen, NeedWindow(screen, words.Text()));
     std::printf("%d %d %d %d\n", place.x, place.y, place.width, place.height);
@@ -576,6 +697,10 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
     XSync(screen.X(), False);
   } else if (action == "activate") {
     return Activate(screen, NeedWindow(screen, words.Text()));
+  } else if (action == "place") {
+    const Window window = NeedWindow(screen, words.Text());
+    const int x = words.Number();
+    return Put(screen, window, x, words.Number());
   } else if (action == "close") {
     const Window window = NeedWindow(screen, words.Text());
     screen.Send(window, window, "WM_PROTOCOLS", {screen.Named("WM_DELETE_WINDOW"), CurrentTime});
@@ -589,7 +714,7 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
     const Target target = ReadTarget(screen, words);
     const auto button = static_cast<unsigned>(words.Number(1));
     MoveTo(screen, target.x, target.y);
-    KeepClicksApart(screen);
+    KeepClicksApart(screen, target.x, target.y);
     for (int count = words.Number(1); count > 0; --count) {
       Button(screen, button, true);
       Button(screen, button, false);
@@ -597,7 +722,7 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
   } else if (action == "press") {
     const Target target = ReadTarget(screen, words);
     MoveTo(screen, target.x, target.y);
-    KeepClicksApart(screen);
+    KeepClicksApart(screen, target.x, target.y);
     Button(screen, static_cast<unsigned>(words.Number(1)), true);
   } else if (action == "release") {
     Button(screen, static_cast<unsigned>(words.Number(1)), false);
@@ -605,7 +730,7 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
     const Target from = ReadTarget(screen, words);
     const Place place = PlaceOf(screen, from.window);
     const int x = place.x + words.Number(), y = place.y + words.Number();
-    Drag(screen, from.x, from.y, x, y, static_cast<unsigned>(words.Number(1)));
+    Drag(screen, from.window, from.x, from.y, x, y, static_cast<unsigned>(words.Number(1)));
   } else if (action == "key") {
     for (const std::string& combination : words.Rest()) PressCombination(screen, combination);
   } else if (action == "keydown" || action == "keyup") {
@@ -613,8 +738,39 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
   } else if (action == "drop") {
     return DropFiles(screen, words);
   } else if (action == "shot") {
-    const Place place = PlaceOf(screen, NeedWindow(screen, words.Text()));
-    Shoot(screen, place, words.Text());
+    std::string title = words.Text();
+    const bool half = title == "--half";
+    if (half) title = words.Text();
+    Place place = PlaceOf(screen, NeedWindow(screen, title));
+    const std::string path = words.Text();
+    if (words.More()) {
+      place.x += words.Number();
+      place.y += words.Number();
+      place.width = words.Number();
+      place.height = words.Number();
+    }
+    const Bitmap shot = Shoot(screen, place);
+    WritePng(half ? Halved(shot) : shot, path);
+  } else if (action == "shows" || action == "differs") {
+    const Target at = ReadTarget(screen, words);
+    const Bitmap wanted = ReadPng(words.Text());
+    Bitmap shown;
+    const bool reached = WaitUntil(
+        [&] {
+          shown = Shoot(screen, {at.x, at.y, wanted.width, wanted.height});
+          return (shown == wanted) == (action == "shows");
+        },
+        words.Number(kLimit));
+    if (!reached && action == "shows") ReportDifference(shown, wanted);
+    return reached;
+  } else if (action == "frames") {
+    const Window window = NeedWindow(screen, words.Text());
+    Place inside;
+    for (int* number : {&inside.x, &inside.y, &inside.width, &inside.height}) *number = words.Number();
+    const std::string end = words.Text();
+    const int frames = CountFrames(screen, window, inside, end, words.Number(kLimit));
+    std::printf("%d\n", frames);
+    return frames >= 0;
   } else {
     throw Impossible(std::string("no such action\n") + kUsage);
   }

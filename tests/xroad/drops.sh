@@ -1,0 +1,78 @@
+#!/usr/bin/env bash
+# Drops that are not plain: kinds that do not go together, files that cannot be read, no files, odd names, held keys.
+set -euo pipefail
+# shellcheck source=../../tools/road-steps.sh
+. "$(dirname "$0")/../../tools/road-steps.sh"
+
+keep_list() { keep "$1" Overview 20 14 590 408; }
+list_is() { x shows Overview 20 $((bar + 14)) "$private/$1.png"; }
+list_changes() { x differs Overview 20 $((bar + 14)) "$private/$1.png"; }
+
+# answer: a message is on the screen; it goes away with the key of its button.
+answer() {
+  x wait Vornalite >"$private/number"
+  x activate Vornalite
+  x key Return
+  x gone Vornalite
+}
+
+# delete_all: removes all rows.
+delete_all() {
+  x activate Overview
+  x key Control+a
+  x ping Overview
+  x click Overview 80 $((bar + 444))
+  x ping Overview
+}
+
+start "$1" "$private/saved"
+keep_list empty
+garnet=("$samples"/garnet_A/garnet_A_{Al,Ca,Fe}.tif)
+
+step "two kinds of files in one drop: a message, nothing added"
+touch "$private/maps.xray"
+drop "$private/maps.xray" "${garnet[@]}" &
+answer
+wait "$!"
+list_is empty
+
+step "no file that can be read: a message, nothing added"
+drop "$private/gone.tif" "$private" &
+answer
+wait "$!"
+list_is empty
+
+step "no file at all: refused"
+if "$VORNALITE_XDRIVER" drop Overview 300 300 >"$private/answer"; then fail "taken"; fi
+x ping Overview
+list_is empty
+
+step "files that cannot be read are passed over"
+drop "${garnet[@]}"
+list_changes empty
+keep_list three
+delete_all
+list_is empty
+drop "$private/gone.tif" "${garnet[0]}" "$private" "${garnet[@]:1}"
+list_is three
+delete_all
+
+step "keys held"
+for key in Shift Control Shift+Control Alt; do
+  drop --mods "$key" "${garnet[@]}"
+  list_is three
+  delete_all
+  list_is empty
+done
+
+step "names with blanks, accents and signs"
+odd="$private/Größe 50% #1 + 2; 'ä' ?"
+mkdir "$odd"
+for name in Al Ca; do cp "$samples/garnet_A/garnet_A_$name.tif" "$odd/Dünn schliff #3 100% $name & µm.tif"; done
+drop "$odd"/*
+list_changes empty
+load 0
+"$VORNALITE_EXPECTED" "$private/expected.png" 10 0 "$samples/garnet_A/garnet_A_Al.tif"
+map_shows "$private/expected.png"
+push PB_SaveImage
+file_comes "$private/saved/Dünn_schliff_#3_100%_&_µm_(Al).png"

@@ -1,0 +1,40 @@
+/// expected PICTURE TABLE LEVEL FILE: writes as PNG what a canvas must show of a map file: its grey levels, smoothed
+/// LEVEL times (0 is raw), through the colour table of that index, by the straight display curve.
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "platform/PNGu.h"
+#include "stack/ColorTables.h"
+#include "stack/Smoothing.h"
+
+using namespace platform;
+
+int main(int argc, char** argv) {
+  const Ref<Picture> picture = argc == 5 ? MakeRef<FolderItem>(argv[4])->OpenAsPicture() : Ref<Picture>();
+  if (!picture) {
+    std::fputs("usage: expected PICTURE TABLE LEVEL FILE\n", stderr);
+    return 2;
+  }
+  const PlaneView<Color> pixels = picture->Pixels();
+  const auto colors = ParseColorTable(ColorTableLines()(std::atoi(argv[2]))).colors;
+
+  std::vector<std::int32_t> levels;
+  for (int y = 0; y < pixels.height; ++y)
+    for (int x = 0; x < pixels.width; ++x) {
+      const Color pixel = pixels(x, y);
+      levels.push_back(std::max({Red(pixel), Green(pixel), Blue(pixel)}));
+    }
+  std::vector<std::int32_t> smoothed = levels;
+  if (const int level = std::atoi(argv[3]); level > 0) {
+    SmoothJob job{{levels.data(), pixels.width, pixels.height, pixels.width},
+                  {smoothed.data(), pixels.width, pixels.height, pixels.width}};
+    SmoothPlanes({&job, 1}, level);
+  }
+  for (int y = 0; y < pixels.height; ++y)
+    for (int x = 0; x < pixels.width; ++x)
+      pixels(x, y) = colors[static_cast<std::size_t>(smoothed[static_cast<std::size_t>(y * pixels.width + x)])];
+  return PNGu::SavePicture(MakeRef<FolderItem>(argv[1]), picture) ? 0 : 1;
+}
