@@ -8,7 +8,7 @@ binary=$(readlink -f "$1")
 mkdir -p "$2"
 out=$(readlink -f "$2")
 rm -rf "$out"/*.png "$out/saved"
-# shellcheck source=road-steps.sh
+# shellcheck source=tools/road-steps.sh
 . "$(dirname "$(readlink -f "$0")")/road-steps.sh"
 
 start "$binary" "$out/saved"

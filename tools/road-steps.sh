@@ -19,6 +19,7 @@ step() { echo "  $*"; }
 fail() {
   echo "failed: $*" >&2
   trap - ERR
+  cat "$private/messages" >&2 || true # what the program said
   [[ -z ${out:-} ]] || "$VORNALITE_XDRIVER" shot root "$out/failed.png" || true
   exit 1
 }

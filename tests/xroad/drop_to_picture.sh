@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # From files dragged out of another process to the pixels of the canvas: they are what the arithmetic says.
 set -euo pipefail
-# shellcheck source=../../tools/road-steps.sh
+# shellcheck source=tools/road-steps.sh
 . "$(dirname "$0")/../../tools/road-steps.sh"
 
 # map_is TABLE LEVEL FILE: the canvas shows the file in that colour table, smoothed to that level.

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Drops that are not plain: kinds that do not go together, files that cannot be read, no files, odd names, held keys.
 set -euo pipefail
-# shellcheck source=../../tools/road-steps.sh
+# shellcheck source=tools/road-steps.sh
 . "$(dirname "$0")/../../tools/road-steps.sh"
 
 keep_list() { keep "$1" Overview 20 14 590 408; }

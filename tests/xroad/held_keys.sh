@@ -2,7 +2,7 @@
 # Keys held over the map: Control makes the circle grow and Option shrink as long as they are down, Shift changes its
 # colour; the pointer does not move.
 set -euo pipefail
-# shellcheck source=../../tools/road-steps.sh
+# shellcheck source=tools/road-steps.sh
 . "$(dirname "$0")/../../tools/road-steps.sh"
 
 start "$1" "$private/saved"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # While the program loads or smooths twelve large maps, each of them is seen, and the program counts as alive.
 set -euo pipefail
-# shellcheck source=../../tools/road-steps.sh
+# shellcheck source=tools/road-steps.sh
 . "$(dirname "$0")/../../tools/road-steps.sh"
 
 size=2048
