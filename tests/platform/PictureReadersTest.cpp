@@ -7,25 +7,21 @@
 #include <algorithm>
 #include <cmath>
 #include <csignal>
-#include <cstring>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <limits>
 #include <string>
 #include <vector>
 
 #include "platform/GreyScaling.h"
 #include "platform/PictureReaders.h"
+#include "tests/platform/Folder.h"
 
 namespace platform {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-std::filesystem::path OddFolder() {
-  return std::filesystem::path(VORNALITE_SOURCE_DIR) / "tests/odd";
-}
+std::filesystem::path OddFolder() { return std::filesystem::path(VORNALITE_SOURCE_DIR) / "tests/odd"; }
 
 Bytes FileContent(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -46,16 +42,13 @@ std::vector<Color> ColorsOf(const OpenedPicture& opened) {
   return {pixels.data, pixels.data + pixels.width * pixels.height};
 }
 
-// A TIFF written by libtiff into memory.
-
-struct Memory {
-  Bytes bytes;
-  std::size_t position = 0;
-};
-
-Memory& MemoryOf(thandle_t handle) {
-  return *static_cast<Memory*>(handle);
+void ExpectNear(Color actual, Color expected, int tolerance) {
+  EXPECT_NEAR(Red(actual), Red(expected), tolerance);
+  EXPECT_NEAR(Green(actual), Green(expected), tolerance);
+  EXPECT_NEAR(Blue(actual), Blue(expected), tolerance);
 }
+
+// A TIFF written by libtiff.
 
 struct Kind {
   const char* name;
@@ -99,29 +92,9 @@ Bytes Row(const Kind& kind, const Samples& sample, int left, int width, int y, i
 }
 
 Bytes WriteTiff(const Kind& kind, const Samples& sample, const std::function<void(TIFF*)>& moreTags = {}) {
-  Memory memory;
-  TIFF* tiff = TIFFClientOpen(
-      "", kind.mode, &memory,
-      [](thandle_t handle, void* target, tmsize_t count) -> tmsize_t {
-        Memory& m = MemoryOf(handle);
-        const auto n = std::min(static_cast<std::size_t>(count), m.bytes.size() - std::min(m.position, m.bytes.size()));
-        std::copy_n(m.bytes.begin() + static_cast<std::ptrdiff_t>(m.position), n, static_cast<std::uint8_t*>(target));
-        m.position += n;
-        return static_cast<tmsize_t>(n);
-      },
-      [](thandle_t handle, void* from, tmsize_t count) -> tmsize_t {
-        Memory& m = MemoryOf(handle);
-        m.bytes.resize(std::max(m.bytes.size(), m.position + static_cast<std::size_t>(count)));
-        std::memcpy(m.bytes.data() + m.position, from, static_cast<std::size_t>(count));
-        m.position += static_cast<std::size_t>(count);
-        return count;
-      },
-      [](thandle_t handle, toff_t offset, int whence) -> toff_t {
-        Memory& m = MemoryOf(handle);
-        return m.position = offset + (whence == SEEK_END ? m.bytes.size() : whence == SEEK_CUR ? m.position : 0);
-      },
-      [](thandle_t) { return 0; }, [](thandle_t handle) -> toff_t { return MemoryOf(handle).bytes.size(); }, nullptr,
-      nullptr);
+  const Folder folder;
+  const auto path = folder.Path() / "map.tif";
+  TIFF* tiff = TIFFOpen(path.c_str(), kind.mode);
   TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, kWidth);
   TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, kHeight);
   TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, kind.bits);
@@ -162,7 +135,7 @@ Bytes WriteTiff(const Kind& kind, const Samples& sample, const std::function<voi
       }
     }
   TIFFClose(tiff);
-  return memory.bytes;
+  return FileContent(path);
 }
 
 template <class F>
@@ -261,16 +234,15 @@ TEST(TiffReader, ColoursComeOutOnWhite) {
   const auto plain = rgb(base);
   const Kind rgb8{"", 8, 1, COMPRESSION_LZW, PHOTOMETRIC_RGB, "wb", false, 3};
   Kind kind = rgb8;
-  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, base))), plain);
-  kind.separate = true;
-  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, base))), plain);
-  kind.tiled = true;
-  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, base))), plain);
+  for (const auto& [separate, tiled] : {std::pair{false, false}, {true, false}, {true, true}}) {
+    kind.separate = separate;
+    kind.tiled = tiled;
+    EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, base))), plain);
+  }
   kind = rgb8;
   kind.bits = 16;
-  EXPECT_EQ(ColorsOf(ReadPicture(
-                WriteTiff(kind, [&](int x, int y, int s) { return std::max(base(x, y, s) * 257 - 100, 0); }))),
-            plain);
+  const auto deep = [&](int x, int y, int s) { return std::max(base(x, y, s) * 257 - 100, 0); };
+  EXPECT_EQ(ColorsOf(ReadPicture(WriteTiff(kind, deep))), plain);
 
   kind = rgb8;
   kind.samples = 4;
@@ -290,18 +262,13 @@ TEST(TiffReader, ColoursComeOutOnWhite) {
   const auto cmyk = ColorsOf(ReadPicture(WriteTiff(kind, base)));
   ASSERT_EQ(cmyk.size(), plain.size());
   const auto mixed = rgb([&](int x, int y, int c) { return (255 - base(x, y, c)) * (255 - base(x, y, 3)) / 255; });
-  for (std::size_t i = 0; i < cmyk.size(); ++i) {
-    EXPECT_NEAR(Red(cmyk[i]), Red(mixed[i]), 1);
-    EXPECT_NEAR(Green(cmyk[i]), Green(mixed[i]), 1);
-    EXPECT_NEAR(Blue(cmyk[i]), Blue(mixed[i]), 1);
-  }
+  for (std::size_t i = 0; i < cmyk.size(); ++i) ExpectNear(cmyk[i], mixed[i], 1);
 
   kind = {"", 4, 0, COMPRESSION_PACKBITS, PHOTOMETRIC_PALETTE};
-  std::uint16_t map[3][16];
+  std::uint16_t map[3][16] = {};
   for (int i = 0; i < 16; ++i) {
     map[0][i] = static_cast<std::uint16_t>(i * 0x1000);  // high bytes alone, as many a program writes them
     map[1][i] = static_cast<std::uint16_t>(0xFFFF - i * 257);
-    map[2][i] = 0;
   }
   const Bytes palette = WriteTiff(
       kind, [&](int x, int y, int) { return base(x, y, 0) & 15; },
@@ -318,10 +285,7 @@ TEST(TiffReader, ColoursComeOutOnWhite) {
                                          : s == 1 ? 100
                                                   : 30; },
       [](TIFF* tiff) { TIFFSetField(tiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB); });
-  const Color color = ColorsOf(ReadPicture(jpeg)).at(kWidth + 1);
-  EXPECT_NEAR(Red(color), 200, 3);
-  EXPECT_NEAR(Green(color), 100, 3);
-  EXPECT_NEAR(Blue(color), 30, 3);
+  ExpectNear(ColorsOf(ReadPicture(jpeg)).at(kWidth + 1), RGB(200, 100, 30), 3);
 }
 
 TEST(TiffReader, OrientationIsApplied) {
@@ -352,9 +316,7 @@ TEST(TiffReader, OrientationIsApplied) {
 
 // The kept files: 12 x 6 pixels of (17 x + 3 y) mod 201, but 200 at (5, 0); see tools/make_odd_pictures.py.
 
-int Count(int i) {
-  return i == 5 ? 200 : (i % 12 * 17 + i / 12 * 3) % 201;
-}
+int Count(int i) { return i == 5 ? 200 : (i % 12 * 17 + i / 12 * 3) % 201; }
 
 TEST(OddFiles, OpenAsTheyShould) {
   Bytes plain, scaled;
@@ -376,16 +338,16 @@ TEST(OddFiles, OpenAsTheyShould) {
   // Its first bytes are those of a PNG; told to read a PICT, the reader must not be led astray.
   EXPECT_EQ(LevelsOf(ReadPict(FileContent(OddFolder() / "png-in-the-preamble.pict"))), plain);
 
-  for (const char* name : {"palette.tif", "palette-of-8-bit-components.tif", "rgb.tif", "rgb-in-separate-planes.tif",
-                           "rgb-and-a-sample-that-is-no-alpha.tif", "palette.bmp"}) {
+  const auto pixel = [](const char* name, int x, int y) {
     const auto picture = ReadPicture(OddFolder() / name).picture;
-    ASSERT_TRUE(picture) << name;
-    // Bitmaps are stored from the bottom up.
-    const int y = std::string_view(name).ends_with("bmp") ? 5 : 0;
-    EXPECT_EQ(picture->RGBSurface().Pixel(3, y), RGB(51, 204, 25)) << name;
-  }
-  EXPECT_EQ(ReadPicture(OddFolder() / "transparent-200.gif").picture->RGBSurface().Pixel(5, 0), kWhite);
-  EXPECT_EQ(ReadPicture(OddFolder() / "transparent-grey.png").picture->RGBSurface().Pixel(5, 0), kWhite);
+    return picture ? picture->RGBSurface().Pixel(x, y) : kBlack;
+  };
+  for (const char* name : {"palette.tif", "palette-of-8-bit-components.tif", "rgb.tif", "rgb-in-separate-planes.tif",
+                           "rgb-and-a-sample-that-is-no-alpha.tif"})
+    EXPECT_EQ(pixel(name, 3, 0), RGB(51, 204, 25)) << name;
+  EXPECT_EQ(pixel("palette.bmp", 3, 5), RGB(51, 204, 25)) << "stored from the bottom up";
+  EXPECT_EQ(pixel("transparent-200.gif", 5, 0), kWhite);
+  EXPECT_EQ(pixel("transparent-grey.png", 5, 0), kWhite);
   const Bytes strange = LevelsOf(ReadPicture(OddFolder() / "float-with-nan-and-infinity.tif"));
   EXPECT_EQ(Bytes(strange.begin(), strange.begin() + 4), (Bytes{0, 255, 0, 65}));
   const Bytes skipping = LevelsOf(ReadPicture(OddFolder() / "runs-that-skip-pixels.bmp"));
@@ -470,24 +432,19 @@ TEST(PictReader, LeavesTheSignalsAlone) {
 }
 
 TEST(ToolkitReader, KeepsWhatTheToolkitWrote) {
-  QImage image(23, 11, QImage::Format_ARGB32);
+  QImage image(23, 11, QImage::Format_RGB32);
   for (int y = 0; y < 11; ++y)
-    for (int x = 0; x < 23; ++x) image.setPixel(x, y, qRgba(x * 11, y * 20, 255 - x, 255));
+    for (int x = 0; x < 23; ++x) image.setPixel(x, y, qRgb(x * 11, y * 20, 255 - x));
   for (const char* format : {"PNG", "BMP", "JPG"}) {
+    SCOPED_TRACE(format);
     QByteArray array;
     QBuffer buffer(&array);
-    ASSERT_TRUE(image.convertToFormat(QImage::Format_RGB32).save(&buffer, format, 100));
-    const auto picture =
-        ReadPicture({reinterpret_cast<const std::uint8_t*>(array.constData()), static_cast<std::size_t>(array.size())})
-            .picture;
-    ASSERT_TRUE(picture) << format;
-    const int tolerance = std::string_view(format) == "JPG" ? 12 : 0;
-    for (int y = 0; y < 11; ++y)
-      for (int x = 0; x < 23; ++x) {
-        const Color color = picture->RGBSurface().Pixel(x, y);
-        EXPECT_NEAR(Red(color), x * 11, tolerance) << format;
-        EXPECT_NEAR(Green(color), y * 20, tolerance) << format;
-      }
+    ASSERT_TRUE(image.save(&buffer, format, 100));
+    const auto colors = ColorsOf(ReadPicture(Bytes(array.begin(), array.end())));
+    ASSERT_EQ(colors.size(), 23u * 11u);
+    for (int i = 0; i < 23 * 11; ++i)
+      ExpectNear(colors[static_cast<std::size_t>(i)], RGB(i % 23 * 11, i / 23 * 20, 255 - i % 23),
+                 std::string_view(format) == "JPG" ? 12 : 0);
   }
 }
 
