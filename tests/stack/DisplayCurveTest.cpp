@@ -11,34 +11,25 @@ namespace {
 struct Row {
   int setting;
   std::array<int, 7> entries;  ///< at 1, 32, 64, 128, 192, 254, 255
+  int sum;                     ///< of all entries
 };
 
 TEST(DisplayCurve, TellingRows) {
   constexpr std::array<std::size_t, 7> places{1, 32, 64, 128, 192, 254, 255};
   // Computed apart from this program, in doubles in the same order; -25, -20, 20 and 25 lie beyond the main slider.
-  for (const Row& row : {Row{-25, {0, 0, 0, 1, 3, 137, 254}}, Row{-20, {0, 0, 1, 3, 10, 197, 255}},
-                         Row{-10, {0, 4, 9, 25, 64, 246, 254}}, Row{-5, {0, 10, 22, 58, 120, 251, 255}},
-                         Row{-1, {0, 23, 49, 106, 174, 253, 255}}, Row{0, {1, 32, 64, 128, 192, 254, 255}},
-                         Row{1, {1, 42, 81, 149, 206, 254, 255}}, Row{5, {3, 83, 135, 197, 232, 254, 254}},
-                         Row{10, {8, 143, 191, 229, 245, 254, 255}}, Row{20, {57, 232, 245, 251, 253, 254, 255}},
-                         Row{25, {117, 247, 251, 253, 254, 254, 255}}}) {
+  for (const Row& row :
+       {Row{-25, {0, 0, 0, 1, 3, 137, 254}, 1352}, Row{-20, {0, 0, 1, 3, 10, 197, 255}, 3023},
+        Row{-13, {0, 2, 5, 14, 39, 239, 255}, 8317}, Row{-10, {0, 4, 9, 25, 64, 246, 254}, 12003},
+        Row{-5, {0, 10, 22, 58, 120, 251, 255}, 19892}, Row{-1, {0, 23, 49, 106, 174, 253, 255}, 28849},
+        Row{0, {1, 32, 64, 128, 192, 254, 255}, 32640}, Row{1, {1, 42, 81, 149, 206, 254, 255}, 36177},
+        Row{5, {3, 83, 135, 197, 232, 254, 254}, 45133}, Row{7, {4, 106, 159, 212, 239, 254, 255}, 48525},
+        Row{10, {8, 143, 191, 229, 245, 254, 255}, 53022}, Row{20, {57, 232, 245, 251, 253, 254, 255}, 62003},
+        Row{25, {117, 247, 251, 253, 254, 254, 255}, 63673}}) {
     const Curve curve = DisplayCurve(row.setting, 255);
+    EXPECT_EQ(std::accumulate(curve.begin(), curve.end(), 0), row.sum) << row.setting;
     for (std::size_t i = 0; i < places.size(); ++i)
       EXPECT_EQ(curve[places[i]], row.entries[i]) << row.setting << " at " << places[i];
   }
-}
-
-TEST(DisplayCurve, SumsOfWholeCurves) {
-  // The sum over all entries, computed apart from this program.
-  const auto sum = [](int setting, int maximum) {
-    const Curve curve = DisplayCurve(setting, maximum);
-    return std::accumulate(curve.begin(), curve.end(), 0);
-  };
-  EXPECT_EQ(sum(-25, 255), 1352);
-  EXPECT_EQ(sum(-13, 255), 8317);
-  EXPECT_EQ(sum(0, 255), 255 * 128);
-  EXPECT_EQ(sum(7, 255), 48525);
-  EXPECT_EQ(sum(25, 255), 63673);
 }
 
 TEST(DisplayCurve, StretchesToTheMaximum) {
@@ -70,12 +61,10 @@ TEST(DisplayCurve, HasAResultForEveryMaximumAndSetting) {
 }
 
 TEST(DisplayCurve, Range) {
-  EXPECT_TRUE(CurveSettingInRange(-25, -1));
-  EXPECT_TRUE(CurveSettingInRange(25, 255));
-  EXPECT_FALSE(CurveSettingInRange(-26, 0));
-  EXPECT_FALSE(CurveSettingInRange(26, 0));
-  EXPECT_FALSE(CurveSettingInRange(0, -2));
-  EXPECT_FALSE(CurveSettingInRange(0, 256));
+  for (const auto& [setting, maximum] : {std::pair{-25, -1}, {25, 255}})
+    EXPECT_TRUE(CurveSettingInRange(setting, maximum));
+  for (const auto& [setting, maximum] : {std::pair{-26, 0}, {26, 0}, {0, -2}, {0, 256}})
+    EXPECT_FALSE(CurveSettingInRange(setting, maximum));
 }
 
 }  // namespace

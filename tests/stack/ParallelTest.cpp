@@ -24,16 +24,13 @@ TEST_P(Parallel, CallsEachIndexOnce) {
 
 TEST_P(Parallel, PassesOneFailureOnAndEndsAllCalls) {
   std::atomic<int> running{0};
-  EXPECT_THROW(platform::ParallelFor(100,
-                                     [&](int i) {
-                                       ++running;
-                                       if (i >= 20) {
-                                         --running;
-                                         throw std::runtime_error("no more");
-                                       }
-                                       --running;
-                                     }),
-               std::runtime_error);
+  const auto fail = [&](int i) {
+    ++running;
+    const bool fails = i >= 20;
+    --running;
+    if (fails) throw std::runtime_error("no more");
+  };
+  EXPECT_THROW(platform::ParallelFor(100, fail), std::runtime_error);
   EXPECT_EQ(running, 0);
 }
 

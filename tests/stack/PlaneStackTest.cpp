@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
-
-#include "platform/Errors.h"
-#include "stack/PlaneStack.h"
-
-#ifdef __linux__
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <vector>
-#endif
+
+#include "platform/Errors.h"
+#include "stack/PlaneStack.h"
 
 namespace {
 
@@ -44,30 +41,21 @@ TEST(PlaneStack, PlanesStayWhereTheyAreWhenTheirSizeStays) {
   PlaneStack stack;
   stack.Redim(3, 99, 49);
   const auto* place = stack.Plane(2).data;
-  stack.Redim(3, 99, 49);
-  EXPECT_EQ(stack.Plane(2).data, place);
-  stack.Redim(9, 99, 49);
-  EXPECT_EQ(stack.Plane(2).data, place);
-  stack.Plane(2)(7, 8) = 5;
-  const PlaneStack& constant = stack;
-  EXPECT_EQ(constant(2, 7, 8), 5);
-  EXPECT_EQ(constant.Plane(2).width, 100);
-  EXPECT_EQ(constant.Plane(2).height, 50);
+  for (const int species : {3, 9}) {
+    stack.Redim(species, 99, 49);
+    EXPECT_EQ(stack.Plane(2).data, place);
+  }
 }
 
 TEST(PlaneStack, RefusesBadIndicesAndBounds) {
   PlaneStack stack;
   stack.Redim(1, 2, 3);
-  EXPECT_THROW(stack(2, 0, 0), platform::OutOfBoundsException);
-  EXPECT_THROW(stack(-1, 0, 0), platform::OutOfBoundsException);
-  EXPECT_THROW(stack(0, 3, 0), platform::OutOfBoundsException);
-  EXPECT_THROW(stack(0, 0, -1), platform::OutOfBoundsException);
+  for (const auto& [s, x, y] : {std::tuple{2, 0, 0}, {-1, 0, 0}, {0, 3, 0}, {0, 0, -1}})
+    EXPECT_THROW(stack(s, x, y), platform::OutOfBoundsException);
   EXPECT_THROW(stack.Plane(2), platform::OutOfBoundsException);
-  EXPECT_THROW(stack.Ubound(0), platform::OutOfBoundsException);
   EXPECT_THROW(stack.Redim(0, -2, 0), platform::OutOfBoundsException);
 }
 
-#ifdef __linux__
 TEST(PlaneStack, LeavesThePagesOfAnAbsentSpeciesUntouched) {
   PlaneStack stack;
   stack.Redim(0, 1023, 8191);
@@ -78,6 +66,5 @@ TEST(PlaneStack, LeavesThePagesOfAnAbsentSpeciesUntouched) {
   ASSERT_EQ(mincore(reinterpret_cast<void*>(first), resident.size() * page, resident.data()), 0);
   EXPECT_LT(std::count_if(resident.begin(), resident.end(), [](unsigned char in) { return in & 1; }), 1024);
 }
-#endif
 
 }  // namespace

@@ -103,22 +103,6 @@ TEST_P(EveryTarget, StaysEqualThroughManyPasses) {
 INSTANTIATE_TEST_SUITE_P(Smoothing, EveryTarget, testing::ValuesIn(hwy::SupportedAndGeneratedTargets()),
                          [](const auto& target) { return std::string(hwy::TargetName(target.param)); });
 
-TEST(Smoothing, TheBottomRowCountsTheRowAboveItTwice) {
-  // A bright row of 90 at the top of 5 by 4: 2/3 of it stays, 1/3 goes below. At the bottom 1/3 stays (in the corners
-  // 2/3 of the column, so 4 + 2 ninths), and 1/3 goes above.
-  Levels original(20, 0), smoothed(20);
-  std::fill_n(original.begin(), 5, 90);
-  SmoothJob top = JobOf(original, smoothed, 5, 4);
-  SmoothPlanes({&top, 1}, 1);
-  EXPECT_EQ(smoothed, (Levels{60, 60, 60, 60, 60, 30, 30, 30, 30, 30, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
-  EXPECT_EQ(top.maximum, 60);
-
-  std::reverse(original.begin(), original.end());
-  SmoothJob bottom = JobOf(original, smoothed, 5, 4);
-  SmoothPlanes({&bottom, 1}, 1);
-  EXPECT_EQ(smoothed, (Levels{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 30, 30, 30, 30, 30, 60, 30, 30, 30, 60}));
-}
-
 TEST(Smoothing, CutsOnceAfterAllPasses) {
   // 2 by 2 with one 9: the ninths are 4 2 2 1, then 25 20 20 16 eighty-firsts of 9. Cut in between, the 2 would be
   // lost.
