@@ -69,13 +69,9 @@ std::string WindowsTest::WriteMap(const std::string& name, int width, int height
   return WriteBytes(name, GreyTiff(width, height, level));
 }
 
-void WindowsTest::Drop(const std::vector<std::string>& paths) {
-  user::Drop(overview(), paths);
-}
+void WindowsTest::Drop(const std::vector<std::string>& paths) { user::Drop(overview(), paths); }
 
-void WindowsTest::CheckRow(int row) {
-  user::ClickCellCheck(overview().ListBox1, row, WindowOverview::kCluster);
-}
+void WindowsTest::CheckRow(int row) { user::ClickCellCheck(overview().ListBox1, row, WindowOverview::kCluster); }
 
 void WindowsTest::LoadCluster(const std::vector<std::string>& species, int width, int height,
                               const std::function<LevelAt(int)>& level) {
@@ -89,12 +85,23 @@ void WindowsTest::LoadCluster(const std::vector<std::string>& species, int width
 
 void WindowsTest::LoadThree(int width, int height) {
   LoadCluster({"Al", "Fe", "Mg"}, width, height,
-              [](int species) { return [species](int x, int y) { return (x * 7 + y * 3 + species * 50) % 256; }; });
+              [](int species) { return [species](int x, int y) { return Level(species, x, y); }; });
 }
 
-Color WindowsTest::PixelOf(Canvas& canvas, int x, int y) {
-  return canvas.Image()->RGBSurface().Pixel(x, y);
+void WindowsTest::OpenEverything() {
+  for (PushButton* button : {&main().PB_RGB, &main().PB_AllSpecies}) {
+    user::Click(*button);
+    user::Activate(main());
+  }
 }
+
+std::vector<Canvas*> WindowsTest::AllCanvases() {
+  std::vector<Canvas*> canvases{&main().cvTIF, &composite().Canvas1};
+  for (SpeciesWindow* window : speciesWindows()) canvases.push_back(&window->cv);
+  return canvases;
+}
+
+Color WindowsTest::PixelOf(Canvas& canvas, int x, int y) { return canvas.Image()->RGBSurface().Pixel(x, y); }
 
 std::vector<SpeciesWindow*> WindowsTest::speciesWindows() {
   std::vector<SpeciesWindow*> windows;

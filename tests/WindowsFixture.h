@@ -42,8 +42,13 @@ class WindowsTest : public ::testing::Test {
   /// index)`.
   void LoadCluster(const std::vector<std::string>& species, int width, int height,
                    const std::function<LevelAt(int)>& level);
-  /// Three species of a size with levels that differ at every pixel and species.
+  /// Three species of a size with the levels below.
   void LoadThree(int width, int height);
+  static int Level(int species, int x, int y) { return (x * 7 + y * 3 + species * 50) % 256; }
+  /// Opens the composite and the species windows; Main stays in front.
+  void OpenEverything();
+  /// The canvases of Main, the composite and the species windows.
+  std::vector<platform::Canvas*> AllCanvases();
 
   static platform::Color PixelOf(platform::Canvas& canvas, int x, int y);
   WindowOverview& overview() { return WindowOverview::Instance(); }

@@ -9,17 +9,9 @@ class DrawingTest : public WindowsTest {
  protected:
   void Open(int size) {
     LoadThree(size, size);
-    user::Click(main().PB_RGB);
-    user::Activate(main());
-    user::Click(main().PB_AllSpecies);
-    user::Activate(main());
+    OpenEverything();
     user::Click(main().PBdraw);
     Globals::DrawColor = 0xFF00FF;
-  }
-  std::vector<Canvas*> AllCanvases() {
-    std::vector<Canvas*> canvases{&main().cvTIF, &composite().Canvas1};
-    for (SpeciesWindow* window : speciesWindows()) canvases.push_back(&window->cv);
-    return canvases;
   }
   void Stroke(int x1, int y1, int x2, int y2) {
     user::MousePress(main().cvTIF, x1, y1);
@@ -90,17 +82,6 @@ TEST_F(DrawingTest, UndoShowAndClear) {
   user::Click(main().PBdrawClearAll);
   EXPECT_EQ(Rows(), 0);
   EXPECT_NE(PixelOf(main().cvTIF, 15, 10), 0xFF00FFu);
-}
-
-TEST_F(DrawingTest, AStepWhoseNumbersAddUpToTheMarkerEndsUndoEarly) {
-  Open(60);
-  user::MousePress(main().cvTIF, 10, 10);
-  user::MouseDragTo(main().cvTIF, -70, 10);  // 10 + 10 - 70 + 10 = -40
-  user::MouseDragTo(main().cvTIF, 30, 10);
-  user::MouseRelease(main().cvTIF, 30, 10);
-  EXPECT_EQ(Rows(), 4);
-  user::Click(main().PBdrawUndo);
-  EXPECT_EQ(Rows(), 2);
 }
 
 TEST_F(DrawingTest, UndoInTheMiddleOfAStrokeNeverFails) {

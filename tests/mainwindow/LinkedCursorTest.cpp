@@ -15,18 +15,6 @@ class LinkedCursorTest : public WindowsTest {
     return {view.data, view.data + view.pitch * view.height};
   }
   std::string Cur(int row) { return main().SpeciesLB.Cell(row, Main::kCurColumn).Utf8(); }
-  std::vector<Canvas*> AllCanvases() {
-    std::vector<Canvas*> canvases{&main().cvTIF, &composite().Canvas1};
-    for (SpeciesWindow* window : speciesWindows()) canvases.push_back(&window->cv);
-    return canvases;
-  }
-  void OpenEverything() {
-    user::Click(main().PB_RGB);
-    user::Activate(main());
-    user::Click(main().PB_AllSpecies);
-    user::Activate(main());
-    user::ProcessEvents();
-  }
   void WaitForTick() {
     int ticks = 0;
     const auto action = main().Timer1.Action;
@@ -56,7 +44,7 @@ TEST_F(LinkedCursorTest, EverySpeciesTellsItsLevelUnderThePointer) {
     user::ChooseMenu(item);
     user::MouseMove(main().cvTIF, x, y);
     for (int species = 0; species < 3; ++species)
-      EXPECT_EQ(Cur(species), std::to_string((imageX * 7 + imageY * 3 + species * 50) % 256)) << item;
+      EXPECT_EQ(Cur(species), std::to_string(Level(species, imageX, imageY))) << item;
   }
   EXPECT_TRUE(main().Timer1.Enabled());
   EXPECT_EQ(main().CursorChosen, 1);
@@ -97,10 +85,8 @@ TEST_F(LinkedCursorTest, MarksAreDrawnOnAllMaps) {
 
 TEST_F(LinkedCursorTest, NoTraceOfAMarkIsLeftAtAnyZoom) {
   LoadThree(67, 53);
-  Globals::x1Draw = Globals::x2Draw = {-10, 3, 3};
-  Globals::y1Draw = Globals::y2Draw = {-10, 4, 4};
-  Globals::x2Draw(2) = 60;
-  Globals::y2Draw(2) = 44;
+  Globals::x1Draw = {-10, 3, 3}, Globals::x2Draw = {-10, 3, 60};
+  Globals::y1Draw = {-10, 4, 4}, Globals::y2Draw = {-10, 4, 44};
   OpenEverything();
   std::mt19937 random(7);
   for (const char* zoom : {"Window50", "Window100", "Window200", "Window300", "Window400", "Window500"}) {
@@ -154,15 +140,11 @@ TEST_F(LinkedCursorTest, HeldKeysChangeSizeAndColour) {
   LoadThree(256, 256);
   user::Click(main().BBcursorCircles);
   user::MouseMove(main().cvTIF, 100, 100);
-  user::HoldKeys(false, true, false);
-  WaitForTick();
-  EXPECT_EQ(Globals::fCursorSize, 42);
-  user::HoldKeys(false, true, true);  // Control goes before Option
-  WaitForTick();
-  EXPECT_EQ(Globals::fCursorSize, 44);
-  user::HoldKeys(false, false, true);
-  WaitForTick();
-  EXPECT_EQ(Globals::fCursorSize, 41);
+  for (const auto& [control, option, size] : {std::tuple{true, false, 42}, {true, true, 44}, {false, true, 41}}) {
+    user::HoldKeys(false, control, option);
+    WaitForTick();
+    EXPECT_EQ(Globals::fCursorSize, size) << "Control goes before Option";
+  }
   user::HoldKeys(true, false, false);
   WaitForTick();
   WaitForTick();
@@ -179,18 +161,17 @@ TEST_F(LinkedCursorTest, HeldKeysChangeSizeAndColour) {
 TEST_F(LinkedCursorTest, ClicksMarkTheLevelsOfAllSpeciesOneStepBehind) {
   LoadThree(40, 40);
   Main& m = main();
-  const auto level = [](int species, int x, int y) { return (x * 7 + y * 3 + species * 50) % 256; };
   user::MousePress(m.cvTIF, 3, 2);
-  for (int species = 0; species < 3; ++species) EXPECT_TRUE(m.Clicks(0, species, level(species, 3, 2)));
+  for (int species = 0; species < 3; ++species) EXPECT_TRUE(m.Clicks(0, species, Level(species, 3, 2)));
   user::MouseDragTo(m.cvTIF, 4, 2);
-  EXPECT_FALSE(m.Clicks(0, 0, level(0, 4, 2)));
+  EXPECT_FALSE(m.Clicks(0, 0, Level(0, 4, 2)));
   user::MouseDragTo(m.cvTIF, 5, 2);
-  EXPECT_TRUE(m.Clicks(0, 0, level(0, 4, 2)));
+  EXPECT_TRUE(m.Clicks(0, 0, Level(0, 4, 2)));
   user::MouseDragTo(m.cvTIF, 500, 2);  // outside: not accepted
   EXPECT_EQ(m.InX, 5);
   user::MouseRelease(m.cvTIF, 500, 2);
-  EXPECT_FALSE(m.Clicks(0, 0, level(0, 5, 2)));
+  EXPECT_FALSE(m.Clicks(0, 0, Level(0, 5, 2)));
   user::ChooseMenu("Window200");
   user::Click(m.cvTIF, 21, 31);
-  EXPECT_TRUE(m.Clicks(0, 1, level(1, 10, 15)));
+  EXPECT_TRUE(m.Clicks(0, 1, Level(1, 10, 15)));
 }

@@ -28,6 +28,7 @@ TEST_F(MainWindowTest, TheWindowFollowsImageAndZoom) {
   user::ChooseMenu("Window200");
   EXPECT_EQ(places(), (Places{1104, 1320, 1066, 1191, 1038, {1024, 1024}}));
   EXPECT_EQ(main().MaxWidth(), 1104);
+  EXPECT_EQ(user::Shot(main())->Width(), 1104);
   EXPECT_EQ(main().MinWidth(), 1104);
   LoadThree(128, 128);
   user::ChooseMenu("Window100");
@@ -55,33 +56,34 @@ TEST_F(MainWindowTest, GrowingByHandMakesTheListsTaller) {
 }
 
 TEST_F(MainWindowTest, EveryCaptionIsReadable) {
-  LoadThree(40, 40);
   Main& m = main();
-  for (RectControl* control : std::initializer_list<RectControl*>{
-           &m.PB_RGB,         &m.PB_SaveImage,   &m.StaticText1,   &m.CB_ScaleUp,       &m.PB_ResetColors,
-           &m.PBdraw,         &m.CB_ShowDrawing, &m.PB_AllSpecies, &m.PB_SpeciesUpdate, &m.PB_SpeciesClose,
-           &m.PB_ClearClickM, &m.Checkbox1,      &m.PB_PhasesEdit, &m.PB_PhasesUpdate,  &m.StaticText2,
-           &m.StaticText4,    &m.StaticText5,    &m.StaticText6,   &m.StaticText7,      &m.StaticText8,
-           &m.ST_ScaleColors})
-    EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
-  user::Click(m.PBdraw);
-  for (RectControl* control :
-       std::initializer_list<RectControl*>{&m.BB_sel_color, &m.PBundraw, &m.PBdrawUndo, &m.PBdrawClearAll})
-    EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
   WindowOverview& o = overview();
-  for (RectControl* control :
-       std::initializer_list<RectControl*>{&o.PBdeleteselection, &o.STredmissing, &o.CBnoSpeciesExtensions})
-    EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
+  WindowRGB& c = composite();
+  const std::vector<RectControl*> controls{&m.PB_RGB,           &m.PB_SaveImage,
+                                           &m.StaticText1,      &m.CB_ScaleUp,
+                                           &m.PB_ResetColors,   &m.PBdraw,
+                                           &m.CB_ShowDrawing,   &m.PB_AllSpecies,
+                                           &m.PB_SpeciesUpdate, &m.PB_SpeciesClose,
+                                           &m.PB_ClearClickM,   &m.Checkbox1,
+                                           &m.PB_PhasesEdit,    &m.PB_PhasesUpdate,
+                                           &m.StaticText2,      &m.StaticText4,
+                                           &m.StaticText5,      &m.StaticText6,
+                                           &m.StaticText7,      &m.StaticText8,
+                                           &m.ST_ScaleColors,   &m.BB_sel_color,
+                                           &m.PBundraw,         &m.PBdrawUndo,
+                                           &m.PBdrawClearAll,   &o.PBdeleteselection,
+                                           &o.STredmissing,     &o.CBnoSpeciesExtensions,
+                                           &c.CB_scale,         &c.PB_reset,
+                                           &c.PB_SaveImage,     &c.PB_close};
+  for (RectControl* control : controls) EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
 }
 
 TEST_F(MainWindowTest, ControlsThatStandReadyDoNothing) {
   LoadThree(40, 40);
   user::Click(main().cvTIF, 5, 5);
-  const auto before = user::Shot(main());
-  for (RectControl* control :
-       std::initializer_list<RectControl*>{&main().PB_ClearClickM, &main().PB_PhasesEdit, &main().PB_PhasesUpdate})
-    user::Click(*control);
-  EXPECT_TRUE(main().Clicks(0, 0, (5 * 7 + 5 * 3) % 256));
+  for (PushButton* button : {&main().PB_ClearClickM, &main().PB_PhasesEdit, &main().PB_PhasesUpdate})
+    user::Click(*button);
+  EXPECT_TRUE(main().Clicks(0, 0, Level(0, 5, 5)));
   EXPECT_EQ(main().PPbuttons.Value(), Main::kPageNormal);
   EXPECT_TRUE(messages.empty());
 }
@@ -121,28 +123,26 @@ TEST_F(MainWindowTest, StripsShowMarksBracketsAndMedian) {
     const Rect cell = user::CellRect(m.SpeciesLB, row, column);
     return shot->RGBSurface().Pixel(cell.x + x, cell.y + y);
   };
-  constexpr int kStrip = Main::kMarksColumn;
+  constexpr int kStrip = Main::kMarksColumn, kName = Main::kSpeciesColumn;
+  constexpr Color kGround = 0xF0F0F0, kRed = 0xFF0000, kGreen = 0x00FF00, kRing = 0x999999;
   EXPECT_EQ(m.MedianClick(0), 21);
-  for (int y : {12, 15, 19}) EXPECT_EQ(pixel(0, kStrip, 100, y), kBlack) << y;
-  EXPECT_EQ(pixel(0, kStrip, 100, 11), kWhite);
-  EXPECT_EQ(pixel(0, kStrip, 100, 20), kWhite);
-  EXPECT_EQ(pixel(0, kStrip, 20, 15), 0x00FF00u);
-  EXPECT_EQ(pixel(0, kStrip, 22, 15), 0x00FF00u);
-  EXPECT_EQ(pixel(0, kStrip, 23, 15), kWhite);
-  EXPECT_EQ(pixel(0, kStrip, 60, 5), RGB(240, 240, 240));
-  EXPECT_EQ(pixel(0, kStrip, 60, 26), RGB(240, 240, 240));
-  for (int x : {0, 255}) {
-    EXPECT_EQ(pixel(0, kStrip, x, 5), 0xFF0000u);
-    EXPECT_EQ(pixel(0, kStrip, x, 10), 0xFF0000u);
-    EXPECT_EQ(pixel(0, kStrip, x, 26), 0xFF0000u);
-    EXPECT_NE(pixel(0, kStrip, x, 15), 0xFF0000u);
-  }
-  EXPECT_EQ(pixel(0, kStrip, 250, 5), 0xFF0000u);
-  EXPECT_EQ(pixel(0, kStrip, 249, 5), RGB(240, 240, 240));
-  EXPECT_EQ(pixel(0, Main::kSpeciesColumn, 2, 2), 0xD5E8FFu);  // the selected row
-  EXPECT_EQ(pixel(1, Main::kSpeciesColumn, 2, 2), kWhite);
-  EXPECT_EQ(pixel(1, kStrip, 1, 15), kBlack);  // median bars stand in the selected row alone
-  EXPECT_EQ(pixel(1, kStrip, 2, 15), kWhite);
-  EXPECT_EQ(pixel(0, Main::kRColumn, 3, 8), 0x999999u);
-  EXPECT_EQ(pixel(0, Main::kRColumn, 17, 22), 0x999999u);
+  const struct {
+    int row, column, x, y;
+    Color color;
+  } expected[] = {{0, kStrip, 100, 11, kWhite},     {0, kStrip, 100, 12, kBlack},
+                  {0, kStrip, 100, 15, kBlack},     {0, kStrip, 100, 19, kBlack},
+                  {0, kStrip, 100, 20, kWhite},     {0, kStrip, 20, 15, kGreen},
+                  {0, kStrip, 22, 15, kGreen},      {0, kStrip, 23, 15, kWhite},
+                  {0, kStrip, 60, 5, kGround},      {0, kStrip, 60, 26, kGround},
+                  {0, kStrip, 0, 5, kRed},          {0, kStrip, 0, 10, kRed},
+                  {0, kStrip, 0, 15, kGround},      {0, kStrip, 0, 26, kRed},
+                  {0, kStrip, 255, 5, kRed},        {0, kStrip, 255, 10, kRed},
+                  {0, kStrip, 255, 15, kGround},    {0, kStrip, 255, 26, kRed},
+                  {0, kStrip, 249, 5, kGround},     {0, kStrip, 250, 5, kRed},
+                  {0, kName, 2, 2, 0xD5E8FF},  // the selected row
+                  {1, kName, 2, 2, kWhite},         {1, kStrip, 1, 15, kBlack},
+                  {1, kStrip, 2, 15, kWhite},  // no median bar here
+                  {0, Main::kRColumn, 3, 8, kRing}, {0, Main::kRColumn, 17, 22, kRing}};
+  for (const auto& [row, column, x, y, color] : expected)
+    EXPECT_EQ(pixel(row, column, x, y), color) << row << ' ' << column << ' ' << x << ' ' << y;
 }

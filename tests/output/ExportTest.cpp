@@ -31,7 +31,7 @@ TEST_F(ExportTest, MapsAreSavedUnderFreeNamesWithoutZoomAndDrawing) {
   ASSERT_TRUE(picture);
   ASSERT_EQ(picture->Width(), 20);
   for (int y = 0; y < 10; ++y)
-    for (int x = 0; x < 20; ++x) ASSERT_EQ(picture->RGBSurface().Pixel(x, y), Globals::lut(10, (x * 7 + y * 3) % 256));
+    for (int x = 0; x < 20; ++x) ASSERT_EQ(picture->RGBSurface().Pixel(x, y), Globals::lut(10, Level(0, x, y)));
   main().TIFexists(0) = false;
   user::Click(main().PB_SaveImage);
   EXPECT_EQ(Saved().size(), 2u);
