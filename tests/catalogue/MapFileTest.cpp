@@ -1,14 +1,12 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <utility>
 
 #include "catalogue/MapFile.h"
 #include "tests/catalogue/Messages.h"
+#include "tests/platform/Folder.h"
 
 using platform::Array;
 using platform::BinaryStream;
@@ -33,20 +31,14 @@ class MapFile : public testing::Test {
   void PutSizes(int a, int b, int c, int d) {
     PutShort(2172, a), PutShort(2174, b), PutShort(2498, c), PutShort(2502, d);
   }
-  Ref<BinaryStream> Open() {
-    std::ofstream(path_, std::ios::binary) << bytes_;
-    return BinaryStream::Open(path_);
-  }
-  void TearDown() override { std::filesystem::remove(path_); }
+  Ref<BinaryStream> Open() { return BinaryStream::Open(folder_.Write("map.xray", bytes_)); }
 
  private:
   std::string bytes_;
-  const std::filesystem::path path_ = std::filesystem::path(testing::TempDir()) / ("map" + std::to_string(getpid()));
+  const platform::Folder folder_;
 };
 
-std::string Name(Ref<BinaryStream>& stream, int i) {
-  return Globals::ReadXrayGetImageName(stream, i).Utf8();
-}
+std::string Name(Ref<BinaryStream>& stream, int i) { return Globals::ReadXrayGetImageName(stream, i).Utf8(); }
 
 }  // namespace
 
@@ -126,12 +118,4 @@ TEST(MapFileArithmetic, MedianRoundsOneHalfUpward) {
   EXPECT_EQ(Globals::CheckForMostLikely({}, "pixel size", false), 0);
   EXPECT_EQ(std::exchange(Messages(), {}),
             (std::vector<std::string>{"Median determination error", "pixel size determination error"}));
-}
-
-TEST(MapFileArithmetic, TheEndingOfTheNameTells) {
-  const auto is = [](const char* name) { return Globals::IsXrayFile(platform::MakeRef<platform::FolderItem>(name)); };
-  EXPECT_TRUE(is("/a/MAP.XRAY"));
-  EXPECT_TRUE(is("/a/.xray"));
-  EXPECT_FALSE(is("/a/map.xray.tif"));
-  EXPECT_FALSE(is("/a/xray"));
 }

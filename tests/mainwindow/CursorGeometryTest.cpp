@@ -41,12 +41,7 @@ TEST(CursorGeometry, RestoredSquareCoversTheMark) {
       }
 }
 
-TEST(CursorGeometry, Marks) {
-  const auto cross = SmallCross(10, 20);
-  EXPECT_EQ(cross[0], (Line{{8, 20}, {4, 20}}));
-  EXPECT_EQ(cross[1], (Line{{12, 20}, {16, 20}}));
-  EXPECT_EQ(cross[2], (Line{{10, 18}, {10, 14}}));
-  EXPECT_EQ(cross[3], (Line{{10, 22}, {10, 26}}));
+TEST(CursorGeometry, MarksReachToTheEndsOfTheNumbersAndLargeCirclesAreThicker) {
   EXPECT_EQ(SmallCross(kHighest, kLowest)[1].to.x, kHighest);
   EXPECT_EQ(CircleAround(10, 20, 4).oval, (platform::Rect{6, 16, 9, 9}));
   EXPECT_EQ(CircleAround(10, 20, 4).pen, 1);
@@ -54,17 +49,14 @@ TEST(CursorGeometry, Marks) {
 }
 
 TEST(CursorGeometry, TicksChangeSizeAndColour) {
-  EXPECT_EQ(GrownCursorSize(10, 512, 512), 11);
-  EXPECT_EQ(GrownCursorSize(40, 512, 512), 42);
-  EXPECT_EQ(GrownCursorSize(150, 512, 512), 150);
-  EXPECT_EQ(GrownCursorSize(128, 256, 300), 128);
-  EXPECT_EQ(GrownCursorSize(40, 51, 300), 25);
-  EXPECT_EQ(ShrunkCursorSize(40), 38);
-  EXPECT_EQ(ShrunkCursorSize(100), 95);
-  EXPECT_EQ(ShrunkCursorSize(2), 1);
-  EXPECT_EQ(ShrunkCursorSize(1), 1);
-  EXPECT_EQ(NextCursorColor(0x808080), 0x000000u);
-  EXPECT_EQ(NextCursorColor(0x000000), 0xFFFFFFu);
-  EXPECT_EQ(NextCursorColor(0xFF0000), 0x808080u);
-  EXPECT_EQ(NextCursorColor(0x01FFFF), 0x000000u);
+  for (const auto& [size, width, height, grown] : {std::tuple{10, 512, 512, 11},
+                                                   {40, 512, 512, 42},
+                                                   {150, 512, 512, 150},
+                                                   {128, 256, 300, 128},
+                                                   {40, 51, 300, 25}})
+    EXPECT_EQ(GrownCursorSize(size, width, height), grown) << size;
+  for (const auto& [size, shrunk] : {std::pair{40, 38}, {100, 95}, {2, 1}, {1, 1}})
+    EXPECT_EQ(ShrunkCursorSize(size), shrunk);
+  for (const auto& [color, next] : {std::pair{0x808080, 0}, {0, 0xFFFFFF}, {0xFF0000, 0x808080}, {0x01FFFF, 0}})
+    EXPECT_EQ(NextCursorColor(static_cast<platform::Color>(color)), static_cast<platform::Color>(next));
 }

@@ -60,22 +60,6 @@ TEST(Stroke, StampsOfAStep) {
   EXPECT_EQ(StampAt({kHighest, 0}, 5).x, kHighest);
 }
 
-TEST(Stroke, UndoRemovesTheLastStroke) {
-  Drawing drawing;
-  EXPECT_FALSE(drawing.Undo());
-  drawing.Begin({1, 2});
-  drawing.Extend({1, 2}, {3, 4});
-  drawing.Begin({-9, 8});
-  EXPECT_EQ(drawing.x1(3), -10);
-  EXPECT_EQ(drawing.y2(4), 8);
-  ASSERT_EQ(drawing.Rows(), 5);
-  EXPECT_TRUE(drawing.Undo());
-  EXPECT_EQ(drawing.Rows(), 3);
-  EXPECT_EQ(drawing.y2(2), 4);
-  EXPECT_TRUE(drawing.Undo());
-  EXPECT_EQ(drawing.Rows(), 0);
-}
-
 TEST(Stroke, UndoStopsAtARowThatAddsUpToTheMarker) {
   Drawing drawing;
   drawing.Begin({0, 0});
