@@ -46,7 +46,7 @@ class FileBytes {
   explicit FileBytes(const std::filesystem::path& path) {
     // Opening without waiting, so that a pipe of that name does not hold the program up.
     const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
-    if (file.number < 0) throw ReadFailure(std::string("not an image: ") + std::strerror(errno));
+    if (file.number < 0) throw ReadFailure(std::string("cannot be read: ") + std::strerror(errno));
     struct stat status {};
     if (fstat(file.number, &status) != 0 || !S_ISREG(status.st_mode))
       throw ReadFailure("not an image: no regular file");

@@ -21,7 +21,7 @@ constexpr std::int64_t kMaximumPixels = std::int64_t{1} << 30;
 
 struct OpenedPicture {
   Ref<Picture> picture;  ///< nil on failure
-  String failure;        ///< begins with "truncated", "unsupported" or "not an image", then the particulars
+  String failure;        ///< "truncated", "unsupported", "not an image" or "cannot be read", then the particulars
 };
 
 OpenedPicture ReadPicture(const std::filesystem::path& path);

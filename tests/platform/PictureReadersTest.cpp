@@ -379,7 +379,7 @@ TEST(OddFiles, AreRefusedForTheRightReason) {
       {"runs-without-end.bmp", "truncated"},
       {"text-that-begins-with-BM.txt", "not an image"},
       {"empty.tif", "not an image"},
-      {"not-there.tif", "not an image: No such file"},
+      {"not-there.tif", "cannot be read: No such file"},
       {".", "not an image: no regular file"},
   };
   for (const auto& [name, failure] : cases) {
