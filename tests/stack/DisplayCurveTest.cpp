@@ -32,6 +32,13 @@ TEST(DisplayCurve, TellingRows) {
   }
 }
 
+TEST(DisplayCurve, SumOfAllSettings) {
+  int sum = 0;
+  for (int setting = -25; setting <= 25; ++setting)
+    for (const int entry : DisplayCurve(setting, 255)) sum += entry;
+  EXPECT_EQ(sum, 1658277) << "computed apart from this program";
+}
+
 TEST(DisplayCurve, StretchesToTheMaximum) {
   const Curve straight = DisplayCurve(0, 100);
   EXPECT_EQ(straight[0], 0);
