@@ -18,8 +18,8 @@ ROOMS = ["catalogue", "stack", "mainwindow", "composite", "output"]
 TOOLKIT = re.compile(r"^(Q[A-Za-z]|qt?[a-z]*\.h|private/q|qpa/|tiff|png|magick/|Magick\+\+|wand/|xcb/)")
 TOOLKIT_FOLDERS = ("platform/", "tests/platform/")
 X11 = re.compile(r"^X11/")
-X11_FOLDERS = ("platform/qt/", "tests/xroad/")
-DRIVER = {"tests/xroad/xdriver.cpp": "png.h"}
+X11_FOLDERS = ("platform/qt/", "tools/xdriver/")
+DRIVER = {"tools/xdriver/Bitmap.cpp": "png.h"}
 # Quoted includes that are not files of this tree.
 FOREIGN = re.compile(r"^hwy/|\.moc$")
 

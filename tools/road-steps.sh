@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034
 # What the roads share: starting the program, finding its windows and controls, waiting for what a step must bring
-# about. VORNALITE_XDRIVER holds the path of tests/xroad/xdriver. Nothing here sleeps; every wait has a limit.
+# about. VORNALITE_XDRIVER holds the path of the driver (tools/xdriver). Nothing here sleeps; every wait has a limit.
 
 : "${VORNALITE_XDRIVER:?is not set}"
 samples=$(readlink -f "$(dirname "${BASH_SOURCE[0]}")/../samples")

@@ -1,0 +1,84 @@
+#include "tools/xdriver/Windows.h"
+
+#include <regex>
+
+namespace xdriver {
+
+bool TitleIs(const std::string& found, const std::string& wanted) {
+  return wanted.starts_with('/') ? std::regex_match(found, std::regex(wanted.substr(1))) : found == wanted;
+}
+
+Window FindWindow(XScreen& screen, const std::string& title) {
+  if (title == "root") return screen.Root();
+  const Window number = title.starts_with("0x") ? std::stoul(title, nullptr, 16) : 0;
+  const auto windows = screen.Numbers(screen.Root(), "_NET_CLIENT_LIST_STACKING");
+  for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+    XWindowAttributes attributes;
+    if (!XGetWindowAttributes(screen.X(), *window, &attributes) || attributes.map_state != IsViewable) continue;
+    if (number ? *window == number : TitleIs(screen.Title(*window), title)) return *window;
+  }
+  return 0;
+}
+
+Window NeedWindow(XScreen& screen, const std::string& title) {
+  const Window window = FindWindow(screen, title);
+  if (!window) throw Impossible("no window \"" + title + "\"");
+  return window;
+}
+
+Place PlaceOf(XScreen& screen, Window window) {
+  Place place;
+  XWindowAttributes attributes;
+  Window child;
+  if (!XGetWindowAttributes(screen.X(), window, &attributes)) throw Impossible("the window vanished");
+  XTranslateCoordinates(screen.X(), window, screen.Root(), 0, 0, &place.x, &place.y, &child);
+  place.width = attributes.width;
+  place.height = attributes.height;
+  return place;
+}
+
+namespace {
+
+/// Asks the window manager for something about the window.
+void AskManager(XScreen& screen, Window window, const std::string& type, const std::vector<unsigned long>& data) {
+  screen.Send(screen.Root(), window, type, data, SubstructureRedirectMask | SubstructureNotifyMask);
+}
+
+}  // namespace
+
+bool Activate(XScreen& screen, Window window) {
+  AskManager(screen, window, "_NET_ACTIVE_WINDOW", {2, CurrentTime, 0});
+  return WaitUntil(
+      [&] { return screen.Numbers(screen.Root(), "_NET_ACTIVE_WINDOW") == std::vector<unsigned long>{window}; }, 5);
+}
+
+// The window manager keeps the content where it is told, whatever the frame around it.
+bool Put(XScreen& screen, Window window, int x, int y) {
+  constexpr unsigned long kStaticGravity = 10, kHasX = 1 << 8, kHasY = 1 << 9, kFromPager = 2 << 12;
+  AskManager(
+      screen, window, "_NET_MOVERESIZE_WINDOW",
+      {kStaticGravity | kHasX | kHasY | kFromPager, static_cast<unsigned long>(x), static_cast<unsigned long>(y)});
+  return WaitUntil(
+      [&] {
+        const Place place = PlaceOf(screen, window);
+        return place.x == x && place.y == y;
+      },
+      5);
+}
+
+// One ping may be answered while input that came with it still waits; at the second answer that has been handled.
+bool Ping(XScreen& screen, Window window, double limit) {
+  XSelectInput(screen.X(), screen.Root(), StructureNotifyMask | SubstructureNotifyMask);
+  const auto start = static_cast<unsigned long>(Clock::now().time_since_epoch().count()) & 0x3FFFFFFF;
+  for (unsigned long stamp = start; stamp < start + 2; ++stamp) {
+    screen.Send(window, window, "WM_PROTOCOLS", {screen.Named("_NET_WM_PING"), stamp, window});
+    const auto answered = [&](XEvent& event) {
+      return event.type == ClientMessage && event.xclient.message_type == screen.Named("WM_PROTOCOLS") &&
+             event.xclient.window == screen.Root() && static_cast<unsigned long>(event.xclient.data.l[1]) == stamp;
+    };
+    if (!screen.WaitForEvent(answered, limit)) return false;
+  }
+  return true;
+}
+
+}  // namespace xdriver
