@@ -252,6 +252,17 @@ TEST_F(Widgets, KeysThatNoControlUsesReachTheWindow) {
   user::Key(board, "Tab");
   user::Key(board, "Space");
   EXPECT_EQ(saves, 1);
+
+  std::string pressed;
+  board.ok.Default(true);
+  board.save.Cancel(true);
+  board.ok.Action = [&] { pressed += "ok "; };
+  board.save.Action = [&] { pressed += "cancel "; };
+  board.SetFocus();
+  for (const char* key : {"Return", "Escape"}) user::Key(board, key);
+  board.ok.Visible(false);
+  user::Key(board, "Return");
+  EXPECT_EQ(pressed, "ok cancel ");
 }
 
 TEST_F(Widgets, AListKeepsChecksAndTagsWithTheirRowsWhenSorted) {
