@@ -12,7 +12,7 @@ class Canvas : public RectControl {
  public:
   /// The live surface. Its colour, pen and renderer stay as they were last set (black, 1, smooth at first) from one use
   /// to the next. What is drawn on it reaches the screen with FlushCanvases, which ends every dispatched event too;
-  /// only the touched rectangles are put on the screen. Drawing on a hidden canvas is kept in the image.
+  /// only the touched rectangles are put on the screen. Drawing on a hidden canvas is lost: the next showing paints.
   platform::Graphics& Graphics();
   /// A copy of the backing image, in device pixels, for tests.
   Ref<Picture> Image() const;

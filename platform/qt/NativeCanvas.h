@@ -13,8 +13,11 @@ struct NativeCanvas : NativeControl {
 
   void SetPlace(const Rect& newPlace) override;
   void Refresh() override;
-  /// Makes the backing image fit the canvas's size and the screen's resolution; a new one awaits a paint.
+  /// Makes the backing image fit the canvas's size and the screen's resolution; a new one awaits a paint. A canvas that
+  /// is hidden has none.
   void FitBacking();
+  /// Makes the live surface one on the image, keeping its colour, pen and renderer.
+  void SetLiveSurface(int width, int height);
   /// Paints everything into the backing image.
   void Compose();
   /// Puts the touched rectangles on the screen.
@@ -28,6 +31,7 @@ struct NativeCanvas : NativeControl {
   std::vector<Color> pixels;
   int deviceWidth = 0, deviceHeight = 0;
   double ratio = 1.0;
+  bool seen = false;  ///< the canvas was visible when the image was made
   Graphics live;
   std::vector<Rect> touched;
   bool dirty = true;    ///< a paint is due before the image may be seen

@@ -13,6 +13,9 @@ namespace {
 
 std::vector<NativeCanvas*> canvases;
 
+/// Rows of device pixels that go to the screen at once.
+constexpr int kBand = 256;
+
 class CanvasWidget : public QWidget {
  public:
   CanvasWidget(QWidget* parent, NativeCanvas& native) : QWidget(parent), native_(native) {
@@ -23,13 +26,18 @@ class CanvasWidget : public QWidget {
  protected:
   void paintEvent(QPaintEvent* event) override {
     const PaintScope scope;
-    native_.FitBacking();
-    if (native_.dirty) native_.Compose();
-    native_.Show(event->region());
+    Guarded([this, event] {
+      native_.FitBacking();
+      if (native_.dirty) native_.Compose();
+      native_.Show(event->region());
+    });
   }
 
   void showEvent(QShowEvent* event) override {
     if (!event->spontaneous()) native_.dirty = true;
+  }
+  void hideEvent(QHideEvent* event) override {
+    if (!event->spontaneous()) native_.FitBacking();
   }
 
   void mousePressEvent(QMouseEvent* event) override {
@@ -76,18 +84,30 @@ NativeCanvas::~NativeCanvas() {
 
 void NativeCanvas::SetPlace(const Rect& newPlace) {
   NativeControl::SetPlace(newPlace);
-  FitBacking();
+  widget->update();
 }
 
 void NativeCanvas::FitBacking() {
   const double wantedRatio = widget->devicePixelRatioF();
   const int width = std::max(0, place.width), height = std::max(0, place.height);
-  if (width == live.Width() && height == live.Height() && wantedRatio == ratio) return;
+  if (width == live.Width() && height == live.Height() && wantedRatio == ratio && widget->isVisible() == seen) return;
   ratio = wantedRatio;
-  deviceWidth = static_cast<int>(std::ceil(width * ratio));
-  deviceHeight = static_cast<int>(std::ceil(height * ratio));
-  const Color background = widget->palette().color(QPalette::Window).rgb() & 0xFFFFFFU;
-  pixels.assign(static_cast<std::size_t>(deviceWidth) * static_cast<std::size_t>(deviceHeight), background);
+  seen = widget->isVisible();
+  // Without an image first, and with none if there is no memory for it: the next paint then does not try again.
+  pixels = {};
+  deviceWidth = deviceHeight = 0;
+  SetLiveSurface(width, height);
+  dirty = true;
+  if (!seen) return;
+  const int newWidth = static_cast<int>(std::ceil(width * ratio));
+  const int newHeight = static_cast<int>(std::ceil(height * ratio));
+  pixels.resize(static_cast<std::size_t>(newWidth) * static_cast<std::size_t>(newHeight));
+  deviceWidth = newWidth;
+  deviceHeight = newHeight;
+  SetLiveSurface(width, height);
+}
+
+void NativeCanvas::SetLiveSurface(int width, int height) {
   Graphics surface({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, width, height, &touched);
   surface.ForeColor = live.ForeColor;
   surface.PenWidth = live.PenWidth;
@@ -96,8 +116,6 @@ void NativeCanvas::FitBacking() {
   surface.TextSize = live.TextSize;
   live = surface;
   touched.clear();
-  dirty = true;
-  widget->update();
 }
 
 void NativeCanvas::Compose() {
@@ -141,7 +159,11 @@ void NativeCanvas::Show(const QRegion& region) {
   for (const QRect& rect : region) {
     const QRectF device(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio);
     const QRect part = device.toAlignedRect().intersected({0, 0, deviceWidth, deviceHeight});
-    painter.drawImage(part.topLeft(), OpaqueImage(view, part));
+    // In bands, so that a large canvas is not held twice.
+    for (int y = part.top(); y <= part.bottom(); y += kBand) {
+      const QRect band(part.left(), y, part.width(), std::min(kBand, part.bottom() + 1 - y));
+      painter.drawImage(band.topLeft(), OpaqueImage(view, band));
+    }
     if (recording) repaints.push_back({rect.x(), rect.y(), rect.width(), rect.height()});
   }
 }

@@ -81,6 +81,7 @@ Ref<Picture> ToPicture(const QImage& image) {
 
 QImage OpaqueImage(PlaneView<const Color> pixels, const QRect& part) {
   QImage image(part.size(), QImage::Format_RGB32);
+  if (image.isNull()) return image;
   for (int y = 0; y < part.height(); ++y) {
     const Color* line = pixels.Row(part.y() + y) + part.x();
     std::transform(line, line + part.width(), reinterpret_cast<QRgb*>(image.scanLine(y)),
