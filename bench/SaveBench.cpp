@@ -50,9 +50,7 @@ const Ref<Picture>& Map() {
   return map;
 }
 
-std::filesystem::path Target(const char* name) {
-  return std::filesystem::temp_directory_path() / name;
-}
+std::filesystem::path Target(const char* name) { return std::filesystem::temp_directory_path() / name; }
 
 void Report(benchmark::State& state, const std::filesystem::path& path) {
   state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(path));

@@ -7,6 +7,7 @@
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "platform/Dialogs.h"
+#include "platform/PictureSequence.h"
 #include "platform/Screen.h"
 #include "stack/LevelTaking.h"
 
@@ -179,10 +180,14 @@ void Main::FillSpeciesRows(int species) {
 /// Reads every file into the stack, showing each as it comes; false if one is not of the size of the first. Each file
 /// is decoded once; `opened` is the picture of species `first`.
 bool Main::LoadPictures(const ClusterFiles& files, int first, const Ref<Picture>& opened) {
+  Array<Ref<FolderItem>> toCome;
+  for (int j = first + 1; j <= TIFexists.Ubound(); ++j)
+    if (TIFexists(j)) toCome.Append(files.bySpecies(j));
+  PictureSequence pictures(std::move(toCome));
   for (int j = 0; j <= files.bySpecies.Ubound(); ++j) {
     TIFmax(j) = -1;
     if (TIFexists(j)) {
-      const Ref<Picture> picture = j == first ? opened : files.bySpecies(j)->OpenAsPicture();
+      const Ref<Picture> picture = j == first ? opened : pictures.Next();
       if (picture->Width() != InTIFwidth || picture->Height() != InTIFheight) return false;
       TIFmax(j) = TakeLevels(*picture, Globals::LutRow(SelectedLUT), TIFarray.Plane(j), TIFarrOriginal.Plane(j),
                              currTIFrgb.Pixels());

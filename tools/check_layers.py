@@ -7,16 +7,16 @@ import sys
 
 # Headers of platform/ that know no widget and no event loop. Every other header of platform/ stands in WIDGETS.
 VALUES = """Array BackgroundTask BinaryStream Color DragItem Errors FileType FolderItem Graphics GreyScaling Numbers PNGu
-    Parallel Picture PictureReaders PlaneView ReaderTools Ref String""".split()
+    Parallel Picture PictureReaders PictureSequence PlaneView ReaderTools Ref String""".split()
 WIDGETS = """Application Buttons Canvas Control Dialogs Displays Inputs Listbox MenuBar MouseCursor Screen Testing Timer
     Window""".split()
 
 # Rooms whose plain functions are arithmetic: the files that their CMakeLists.txt gives to vornalite_arithmetic.
 ROOMS = ["catalogue", "stack", "mainwindow", "composite", "output"]
-# Where the toolkit and the decoders may be named, and X11, which the tests' own driver speaks; it keeps what it sees on
+# Where the toolkit and the decoders may be named (benches compare with both), and X11, which the tests' own driver speaks; it keeps what it sees on
 # the screen by libpng and so owes nothing to the readers that it helps to test.
 TOOLKIT = re.compile(r"^(Q[A-Za-z]|qt?[a-z]*\.h|private/q|qpa/|tiff|png|magick/|Magick\+\+|wand/|xcb/)")
-TOOLKIT_FOLDERS = ("platform/", "tests/platform/")
+TOOLKIT_FOLDERS = ("platform/", "tests/platform/", "bench/")
 X11 = re.compile(r"^X11/")
 X11_FOLDERS = ("platform/qt/", "tools/xdriver/")
 DRIVER = {"tools/xdriver/Bitmap.cpp": "png.h"}

@@ -13,8 +13,8 @@ namespace {
 
 std::vector<NativeCanvas*> canvases;
 
-/// Rows of device pixels that go to the screen at once.
-constexpr int kBand = 256;
+/// Rows of device pixels that go to the screen at once: few enough to stay near the processor on the way.
+constexpr int kBand = 32;
 
 class CanvasWidget : public QWidget {
  public:
