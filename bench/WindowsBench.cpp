@@ -252,8 +252,15 @@ void MoveCursor(benchmark::State& state, Mark mark, Step step) {
   const int species = static_cast<int>(state.range(0));
   LoadSmallMaps(species);
   Main& main = Main::Instance();
-  user::Click(main.PB_AllSpecies);
-  user::Activate(main);
+  bench::AwaitNewWindows(species, [&] { user::Click(main.PB_AllSpecies); });
+  // The window manager hands the keyboard to the new windows in its own time.
+  if (!user::WaitUntil([&] {
+        if (!main.IsActive) user::Activate(main);
+        user::ProcessEvents();
+        bench::AwaitServer();
+        return main.IsActive;
+      }))
+    Fail("Main does not come to the front");
   user::Click(mark == Mark::Circle ? main.BBcursorCircles : main.BBcursorArrow);
   int place = 0;
   for (auto _ : state) {
