@@ -22,9 +22,7 @@ Array<std::int32_t> x1Draw, y1Draw, x2Draw, y2Draw;
 Color DrawColor = kBlack;
 bool ShowDraw = false;
 
-std::span<const Color> LutRow(int table) {
-  return {&lut(table, 0), static_cast<std::size_t>(lut.Ubound(2) + 1)};
-}
+std::span<const Color> LutRow(int table) { return {&lut(table, 0), static_cast<std::size_t>(lut.Ubound(2) + 1)}; }
 
 void CreateArrays() {
   lut.Redim(20, 256);

@@ -89,12 +89,8 @@ Menu& Menu::Instance() {
   return menu;
 }
 
-platform::MenuItem& Item(const platform::String& name) {
-  return Menu::Instance().Item(name);
-}
+platform::MenuItem& Item(const platform::String& name) { return Menu::Instance().Item(name); }
 
-bool SizeExact() {
-  return Item("SizeExact").Checked();
-}
+bool SizeExact() { return Item("SizeExact").Checked(); }
 
 }  // namespace Menu

@@ -52,13 +52,9 @@ std::optional<Vote> MostLikely(const Array<std::int32_t>& votes) {
   return Vote{*MedianOf(votes), false};
 }
 
-Array<std::int32_t> ImageCountVotes(BinaryStream& stream) {
-  return ReadShorts(stream, kCountPositions);
-}
+Array<std::int32_t> ImageCountVotes(BinaryStream& stream) { return ReadShorts(stream, kCountPositions); }
 
-Array<std::int32_t> PixelSizeVotes(BinaryStream& stream) {
-  return ReadShorts(stream, kSizePositions);
-}
+Array<std::int32_t> PixelSizeVotes(BinaryStream& stream) { return ReadShorts(stream, kSizePositions); }
 
 std::int32_t NamePosition(std::int32_t i, std::int32_t pixelSize) {
   if (i <= 1) return kFirstNamePosition;

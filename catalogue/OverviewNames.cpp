@@ -10,9 +10,7 @@
 
 using namespace platform;
 
-void WindowOverview::NoUnderscoreExtensions(Array<String>& names) {
-  catalogue::NoUnderscoreExtensions(names);
-}
+void WindowOverview::NoUnderscoreExtensions(Array<String>& names) { catalogue::NoUnderscoreExtensions(names); }
 
 Array<String> WindowOverview::SpeciesOfCluster(int row) {
   const auto& files = Globals::ooo;

@@ -53,9 +53,7 @@ Character FromBack(const String& name, Place place) {
   return all.empty() ? all : all.substr(all.size() - std::min<Place>(place, all.size()), 1);
 }
 
-bool Same(Character a, Character b) {
-  return a == b || String(std::u32string(a)) == String(std::u32string(b));
-}
+bool Same(Character a, Character b) { return a == b || String(std::u32string(a)) == String(std::u32string(b)); }
 
 /// The first place where a name differs from the first one. A name goes on with its outermost character beyond its end,
 /// and no length ends the scan: where names never differ it goes on for ever, and that is intended.

@@ -81,9 +81,7 @@ void WindowOverview::ListBox1_Open() {
   ListBox1.ColumnType(kCluster, Listbox::kTypeCheckBox);
 }
 
-void WindowOverview::ListBox1_Change() {
-  PBdeleteselection.Enabled(ListBox1.SelCount() > 0);
-}
+void WindowOverview::ListBox1_Change() { PBdeleteselection.Enabled(ListBox1.SelCount() > 0); }
 
 bool WindowOverview::ListBox1_HeaderPressed(int column) {
   // Equal cells of the pressed column then stand in the order of the row numbers, taken as text.
@@ -154,9 +152,7 @@ void WindowOverview::CheckForDisplayFileChange() {
 
 // Deleting rows.
 
-void WindowOverview::PBdeleteselection_Action() {
-  RemoveSpecies();
-}
+void WindowOverview::PBdeleteselection_Action() { RemoveSpecies(); }
 
 void WindowOverview::RemoveSpecies() {
   Array<int> rows;
@@ -176,6 +172,4 @@ void WindowOverview::Remove1Species(int row) {
   ListBox1.RemoveRow(row);
 }
 
-void WindowOverview::CBnoSpeciesExtensions_Action() {
-  UpdateShortNames();
-}
+void WindowOverview::CBnoSpeciesExtensions_Action() { UpdateShortNames(); }

@@ -38,14 +38,8 @@ void Main::ShowAllSpecies() {
   }
 }
 
-void Main::PB_AllSpecies_Action() {
-  ShowAllSpecies();
-}
+void Main::PB_AllSpecies_Action() { ShowAllSpecies(); }
 
-void Main::PB_SpeciesUpdate_Action() {
-  ShowAllSpecies();
-}
+void Main::PB_SpeciesUpdate_Action() { ShowAllSpecies(); }
 
-void Main::PB_SpeciesClose_Action() {
-  CloseAllSpeciesWindows();
-}
+void Main::PB_SpeciesClose_Action() { CloseAllSpeciesWindows(); }

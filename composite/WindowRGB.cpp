@@ -98,13 +98,9 @@ bool WindowRGB::_FileSaveImage_Action() {
   return true;
 }
 
-void WindowRGB::PB_SaveImage_Action() {
-  SaveImage();
-}
+void WindowRGB::PB_SaveImage_Action() { SaveImage(); }
 
-void WindowRGB::PB_close_Action() {
-  Hide();
-}
+void WindowRGB::PB_close_Action() { Hide(); }
 
 void WindowRGB::SliderRGB_ValueChanged(int index) {
   sTslider[index].Text(Str(sliderRGB[index].Value()));

@@ -16,9 +16,7 @@ constexpr double kLargestRadius = 150.0;
 constexpr int kThickPenFrom = 5;
 
 /// A sum that stays in range; a double holds every sum of two 32-bit integers.
-int Plus(int value, int offset) {
-  return ToInt32(static_cast<double>(value) + offset);
-}
+int Plus(int value, int offset) { return ToInt32(static_cast<double>(value) + offset); }
 
 }  // namespace
 
@@ -60,9 +58,7 @@ int GrownCursorSize(int radius, int canvasWidth, int canvasHeight) {
       std::min({std::max(radius + 1.0, radius * 1.05), canvasWidth / 2.0, canvasHeight / 2.0, kLargestRadius}));
 }
 
-int ShrunkCursorSize(int radius) {
-  return ToInt32(std::max(std::min(radius - 1.0, radius * 0.95), 1.0));
-}
+int ShrunkCursorSize(int radius) { return ToInt32(std::max(std::min(radius - 1.0, radius * 0.95), 1.0)); }
 
 platform::Color NextCursorColor(platform::Color color) {
   switch (platform::Red(color)) {

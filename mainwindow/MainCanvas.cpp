@@ -18,13 +18,9 @@ constexpr int kArrow = 1, kX = 2, kCircles = 3;
 
 }  // namespace
 
-void Main::cvTIF_Open() {
-  Globals::ShowDraw = true;
-}
+void Main::cvTIF_Open() { Globals::ShowDraw = true; }
 
-bool Main::ShowsMap() const {
-  return SelectedRow <= TIFubound() && currTIF && TIFexists(SelectedRow);
-}
+bool Main::ShowsMap() const { return SelectedRow <= TIFubound() && currTIF && TIFexists(SelectedRow); }
 
 String Main::SpeciesTitle(std::int32_t species) const {
   const String name = SpeciesLB.Cell(species, kSpeciesColumn);
@@ -114,9 +110,7 @@ void Main::cvTIF_MouseDrag(int X, int Y) {
   }
 }
 
-void Main::cvTIF_MouseUp(int /*X*/, int /*Y*/) {
-  App::Instance().RefreshAllMaps();
-}
+void Main::cvTIF_MouseUp(int /*X*/, int /*Y*/) { App::Instance().RefreshAllMaps(); }
 
 void Main::Timer1_Action() {
   bool redraw = true;
@@ -159,22 +153,16 @@ void Main::BBcursorX_Open() {
   BBcursorX.Icon(MakeIcon(Resources::xCursorpict(), Resources::xCursorpict(), Renderer::Old));
 }
 
-void Main::BBcursorX_Action() {
-  CursorChosen = kX;
-}
+void Main::BBcursorX_Action() { CursorChosen = kX; }
 
 void Main::BBcursorArrow_Open() {
   BBcursorArrow.Icon(MakeIcon(Resources::arrowCursorpict(), Resources::arrowCursorpictmask(), Renderer::AsItIs));
 }
 
-void Main::BBcursorArrow_Action() {
-  CursorChosen = kArrow;
-}
+void Main::BBcursorArrow_Action() { CursorChosen = kArrow; }
 
 void Main::BBcursorCircles_Open() {
   BBcursorCircles.Icon(MakeIcon(Resources::circleCursor(), Resources::circleCursormask(), Renderer::New));
 }
 
-void Main::BBcursorCircles_Action() {
-  CursorChosen = kCircles;
-}
+void Main::BBcursorCircles_Action() { CursorChosen = kCircles; }

@@ -61,17 +61,11 @@ void Main::ContinueStroke(int X, int Y) {
   InY = to.y;
 }
 
-void Main::PBdraw_Action() {
-  PPbuttons.Value(kPageDrawing);
-}
+void Main::PBdraw_Action() { PPbuttons.Value(kPageDrawing); }
 
-void Main::PBundraw_Action() {
-  PPbuttons.Value(kPageNormal);
-}
+void Main::PBundraw_Action() { PPbuttons.Value(kPageNormal); }
 
-void Main::PBdrawUndo_Action() {
-  DrawUndo();
-}
+void Main::PBdrawUndo_Action() { DrawUndo(); }
 
 bool Main::_EditUndo_Action() {
   DrawUndo();
@@ -88,9 +82,7 @@ void Main::PBdrawClearAll_Action() {
   App::Instance().RefreshAllMaps();
 }
 
-void Main::CB_ShowDrawing_Open() {
-  Globals::ShowDraw = CB_ShowDrawing.Value();
-}
+void Main::CB_ShowDrawing_Open() { Globals::ShowDraw = CB_ShowDrawing.Value(); }
 
 void Main::CB_ShowDrawing_Action() {
   Globals::ShowDraw = CB_ShowDrawing.Value();

@@ -53,9 +53,7 @@ void Main::Event_Resized() {
   SpeciesLB.Height(Height() - SpeciesLB.Top() - 15);
 }
 
-void Main::Event_EnableMenuItems() {
-  Menu::Item("EditUndo").Enabled(PPbuttons.Value() == kPageDrawing);
-}
+void Main::Event_EnableMenuItems() { Menu::Item("EditUndo").Enabled(PPbuttons.Value() == kPageDrawing); }
 
 void Main::WResize() {
   const MainChange change = FitMain({.windowAtOpening = {WindowDefaultWidth, WindowDefaultHeight},
@@ -78,13 +76,9 @@ void Main::WResize() {
   cvTIF.Width(change.canvas.width);
 }
 
-void Main::ProgressShow() {
-  PPbuttons.Value(kPageLoading);
-}
+void Main::ProgressShow() { PPbuttons.Value(kPageLoading); }
 
-void Main::ProgressHide() {
-  PPbuttons.Value(kPageNormal);
-}
+void Main::ProgressHide() { PPbuttons.Value(kPageNormal); }
 
 bool Main::Event_KeyDown(const String& key) {
   constexpr int kUp = 30;

@@ -43,9 +43,7 @@ void Main::LB_Phases_Open() {
   LB_Phases.AddRow("");
 }
 
-void Main::SpeciesLB_GotFocus() {
-  SetFocus();
-}
+void Main::SpeciesLB_GotFocus() { SetFocus(); }
 
 bool Main::SpeciesLB_CellClick(int row, int column, int /*x*/, int y) {
   if (column == 1 || column == kSpeciesColumn) {

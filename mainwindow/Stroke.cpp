@@ -6,9 +6,7 @@ namespace {
 constexpr Point kMarker{-10, -10};
 constexpr std::int64_t kMarkerSum = -40;
 
-int StampSide(double zoom) {
-  return platform::ToInt32(std::max(zoom, 1.0));
-}
+int StampSide(double zoom) { return platform::ToInt32(std::max(zoom, 1.0)); }
 
 }  // namespace
 

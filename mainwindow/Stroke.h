@@ -40,6 +40,6 @@ void BeginStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point p
 void ExtendStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point from, Point to);
 
 /// Removes the last stroke: rows from the end up to and with the first whose four numbers add up to those of the
-/// marker, or all of them. A step outside the image can do that too and then ends the undo early, which is intended. False, with
-/// nothing changed, if there is no more than one row.
+/// marker, or all of them. A step outside the image can do that too and then ends the undo early, which is intended.
+/// False, with nothing changed, if there is no more than one row.
 bool UndoStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2);

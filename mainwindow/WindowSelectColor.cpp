@@ -12,12 +12,8 @@ constexpr int kRows = 3;
 constexpr int kCell = 20;  // side of a field, pixels
 constexpr int kGap = 10;
 
-constexpr int FieldLeft(int column) {
-  return kGap + column * (kCell + kGap);
-}
-constexpr int FieldTop(int row) {
-  return 2 * kGap + (row + 1) * (kCell + kGap);
-}
+constexpr int FieldLeft(int column) { return kGap + column * (kCell + kGap); }
+constexpr int FieldTop(int row) { return 2 * kGap + (row + 1) * (kCell + kGap); }
 
 }  // namespace
 

@@ -15,9 +15,7 @@ constexpr int kRightMargin = 20;
 constexpr int kTitleHeight = 22;
 
 /// A sum that stays in range.
-int Plus(int size, int margin) {
-  return ToInt32(static_cast<double>(size) + margin);
-}
+int Plus(int size, int margin) { return ToInt32(static_cast<double>(size) + margin); }
 
 /// The canvas's whole size against the exact one.
 bool Fits(Size canvas, int imageWidth, int imageHeight, double zoom) {
@@ -64,9 +62,7 @@ std::optional<WindowFit> FitSpeciesWindow(Size canvas, int imageWidth, int image
   return SpeciesWindowFit(imageWidth, imageHeight, zoom);
 }
 
-PlacementCursor FirstPlace(const ScreenArea& screen) {
-  return {screen.left, std::int64_t{screen.top} + screen.height};
-}
+PlacementCursor FirstPlace(const ScreenArea& screen) { return {screen.left, std::int64_t{screen.top} + screen.height}; }
 
 Placement PlaceSpeciesWindow(const PlacementCursor& cursor, const ScreenArea& screen, Size window) {
   PlacementCursor next = cursor;

@@ -26,9 +26,7 @@ void Main::SaveImage() {
   SaveUnderFreeName(output::SpeciesFileName(FrameName, SpeciesLB.Cell(SelectedRow, kSpeciesColumn)), currTIF);
 }
 
-void Main::PB_SaveImage_Action() {
-  SaveImage();
-}
+void Main::PB_SaveImage_Action() { SaveImage(); }
 
 bool Main::_FileSaveImage_Action() {
   SaveImage();

@@ -14,9 +14,7 @@ String PictureName(const String& cluster, const String& what) {
 
 namespace output {
 
-String SpeciesFileName(const String& cluster, const String& species) {
-  return PictureName(cluster, species);
-}
+String SpeciesFileName(const String& cluster, const String& species) { return PictureName(cluster, species); }
 
 String CompositeFileName(const String& cluster, const String& first, const String& second, const String& third) {
   return PictureName(cluster, first + "+" + second + "+" + third);

@@ -22,6 +22,4 @@ void WindowAbout::CreateControls() {
   });
 }
 
-void WindowAbout::Event_Open() {
-  StaticText2.Text("Version: 0.0.1");
-}
+void WindowAbout::Event_Open() { StaticText2.Text("Version: 0.0.1"); }

@@ -1,6 +1,6 @@
 #pragma once
-/// What all controls share. A control is a member of its window; CreateControl of the window brings it to life, once, and
-/// it lives as long as the window. Before that every operation but setting events throws NilObjectException.
+/// What all controls share. A control is a member of its window; CreateControl of the window brings it to life, once,
+/// and it lives as long as the window. Before that every operation but setting events throws NilObjectException.
 
 #include <functional>
 #include <memory>
@@ -105,9 +105,9 @@ struct ControlRow {
   const char* name;
   int left, top, width, height;
   Locks locks;
-  int page;              ///< page of the window's page panel, or kNoPage
+  int page;  ///< page of the window's page panel, or kNoPage
   const char* text = "";
-  int index = 0;         ///< place in a control array
+  int index = 0;  ///< place in a control array
 };
 
 }  // namespace platform

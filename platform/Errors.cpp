@@ -9,8 +9,6 @@ void ThrowOutOfBounds(const char* what, long long index, long long upperBound) {
                              std::to_string(upperBound));
 }
 
-void ThrowNil(const char* what) {
-  throw NilObjectException(what);
-}
+void ThrowNil(const char* what) { throw NilObjectException(what); }
 
 }  // namespace platform

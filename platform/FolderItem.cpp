@@ -57,9 +57,7 @@ void FolderItem::MacType(const String& /*code*/) {}
 
 void FolderItem::MacCreator(const String& /*code*/) {}
 
-Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool write) const {
-  return write ? nullptr : BinaryStream::Open(path_);
-}
+Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool write) const { return write ? nullptr : BinaryStream::Open(path_); }
 
 Ref<FolderItem> DesktopFolder() {
   const fs::path desktop = StandardFolder(QStandardPaths::DesktopLocation);

@@ -17,15 +17,11 @@ struct Range {
   std::int64_t a, b;
 };
 
-Range Common(Range one, Range other) {
-  return {std::max(one.a, other.a), std::min(one.b, other.b)};
-}
+Range Common(Range one, Range other) { return {std::max(one.a, other.a), std::min(one.b, other.b)}; }
 
 }  // namespace
 
-void SetTextDrawing(TextDrawing drawing) {
-  textDrawing = drawing;
-}
+void SetTextDrawing(TextDrawing drawing) { textDrawing = drawing; }
 
 Graphics::Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched)
     : device_(device), scale_(scale), width_(width), height_(height), clip_{0, 0, width, height}, touched_(touched) {}
@@ -39,9 +35,7 @@ void Graphics::Clip(int x, int y, int w, int h) {
              static_cast<int>(down.b - down.a)};
 }
 
-void Graphics::NoClip() {
-  clip_ = {0, 0, width_, height_};
-}
+void Graphics::NoClip() { clip_ = {0, 0, width_, height_}; }
 
 Graphics::Span Graphics::ToDevice(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) const {
   const auto edge = [this](std::int64_t logical) {

@@ -24,8 +24,6 @@ std::array<std::uint8_t, 256> LevelsOfBits(int bits);
 void CompositeOnWhite(std::span<std::uint8_t> levels, std::span<const std::uint8_t> alpha, bool premultiplied);
 
 /// One level over white: level * alpha + 255 * (1 - alpha), alpha from 0 to 255, to the nearest.
-constexpr int OverWhite(int level, int alpha) {
-  return (level * alpha + 127) / 255 + 255 - alpha;
-}
+constexpr int OverWhite(int level, int alpha) { return (level * alpha + 127) / 255 + 255 - alpha; }
 
 }  // namespace platform

@@ -57,9 +57,7 @@ Bytes Compressed(const Bytes& rows) {
   return data;
 }
 
-void Fail(png_structp png, png_const_charp) {
-  png_longjmp(png, 1);
-}
+void Fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
 
 void Ignore(png_structp, png_const_charp) {}
 

@@ -13,9 +13,7 @@ namespace {
 
 std::atomic<int> threadLimit{0};
 
-int ThreadsFor(int count) {
-  return std::clamp(Parallelism(), 1, std::max(count, 1));
-}
+int ThreadsFor(int count) { return std::clamp(Parallelism(), 1, std::max(count, 1)); }
 
 }  // namespace
 
@@ -58,8 +56,6 @@ void ParallelFor(int count, const std::function<void(int)>& work) {
   if (failure) std::rethrow_exception(failure);
 }
 
-void SetParallelism(int threads) {
-  threadLimit = threads;
-}
+void SetParallelism(int threads) { threadLimit = threads; }
 
 }  // namespace platform

@@ -21,9 +21,7 @@ constexpr std::int64_t kPixelsPerByte = 4096;
 void DropMessage(ExceptionType, const char*, const char*) {}
 
 /// The library ends the program when it lacks memory; here that ends the reading.
-__attribute__((noreturn)) void LeaveReader(ExceptionType, const char*, const char*) {
-  throw std::bad_alloc();
-}
+__attribute__((noreturn)) void LeaveReader(ExceptionType, const char*, const char*) { throw std::bad_alloc(); }
 
 /// Starts the library without handlers for the program's signals, silent, and bound to what a picture may take.
 void PrepareLibrary() {

@@ -9,9 +9,7 @@ namespace platform {
 
 namespace {
 
-std::size_t Area(int width, int height) {
-  return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-}
+std::size_t Area(int width, int height) { return static_cast<std::size_t>(width) * static_cast<std::size_t>(height); }
 
 }  // namespace
 
@@ -34,9 +32,7 @@ PlaneView<Color> Picture::Pixels() {
   return {pixels_->data(), width_, height_, width_};
 }
 
-platform::Graphics Picture::Graphics() {
-  return platform::Graphics(Pixels());
-}
+platform::Graphics Picture::Graphics() { return platform::Graphics(Pixels()); }
 
 platform::RGBSurface Picture::RGBSurface() {
   const PlaneView<Color> pixels = Pixels();
@@ -48,8 +44,6 @@ Ref<Picture> Picture::Mask() {
   return mask_;
 }
 
-Ref<Picture> NewPicture(int width, int height, int /*depth*/) {
-  return MakeRef<Picture>(width, height);
-}
+Ref<Picture> NewPicture(int width, int height, int /*depth*/) { return MakeRef<Picture>(width, height); }
 
 }  // namespace platform

@@ -14,24 +14,16 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool IsScalar(char32_t code) {
-  return code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF);
-}
-bool IsDigit(char32_t c) {
-  return c >= U'0' && c <= U'9';
-}
-bool IsBlank(char32_t c) {
-  return c == U' ' || c == U'\t';
-}
+bool IsScalar(char32_t code) { return code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF); }
+bool IsDigit(char32_t c) { return c >= U'0' && c <= U'9'; }
+bool IsBlank(char32_t c) { return c == U' ' || c == U'\t'; }
 
 char32_t Fold(char32_t c) {
   if (c < 0x80) return c >= U'A' && c <= U'Z' ? c + 32 : c;
   return QChar::toCaseFolded(c);
 }
 
-bool SameFolded(char32_t a, char32_t b) {
-  return a == b || Fold(a) == Fold(b);
-}
+bool SameFolded(char32_t a, char32_t b) { return a == b || Fold(a) == Fold(b); }
 
 /// Length of the character that the bytes begin with and the character itself; 0 bytes if it is none. Overlong forms,
 /// surrogates and codes beyond the last plane are none.
@@ -70,9 +62,7 @@ String Slice(const String& text, std::size_t first, std::size_t count) {
   return String(text.Characters().substr(first, count));
 }
 
-std::size_t Size(const String& text) {
-  return text.Characters().size();
-}
+std::size_t Size(const String& text) { return text.Characters().size(); }
 
 /// Index of the first occurrence at or after `from`, or npos.
 std::size_t Find(const String& text, const String& find, std::size_t from) {
@@ -118,13 +108,9 @@ int String::Compare(const String& a, const String& b) {
   return Fold(*endA) < Fold(*endB) ? -1 : 1;
 }
 
-int Len(const String& text) {
-  return static_cast<int>(Size(text));
-}
+int Len(const String& text) { return static_cast<int>(Size(text)); }
 
-String Left(const String& text, int count) {
-  return Slice(text, 0, static_cast<std::size_t>(std::max(count, 0)));
-}
+String Left(const String& text, int count) { return Slice(text, 0, static_cast<std::size_t>(std::max(count, 0))); }
 
 String Right(const String& text, int count) {
   const auto wanted = std::min(static_cast<std::size_t>(std::max(count, 0)), Size(text));
@@ -137,9 +123,7 @@ String Mid(const String& text, int start, int count) {
   return Slice(text, first, static_cast<std::size_t>(count));
 }
 
-String Mid(const String& text, int start) {
-  return Mid(text, start, std::numeric_limits<int>::max());
-}
+String Mid(const String& text, int start) { return Mid(text, start, std::numeric_limits<int>::max()); }
 
 int InStr(const String& text, const String& find) {
   const auto found = Find(text, find, 0);
@@ -165,9 +149,7 @@ String Lowercase(const String& text) {
   return String(std::move(lower));
 }
 
-int Asc(const String& text) {
-  return text.Empty() ? 0 : static_cast<int>(text.Characters().front());
-}
+int Asc(const String& text) { return text.Empty() ? 0 : static_cast<int>(text.Characters().front()); }
 
 String Chr(int code) {
   const auto character = static_cast<char32_t>(code);
@@ -183,9 +165,7 @@ String Join(const Array<String>& pieces, const String& separator) {
   return joined;
 }
 
-String EndOfLine() {
-  return "\n";
-}
+String EndOfLine() { return "\n"; }
 
 bool IsNumeric(const String& text) {
   std::u32string_view rest = text.Characters();
@@ -197,9 +177,7 @@ bool IsNumeric(const String& text) {
   return digits > 0 && points <= 1 && static_cast<std::size_t>(digits + points) == rest.size();
 }
 
-String Str(std::int64_t number) {
-  return std::to_string(number);
-}
+String Str(std::int64_t number) { return std::to_string(number); }
 
 double Val(const String& text) {
   const std::string bytes = text.Utf8();

@@ -30,9 +30,7 @@ struct Source {
   std::array<char, 256> error{};  // its first error
 };
 
-Source& SourceOf(thandle_t handle) {
-  return *static_cast<Source*>(handle);
-}
+Source& SourceOf(thandle_t handle) { return *static_cast<Source*>(handle); }
 
 tmsize_t ReadBytes(thandle_t handle, void* target, tmsize_t wanted) {
   Source& source = SourceOf(handle);
@@ -44,9 +42,7 @@ tmsize_t ReadBytes(thandle_t handle, void* target, tmsize_t wanted) {
   return static_cast<tmsize_t>(count);
 }
 
-tmsize_t WriteBytes(thandle_t, void*, tmsize_t) {
-  return 0;
-}
+tmsize_t WriteBytes(thandle_t, void*, tmsize_t) { return 0; }
 
 toff_t Seek(thandle_t handle, toff_t offset, int whence) {
   Source& source = SourceOf(handle);
@@ -54,12 +50,8 @@ toff_t Seek(thandle_t handle, toff_t offset, int whence) {
   return source.position = base + offset;
 }
 
-int Close(thandle_t) {
-  return 0;
-}
-toff_t Size(thandle_t handle) {
-  return SourceOf(handle).bytes.size();
-}
+int Close(thandle_t) { return 0; }
+toff_t Size(thandle_t handle) { return SourceOf(handle).bytes.size(); }
 
 int KeepError(TIFF*, void* handle, const char*, const char* format, va_list arguments) {
   Source& source = SourceOf(handle);
@@ -67,9 +59,7 @@ int KeepError(TIFF*, void* handle, const char*, const char* format, va_list argu
   return 1;
 }
 
-int DropWarning(TIFF*, void*, const char*, const char*, va_list) {
-  return 1;
-}
+int DropWarning(TIFF*, void*, const char*, const char*, va_list) { return 1; }
 
 using Tiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
 

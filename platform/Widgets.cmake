@@ -1,8 +1,8 @@
 # Windows, controls, menus, dialogs on Qt Widgets. The rest of the tree sees their headers only.
 add_library(platform STATIC
-  qt/QtApplication.cpp qt/QtButtons.cpp qt/QtCanvas.cpp qt/QtCaption.cpp qt/QtControl.cpp qt/QtDialogs.cpp
-  qt/QtDisplays.cpp qt/QtFileDrop.cpp qt/QtInputs.cpp qt/QtKeys.cpp qt/QtListbox.cpp qt/QtLook.cpp qt/QtMenuBar.cpp
-  qt/QtResources.cpp qt/QtScreen.cpp qt/QtText.cpp qt/QtTimer.cpp qt/QtWindow.cpp)
+  qt/QtApplication.cpp qt/QtButtons.cpp qt/QtCanvas.cpp qt/QtCaption.cpp qt/QtCellModel.cpp qt/QtControl.cpp
+  qt/QtDialogs.cpp qt/QtDisplays.cpp qt/QtFileDrop.cpp qt/QtInputs.cpp qt/QtKeys.cpp qt/QtListbox.cpp qt/QtLook.cpp
+  qt/QtMenuBar.cpp qt/QtResources.cpp qt/QtScreen.cpp qt/QtText.cpp qt/QtTimer.cpp qt/QtWindow.cpp)
 target_link_libraries(platform PUBLIC platform_values PRIVATE Qt6::Widgets)
 
 # The program's own pictures and pointers.

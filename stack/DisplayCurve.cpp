@@ -23,9 +23,7 @@ double PowerOfThree(int setting) {
 }
 
 /// Limits to 255 and truncates. What is no number, as 0 / 0 for a maximum of 0, gives 0.
-std::int32_t Entry(double value) {
-  return platform::ToInt32(value > 255.0 ? 255.0 : value);
-}
+std::int32_t Entry(double value) { return platform::ToInt32(value > 255.0 ? 255.0 : value); }
 
 }  // namespace
 

@@ -8,9 +8,7 @@
 
 namespace {
 
-std::uint32_t LevelOf(std::uint8_t level) {
-  return level;
-}
+std::uint32_t LevelOf(std::uint8_t level) { return level; }
 
 std::uint32_t LevelOf(platform::Color color) {
   return std::max(std::max((color >> 16) & 0xFF, (color >> 8) & 0xFF), color & 0xFF);

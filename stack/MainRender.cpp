@@ -48,13 +48,9 @@ void Main::Slider_colors_ValueChanged() {
   cvColorBar.Refresh();
 }
 
-void Main::PB_ResetColors_Action() {
-  Slider_colors.Value(0);
-}
+void Main::PB_ResetColors_Action() { Slider_colors.Value(0); }
 
-void Main::CB_ScaleUp_Action() {
-  Update_cvTIF();
-}
+void Main::CB_ScaleUp_Action() { Update_cvTIF(); }
 
 bool Main::ChooseColorTable(int n) {
   App::Instance().UncheckAllColors();
@@ -64,63 +60,23 @@ bool Main::ChooseColorTable(int n) {
   return false;
 }
 
-bool Main::_Colorsc1_Action() {
-  return ChooseColorTable(1);
-}
-bool Main::_Colorsc2_Action() {
-  return ChooseColorTable(2);
-}
-bool Main::_Colorsc3_Action() {
-  return ChooseColorTable(3);
-}
-bool Main::_Colorsc4_Action() {
-  return ChooseColorTable(4);
-}
-bool Main::_Colorsc5_Action() {
-  return ChooseColorTable(5);
-}
-bool Main::_Colorsc6_Action() {
-  return ChooseColorTable(6);
-}
-bool Main::_Colorsc7_Action() {
-  return ChooseColorTable(7);
-}
-bool Main::_Colorsc8_Action() {
-  return ChooseColorTable(8);
-}
-bool Main::_Colorsc9_Action() {
-  return ChooseColorTable(9);
-}
-bool Main::_Colorsc10_Action() {
-  return ChooseColorTable(10);
-}
-bool Main::_Colorsc11_Action() {
-  return ChooseColorTable(11);
-}
-bool Main::_Colorsc12_Action() {
-  return ChooseColorTable(12);
-}
-bool Main::_Colorsc13_Action() {
-  return ChooseColorTable(13);
-}
-bool Main::_Colorsc14_Action() {
-  return ChooseColorTable(14);
-}
-bool Main::_Colorsc15_Action() {
-  return ChooseColorTable(15);
-}
-bool Main::_Colorsc16_Action() {
-  return ChooseColorTable(16);
-}
-bool Main::_Colorsc17_Action() {
-  return ChooseColorTable(17);
-}
-bool Main::_Colorsc18_Action() {
-  return ChooseColorTable(18);
-}
-bool Main::_Colorsc19_Action() {
-  return ChooseColorTable(19);
-}
-bool Main::_Colorsc20_Action() {
-  return ChooseColorTable(20);
-}
+bool Main::_Colorsc1_Action() { return ChooseColorTable(1); }
+bool Main::_Colorsc2_Action() { return ChooseColorTable(2); }
+bool Main::_Colorsc3_Action() { return ChooseColorTable(3); }
+bool Main::_Colorsc4_Action() { return ChooseColorTable(4); }
+bool Main::_Colorsc5_Action() { return ChooseColorTable(5); }
+bool Main::_Colorsc6_Action() { return ChooseColorTable(6); }
+bool Main::_Colorsc7_Action() { return ChooseColorTable(7); }
+bool Main::_Colorsc8_Action() { return ChooseColorTable(8); }
+bool Main::_Colorsc9_Action() { return ChooseColorTable(9); }
+bool Main::_Colorsc10_Action() { return ChooseColorTable(10); }
+bool Main::_Colorsc11_Action() { return ChooseColorTable(11); }
+bool Main::_Colorsc12_Action() { return ChooseColorTable(12); }
+bool Main::_Colorsc13_Action() { return ChooseColorTable(13); }
+bool Main::_Colorsc14_Action() { return ChooseColorTable(14); }
+bool Main::_Colorsc15_Action() { return ChooseColorTable(15); }
+bool Main::_Colorsc16_Action() { return ChooseColorTable(16); }
+bool Main::_Colorsc17_Action() { return ChooseColorTable(17); }
+bool Main::_Colorsc18_Action() { return ChooseColorTable(18); }
+bool Main::_Colorsc19_Action() { return ChooseColorTable(19); }
+bool Main::_Colorsc20_Action() { return ChooseColorTable(20); }

@@ -23,9 +23,7 @@ constexpr std::size_t Pitch(int width) {
 
 }  // namespace
 
-void PlaneStack::Free::operator()(Level*) const {
-  std::free(block);
-}
+void PlaneStack::Free::operator()(Level*) const { std::free(block); }
 
 PlaneStack::Memory PlaneStack::Allocate(int width, int height) {
   const std::size_t size = Pitch(width) * static_cast<std::size_t>(height) * sizeof(Level);

@@ -1,7 +1,7 @@
 #pragma once
-/// The stack's memory: one plane of 32-bit grey levels a species, indexed species, x, y. It behaves as an array of three
-/// upper bounds (-1 is an empty dimension; a change of bounds keeps the values that stay in range, new ones are 0; a
-/// bad index throws OutOfBoundsException), and hands out each plane as rows for the pixel loops.
+/// The stack's memory: one plane of 32-bit grey levels a species, indexed species, x, y. It behaves as an array of
+/// three upper bounds (-1 is an empty dimension; a change of bounds keeps the values that stay in range, new ones are
+/// 0; a bad index throws OutOfBoundsException), and hands out each plane as rows for the pixel loops.
 
 #include <cstdint>
 #include <memory>

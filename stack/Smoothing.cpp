@@ -39,9 +39,7 @@ constexpr int kLine = 8;
 /// Above this level values may be so small that the second part of a ninth is no normal number any more.
 constexpr int kMaximumLevelOfSplitNinth = 300;
 
-constexpr int RoundUp(int value, int unit) {
-  return (value + unit - 1) / unit * unit;
-}
+constexpr int RoundUp(int value, int unit) { return (value + unit - 1) / unit * unit; }
 
 /// Rows of a block, from top to bottom. Each begins on a cache line and has a line to spare on both sides, so that
 /// whole vectors may be read one to the left, one to the right and past the end.

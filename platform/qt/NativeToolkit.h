@@ -24,9 +24,7 @@ QString ToQString(const String& text);
 String FromQString(const QString& text);
 /// The text with its ampersands doubled, so that none marks an access key.
 QString WithoutAccessKey(const String& text);
-inline QColor ToQColor(Color color) {
-  return QColor::fromRgb(color | 0xFF000000U);
-}
+inline QColor ToQColor(Color color) { return QColor::fromRgb(color | 0xFF000000U); }
 /// A copy of the pixels. The picture keeps none of the image's alpha.
 Ref<Picture> ToPicture(const QImage& image);
 /// A copy of part of the pixels, opaque, as the toolkit wants them: a colour of ours has the unused byte 0.

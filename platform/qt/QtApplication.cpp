@@ -19,9 +19,7 @@
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
 
-static void LoadResources() {
-  Q_INIT_RESOURCE(vornalite);
-}
+static void LoadResources() { Q_INIT_RESOURCE(vornalite); }
 
 namespace platform {
 
@@ -242,18 +240,10 @@ void StartToolkit(char** argv) {
   InstallTextDrawing();
 }
 
-bool HandlerRuns() {
-  return running.depth > 0 || GateClosed();
-}
-bool HandlerBegun() {
-  return running.depth + running.waiting > 0;
-}
-bool GateClosed() {
-  return toolkit && toolkit->gate.Closed();
-}
-bool InsidePaint() {
-  return running.painting > 0;
-}
+bool HandlerRuns() { return running.depth > 0 || GateClosed(); }
+bool HandlerBegun() { return running.depth + running.waiting > 0; }
+bool GateClosed() { return toolkit && toolkit->gate.Closed(); }
+bool InsidePaint() { return running.painting > 0; }
 
 void RunSoon(std::function<void()> work) {
   running.soon.push_back(std::move(work));
@@ -345,16 +335,10 @@ NestedLoop::~NestedLoop() {
   running.sincePump.start();
 }
 
-PaintScope::PaintScope() {
-  ++running.painting;
-}
-PaintScope::~PaintScope() {
-  --running.painting;
-}
+PaintScope::PaintScope() { ++running.painting; }
+PaintScope::~PaintScope() { --running.painting; }
 
-Application::Application() {
-  running.application = this;
-}
+Application::Application() { running.application = this; }
 
 Application::~Application() {
   if (running.application != this) return;
@@ -364,9 +348,7 @@ Application::~Application() {
   toolkit = nullptr;
 }
 
-Application* Application::Current() {
-  return running.application;
-}
+Application* Application::Current() { return running.application; }
 
 void Application::Quit(int status) {
   for (int i = 0; i < WindowCount(); ++i)
@@ -393,9 +375,7 @@ int Application::Run() {
   return running.status;
 }
 
-void Application::MenuBar(platform::MenuBar* bar) {
-  menuBar_ = bar;
-}
+void Application::MenuBar(platform::MenuBar* bar) { menuBar_ = bar; }
 
 Window* Application::FrontWindow() const {
   Window* front = nullptr;

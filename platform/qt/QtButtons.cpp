@@ -69,9 +69,7 @@ void PushButton::Default(bool isDefault) {
   static_cast<QPushButton&>(ButtonOf(*this)).setDefault(isDefault);
 }
 
-void PushButton::Cancel(bool isCancel) {
-  static_cast<NativePushButton&>(NeedNative()).isCancel = isCancel;
-}
+void PushButton::Cancel(bool isCancel) { static_cast<NativePushButton&>(NeedNative()).isCancel = isCancel; }
 
 std::unique_ptr<NativeControl> BevelButton::MakeNative(NativeWindow& window, const String& text) {
   return MakeButton<NativeCaption, TabPushButton>(window, *this, text, kButtonBesides);
@@ -91,11 +89,7 @@ std::unique_ptr<NativeControl> CheckBox::MakeNative(NativeWindow& window, const 
   return MakeButton<NativeCaption, TabCheckBox>(window, *this, text, kCheckBoxBesides);
 }
 
-bool CheckBox::Value() const {
-  return ButtonOf(*this).isChecked();
-}
-void CheckBox::Value(bool checked) {
-  ButtonOf(*this).setChecked(checked);
-}
+bool CheckBox::Value() const { return ButtonOf(*this).isChecked(); }
+void CheckBox::Value(bool checked) { ButtonOf(*this).setChecked(checked); }
 
 }  // namespace platform

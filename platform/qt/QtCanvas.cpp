@@ -78,9 +78,7 @@ NativeCanvas::NativeCanvas(NativeWindow& owner, Canvas& control) : NativeControl
   canvases.push_back(this);
 }
 
-NativeCanvas::~NativeCanvas() {
-  std::erase(canvases, this);
-}
+NativeCanvas::~NativeCanvas() { std::erase(canvases, this); }
 
 void NativeCanvas::SetPlace(const Rect& newPlace) {
   NativeControl::SetPlace(newPlace);

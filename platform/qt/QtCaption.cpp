@@ -32,8 +32,6 @@ void NativeCaption::SetBold(bool bold) {
   Fit();
 }
 
-void NativeCaption::Fit() {
-  widget->setFont(FittingFont(font, caption, place.width - besides));
-}
+void NativeCaption::Fit() { widget->setFont(FittingFont(font, caption, place.width - besides)); }
 
 }  // namespace platform

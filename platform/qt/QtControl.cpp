@@ -25,18 +25,10 @@ NativeControl& RectControl::NeedNative() const {
   return *native_;
 }
 
-int RectControl::Left() const {
-  return NeedNative().place.x;
-}
-int RectControl::Top() const {
-  return NeedNative().place.y;
-}
-int RectControl::Width() const {
-  return NeedNative().place.width;
-}
-int RectControl::Height() const {
-  return NeedNative().place.height;
-}
+int RectControl::Left() const { return NeedNative().place.x; }
+int RectControl::Top() const { return NeedNative().place.y; }
+int RectControl::Width() const { return NeedNative().place.width; }
+int RectControl::Height() const { return NeedNative().place.height; }
 
 void RectControl::Top(int top) {
   Rect place = NeedNative().place;
@@ -56,16 +48,10 @@ void RectControl::Height(int height) {
   native_->SetPlace(place);
 }
 
-bool RectControl::Enabled() const {
-  return NeedNative().widget->isEnabledTo(native_->window.content);
-}
-void RectControl::Enabled(bool enabled) {
-  NeedNative().widget->setEnabled(enabled);
-}
+bool RectControl::Enabled() const { return NeedNative().widget->isEnabledTo(native_->window.content); }
+void RectControl::Enabled(bool enabled) { NeedNative().widget->setEnabled(enabled); }
 
-bool RectControl::Visible() const {
-  return NeedNative().visible;
-}
+bool RectControl::Visible() const { return NeedNative().visible; }
 
 void RectControl::Visible(bool visible) {
   NeedNative().visible = visible;
@@ -76,15 +62,9 @@ void RectControl::MouseCursor(const platform::MouseCursor& cursor) {
   NeedNative().widget->setCursor(cursor.Shape().cursor);
 }
 
-void RectControl::Font(TextFont font) {
-  NeedNative().SetFont(font);
-}
-void RectControl::AccessibleName(const String& name) {
-  NeedNative().widget->setAccessibleName(ToQString(name));
-}
-void RectControl::Refresh(bool) {
-  NeedNative().Refresh();
-}
+void RectControl::Font(TextFont font) { NeedNative().SetFont(font); }
+void RectControl::AccessibleName(const String& name) { NeedNative().widget->setAccessibleName(ToQString(name)); }
+void RectControl::Refresh(bool) { NeedNative().Refresh(); }
 
 NativeControl::NativeControl(NativeWindow& owner, QWidget* newWidget) : window(owner), widget(newWidget) {
   owner.controls.push_back(this);
@@ -107,18 +87,10 @@ void NativeControl::Follow(int widthChange, int heightChange) {
   if (followed != place) SetPlace(followed);
 }
 
-void NativeControl::SetFont(TextFont font) {
-  widget->setFont(SystemFont(font));
-}
-void NativeControl::Refresh() {
-  PutOnScreen(window, *widget);
-}
-bool NativeControl::OnShownPage() const {
-  return page == kNoPage || (window.panel && window.panel->value == page);
-}
-void NativeControl::SyncVisible() {
-  widget->setVisible(visible && OnShownPage());
-}
+void NativeControl::SetFont(TextFont font) { widget->setFont(SystemFont(font)); }
+void NativeControl::Refresh() { PutOnScreen(window, *widget); }
+bool NativeControl::OnShownPage() const { return page == kNoPage || (window.panel && window.panel->value == page); }
+void NativeControl::SyncVisible() { widget->setVisible(visible && OnShownPage()); }
 QPoint PixelOf(const QPointF& position) {
   return {static_cast<int>(std::floor(position.x())), static_cast<int>(std::floor(position.y()))};
 }
@@ -130,8 +102,6 @@ void NativeControl::RaiseFromUser(std::function<void()> event) {
   });
 }
 
-bool NativeControl::WindowClosed() const {
-  return window.closed;
-}
+bool NativeControl::WindowClosed() const { return window.closed; }
 
 }  // namespace platform

@@ -37,15 +37,9 @@ class LineWidget : public QWidget {
   }
 };
 
-QLabel& LabelOf(const RectControl& control) {
-  return static_cast<QLabel&>(*control.NeedNative().widget);
-}
-QProgressBar& BarOf(const RectControl& control) {
-  return static_cast<QProgressBar&>(*control.NeedNative().widget);
-}
-NativePanel& PanelOf(const RectControl& control) {
-  return static_cast<NativePanel&>(control.NeedNative());
-}
+QLabel& LabelOf(const RectControl& control) { return static_cast<QLabel&>(*control.NeedNative().widget); }
+QProgressBar& BarOf(const RectControl& control) { return static_cast<QProgressBar&>(*control.NeedNative().widget); }
+NativePanel& PanelOf(const RectControl& control) { return static_cast<NativePanel&>(control.NeedNative()); }
 
 void SetAlignment(QLabel& label, Qt::Alignment horizontal) {
   label.setAlignment(horizontal | (label.wordWrap() ? Qt::AlignTop : Qt::AlignVCenter));
@@ -62,9 +56,7 @@ std::unique_ptr<NativeControl> StaticText::MakeNative(NativeWindow& window, cons
   return native;
 }
 
-String StaticText::Text() const {
-  return FromQString(LabelOf(*this).text());
-}
+String StaticText::Text() const { return FromQString(LabelOf(*this).text()); }
 
 void StaticText::Text(const String& text) {
   QLabel& label = LabelOf(*this);
@@ -79,9 +71,7 @@ void StaticText::TextColor(Color color) {
   LabelOf(*this).setPalette(palette);
 }
 
-void StaticText::Bold(bool bold) {
-  static_cast<NativeCaption&>(NeedNative()).SetBold(bold);
-}
+void StaticText::Bold(bool bold) { static_cast<NativeCaption&>(NeedNative()).SetBold(bold); }
 
 void StaticText::Align(TextAlign align) {
   SetAlignment(LabelOf(*this), align == TextAlign::Left    ? Qt::AlignLeft
@@ -99,9 +89,7 @@ std::unique_ptr<NativeControl> Rectangle::MakeNative(NativeWindow& window, const
   return std::make_unique<NativeControl>(window, new FilledWidget(window.content));
 }
 
-Color Rectangle::FillColor() const {
-  return static_cast<FilledWidget&>(*NeedNative().widget).fill;
-}
+Color Rectangle::FillColor() const { return static_cast<FilledWidget&>(*NeedNative().widget).fill; }
 
 void Rectangle::FillColor(Color color) {
   auto& widget = static_cast<FilledWidget&>(*NeedNative().widget);
@@ -120,32 +108,18 @@ std::unique_ptr<NativeControl> ProgressBar::MakeNative(NativeWindow& window, con
   return std::make_unique<NativeControl>(window, bar);
 }
 
-int ProgressBar::Value() const {
-  return BarOf(*this).value();
-}
-void ProgressBar::Value(int value) {
-  BarOf(*this).setValue(std::clamp(value, 0, BarOf(*this).maximum()));
-}
-int ProgressBar::Maximum() const {
-  return BarOf(*this).maximum();
-}
-void ProgressBar::Maximum(int maximum) {
-  BarOf(*this).setRange(0, std::max(1, maximum));
-}
+int ProgressBar::Value() const { return BarOf(*this).value(); }
+void ProgressBar::Value(int value) { BarOf(*this).setValue(std::clamp(value, 0, BarOf(*this).maximum())); }
+int ProgressBar::Maximum() const { return BarOf(*this).maximum(); }
+void ProgressBar::Maximum(int maximum) { BarOf(*this).setRange(0, std::max(1, maximum)); }
 
 std::unique_ptr<NativeControl> PagePanel::MakeNative(NativeWindow& window, const String&) {
   return std::make_unique<NativePanel>(window);
 }
 
-void PagePanel::PanelCount(int count) {
-  PanelOf(*this).count = std::max(1, count);
-}
-int PagePanel::PanelCount() const {
-  return PanelOf(*this).count;
-}
-int PagePanel::Value() const {
-  return PanelOf(*this).value;
-}
+void PagePanel::PanelCount(int count) { PanelOf(*this).count = std::max(1, count); }
+int PagePanel::PanelCount() const { return PanelOf(*this).count; }
+int PagePanel::Value() const { return PanelOf(*this).value; }
 
 void PagePanel::Value(int page) {
   if (page < 0 || page >= PanelCount()) ThrowOutOfBounds("page panel", page, PanelCount() - 1);

@@ -41,9 +41,7 @@ std::vector<Ref<FolderItem>> AcceptedFiles(const QMimeData& data, const std::vec
 
 }  // namespace
 
-void RegisterFileType(const FileType& type) {
-  FileTypes().push_back(type);
-}
+void RegisterFileType(const FileType& type) { FileTypes().push_back(type); }
 
 bool IsOfFileType(const String& displayName, const String& typeName) {
   const auto& types = FileTypes();
@@ -61,9 +59,7 @@ void NativeWindow::AcceptDrops(const String& typeName) {
   frame->setAcceptDrops(true);
 }
 
-bool NativeWindow::Accepts(const QMimeData& data) const {
-  return !AcceptedFiles(data, acceptedTypes).empty();
-}
+bool NativeWindow::Accepts(const QMimeData& data) const { return !AcceptedFiles(data, acceptedTypes).empty(); }
 
 void NativeWindow::TakeDrop(const QMimeData& data) {
   RunSoon([guard = QPointer<QWidget>(frame.get()), this, files = AcceptedFiles(data, acceptedTypes)] {

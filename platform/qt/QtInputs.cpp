@@ -20,12 +20,8 @@ class MenuBox : public QComboBox {
   }
 };
 
-QComboBox& BoxOf(const RectControl& control) {
-  return static_cast<QComboBox&>(*control.NeedNative().widget);
-}
-QSlider& SliderOf(const RectControl& control) {
-  return static_cast<QSlider&>(*control.NeedNative().widget);
-}
+QComboBox& BoxOf(const RectControl& control) { return static_cast<QComboBox&>(*control.NeedNative().widget); }
+QSlider& SliderOf(const RectControl& control) { return static_cast<QSlider&>(*control.NeedNative().widget); }
 
 }  // namespace
 
@@ -37,9 +33,7 @@ std::unique_ptr<NativeControl> PopupMenu::MakeNative(NativeWindow& window, const
   return native;
 }
 
-void PopupMenu::DeleteAllRows() {
-  BoxOf(*this).clear();
-}
+void PopupMenu::DeleteAllRows() { BoxOf(*this).clear(); }
 
 void PopupMenu::AddRow(const String& text) {
   QComboBox& box = BoxOf(*this);
@@ -48,12 +42,8 @@ void PopupMenu::AddRow(const String& text) {
   box.setCurrentIndex(chosen);  // the toolkit chooses the first row by itself
 }
 
-int PopupMenu::ListCount() const {
-  return BoxOf(*this).count();
-}
-int PopupMenu::ListIndex() const {
-  return BoxOf(*this).currentIndex();
-}
+int PopupMenu::ListCount() const { return BoxOf(*this).count(); }
+int PopupMenu::ListIndex() const { return BoxOf(*this).currentIndex(); }
 
 void PopupMenu::ListIndex(int index) {
   QComboBox& box = BoxOf(*this);
@@ -65,7 +55,8 @@ std::unique_ptr<NativeControl> Slider::MakeNative(NativeWindow& window, const St
   auto* slider = new QSlider(Qt::Horizontal, window.content);
   slider->setFocusPolicy(Qt::TabFocus);
   auto native = std::make_unique<NativeControl>(window, slider);
-  QObject::connect(slider, &QSlider::valueChanged, slider, [this, made = native.get()] { made->RaiseFromUser(ValueChanged); });
+  QObject::connect(slider, &QSlider::valueChanged, slider,
+                   [this, made = native.get()] { made->RaiseFromUser(ValueChanged); });
   return native;
 }
 
@@ -79,11 +70,7 @@ void Slider::Setup(const SliderSettings& settings) {
   slider.setValue(settings.value);
 }
 
-int Slider::Value() const {
-  return SliderOf(*this).value();
-}
-void Slider::Value(int value) {
-  SliderOf(*this).setValue(value);
-}
+int Slider::Value() const { return SliderOf(*this).value(); }
+void Slider::Value(int value) { SliderOf(*this).setValue(value); }
 
 }  // namespace platform

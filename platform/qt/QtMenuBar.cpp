@@ -26,9 +26,7 @@ QString WithAccessKey(const String& text, const std::vector<QPointer<QMenu>>& be
   return WithoutAccessKey(text);
 }
 
-QKeySequence KeyOf(const String& shortcut) {
-  return QKeySequence(ToQString(shortcut).replace("Cmd", "Ctrl"));
-}
+QKeySequence KeyOf(const String& shortcut) { return QKeySequence(ToQString(shortcut).replace("Cmd", "Ctrl")); }
 
 void Choose(MenuItem& item) {
   ShowState(item);  // the toolkit has toggled the mark by itself
@@ -64,9 +62,7 @@ void MenuItem::Checked(bool checked) {
   ShowState(*this);
 }
 
-void MenuItem::Enabled(bool enabled) {
-  enabled_ = enabled;
-}
+void MenuItem::Enabled(bool enabled) { enabled_ = enabled; }
 
 void ShowState(MenuItem& item) {
   QAction* action = item.NativeItem().action;
@@ -78,9 +74,7 @@ void ShowState(MenuItem& item) {
   if (action->isCheckable()) action->setChecked(item.Checked());
 }
 
-MenuBar::MenuBar() : native_(std::make_unique<Native>()) {
-  bars.push_back(native_.get());
-}
+MenuBar::MenuBar() : native_(std::make_unique<Native>()) { bars.push_back(native_.get()); }
 
 MenuBar::~MenuBar() {
   std::erase(bars, native_.get());

@@ -28,28 +28,14 @@ constexpr auto kControlKey = Qt::ControlModifier;
 
 }  // namespace
 
-int Screen::AvailableLeft() const {
-  return Available(index_).left();
-}
-int Screen::AvailableTop() const {
-  return Available(index_).top();
-}
-int Screen::AvailableWidth() const {
-  return Available(index_).width();
-}
-int Screen::AvailableHeight() const {
-  return Available(index_).height();
-}
+int Screen::AvailableLeft() const { return Available(index_).left(); }
+int Screen::AvailableTop() const { return Available(index_).top(); }
+int Screen::AvailableWidth() const { return Available(index_).width(); }
+int Screen::AvailableHeight() const { return Available(index_).height(); }
 
-bool Keyboard::AsyncShiftKey() {
-  return Held(Qt::ShiftModifier);
-}
-bool Keyboard::AsyncControlKey() {
-  return Held(kControlKey);
-}
-bool Keyboard::AsyncOptionKey() {
-  return Held(Qt::AltModifier);
-}
+bool Keyboard::AsyncShiftKey() { return Held(Qt::ShiftModifier); }
+bool Keyboard::AsyncControlKey() { return Held(kControlKey); }
+bool Keyboard::AsyncOptionKey() { return Held(Qt::AltModifier); }
 
 int Ticks() {
   using Sixtieths = std::chrono::duration<std::int64_t, std::ratio<1, 60>>;

@@ -29,18 +29,10 @@ Qt::KeyboardModifiers Held() {
   return heldKeys > 0 ? Qt::KeyboardModifiers(static_cast<Qt::KeyboardModifier>(heldKeys)) : Qt::NoModifier;
 }
 
-QWidget& WidgetOf(RectControl& control) {
-  return *control.NeedNative().widget;
-}
-QWindow* HandleOf(const QWidget& widget) {
-  return widget.window()->windowHandle();
-}
-QPoint InWindow(const QWidget& widget, QPoint at) {
-  return widget.mapTo(widget.window(), at);
-}
-QTableView& TableOf(Listbox& list) {
-  return *static_cast<NativeListbox&>(list.NeedNative()).view;
-}
+QWidget& WidgetOf(RectControl& control) { return *control.NeedNative().widget; }
+QWindow* HandleOf(const QWidget& widget) { return widget.window()->windowHandle(); }
+QPoint InWindow(const QWidget& widget, QPoint at) { return widget.mapTo(widget.window(), at); }
+QTableView& TableOf(Listbox& list) { return *static_cast<NativeListbox&>(list.NeedNative()).view; }
 
 QModelIndex IndexOf(Listbox& list, int row, int column) {
   static_cast<NativeListbox&>(list.NeedNative()).model->CheckBounds(row, column);
@@ -104,17 +96,13 @@ bool DragOver(Window& window, const QMimeData& data) {
 
 }  // namespace
 
-void ProcessEvents() {
-  QCoreApplication::processEvents();
-}
+void ProcessEvents() { QCoreApplication::processEvents(); }
 
 bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds) {
   return QTest::qWaitFor(condition, limitMilliseconds);
 }
 
-void Later(const std::function<void()>& step) {
-  QTimer::singleShot(0, qApp, step);
-}
+void Later(const std::function<void()>& step) { QTimer::singleShot(0, qApp, step); }
 
 void Activate(Window& window) {
   window.Native().frame->activateWindow();
@@ -122,9 +110,7 @@ void Activate(Window& window) {
   ProcessEvents();
 }
 
-void MouseMove(RectControl& control, int x, int y) {
-  MoveTo(WidgetOf(control), {x, y});
-}
+void MouseMove(RectControl& control, int x, int y) { MoveTo(WidgetOf(control), {x, y}); }
 
 void MouseLeave(RectControl& control) {
   if (QWindow* handle = HandleOf(WidgetOf(control))) {
@@ -135,15 +121,9 @@ void MouseLeave(RectControl& control) {
   ProcessEvents();
 }
 
-void MousePress(RectControl& control, int x, int y) {
-  PressAt(WidgetOf(control), {x, y});
-}
-void MouseDragTo(RectControl& control, int x, int y) {
-  MoveTo(WidgetOf(control), {x, y});
-}
-void MouseRelease(RectControl& control, int x, int y) {
-  ReleaseAt(WidgetOf(control), {x, y});
-}
+void MousePress(RectControl& control, int x, int y) { PressAt(WidgetOf(control), {x, y}); }
+void MouseDragTo(RectControl& control, int x, int y) { MoveTo(WidgetOf(control), {x, y}); }
+void MouseRelease(RectControl& control, int x, int y) { ReleaseAt(WidgetOf(control), {x, y}); }
 
 void Click(RectControl& control) {
   QWidget& widget = WidgetOf(control);
@@ -151,9 +131,7 @@ void Click(RectControl& control) {
   ClickAt(widget, {isCheckBox ? 7 : widget.width() / 2, widget.height() / 2});
 }
 
-void Click(RectControl& control, int x, int y) {
-  ClickAt(WidgetOf(control), {x, y});
-}
+void Click(RectControl& control, int x, int y) { ClickAt(WidgetOf(control), {x, y}); }
 
 void PostClick(RectControl& control) {
   QWindow* handle = HandleOf(WidgetOf(control));
@@ -166,9 +144,7 @@ void PostClick(RectControl& control) {
   }
 }
 
-void Post(std::function<void()> work) {
-  QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection);
-}
+void Post(std::function<void()> work) { QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection); }
 
 void ClickCell(Listbox& list, int row, int column, int x, int y) {
   QTableView& table = TableOf(list);
@@ -268,12 +244,8 @@ void HoldKeys(bool shift, bool control, bool option) {
              (option ? static_cast<int>(Qt::AltModifier) : 0);
 }
 
-Ref<Picture> Shot(RectControl& control) {
-  return ToPicture(WidgetOf(control).grab().toImage());
-}
-Ref<Picture> Shot(Window& window) {
-  return ToPicture(window.Native().content->grab().toImage());
-}
+Ref<Picture> Shot(RectControl& control) { return ToPicture(WidgetOf(control).grab().toImage()); }
+Ref<Picture> Shot(Window& window) { return ToPicture(window.Native().content->grab().toImage()); }
 
 Rect CellRect(Listbox& list, int row, int column) {
   QTableView& table = TableOf(list);

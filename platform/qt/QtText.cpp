@@ -50,9 +50,7 @@ double Width(const Graphics& surface, const String& text) {
 
 }  // namespace
 
-void InstallTextDrawing() {
-  SetTextDrawing({.draw = Draw, .width = Width});
-}
+void InstallTextDrawing() { SetTextDrawing({.draw = Draw, .width = Width}); }
 
 QString ToQString(const String& text) {
   const auto& characters = text.Characters();
@@ -64,9 +62,7 @@ String FromQString(const QString& text) {
   return String(std::u32string(codes.begin(), codes.end()));
 }
 
-QString WithoutAccessKey(const String& text) {
-  return ToQString(text).replace('&', "&&");
-}
+QString WithoutAccessKey(const String& text) { return ToQString(text).replace('&', "&&"); }
 
 Ref<Picture> ToPicture(const QImage& image) {
   const QImage pixels = image.convertToFormat(QImage::Format_RGB32);

@@ -26,9 +26,7 @@ void Timer::Enabled(bool enabled) {
   Update();
 }
 
-bool Timer::Enabled() const {
-  return enabled_;
-}
+bool Timer::Enabled() const { return enabled_; }
 
 void Timer::Mode(int mode) {
   mode_ = mode;

@@ -84,9 +84,7 @@ NativeWindow::NativeWindow(Window& owner, const WindowSettings& wanted)
   SetLimits();
 }
 
-NativeWindow::~NativeWindow() {
-  Retire();
-}
+NativeWindow::~NativeWindow() { Retire(); }
 
 void NativeWindow::Retire() {
   closed = true;
@@ -145,9 +143,7 @@ void NativeWindow::SetSize(int newWidth, int newHeight) {
   SetLimits();
 }
 
-QPoint NativeWindow::Place() const {
-  return frame->geometry().topLeft() + QPoint(0, barHeight);
-}
+QPoint NativeWindow::Place() const { return frame->geometry().topLeft() + QPoint(0, barHeight); }
 
 void NativeWindow::SetPlace(int left, int top) {
   settings.centered = false;
@@ -196,9 +192,7 @@ void NativeWindow::AttachMenus() {
   }
 }
 
-bool NativeWindow::Visible() const {
-  return showSoon || frame->isVisible();
-}
+bool NativeWindow::Visible() const { return showSoon || frame->isVisible(); }
 
 void NativeWindow::Show() {
   if (closed) return;
@@ -283,27 +277,13 @@ void NativeWindow::AskToClose() {
 Window::Window(const WindowSettings& settings) : native_(std::make_unique<NativeWindow>(*this, settings)) {}
 Window::~Window() = default;
 
-void Window::Show() {
-  native_->Show();
-}
-void Window::Hide() {
-  native_->Hide();
-}
-void Window::ShowModal() {
-  native_->ShowModal();
-}
-void Window::SetFocus() {
-  native_->content->setFocus();
-}
-bool Window::Visible() const {
-  return native_->Visible();
-}
-void Window::Visible(bool visible) {
-  visible ? Show() : Hide();
-}
-bool Window::Closed() const {
-  return native_->closed;
-}
+void Window::Show() { native_->Show(); }
+void Window::Hide() { native_->Hide(); }
+void Window::ShowModal() { native_->ShowModal(); }
+void Window::SetFocus() { native_->content->setFocus(); }
+bool Window::Visible() const { return native_->Visible(); }
+void Window::Visible(bool visible) { visible ? Show() : Hide(); }
+bool Window::Closed() const { return native_->closed; }
 
 void Window::Close() {
   const auto found = std::find_if(windows.begin(), windows.end(), [this](const auto& w) { return w.get() == this; });
@@ -315,39 +295,17 @@ void Window::Close() {
   RunSoon(EndClosedWindows);
 }
 
-int Window::Left() const {
-  return native_->Place().x();
-}
-void Window::Left(int left) {
-  native_->SetPlace(left, Top());
-}
-int Window::Top() const {
-  return native_->Place().y();
-}
-void Window::Top(int top) {
-  native_->SetPlace(Left(), top);
-}
-int Window::Width() const {
-  return native_->settings.width;
-}
-void Window::Width(int width) {
-  native_->SetSize(width, Height());
-}
-int Window::Height() const {
-  return native_->settings.height;
-}
-void Window::Height(int height) {
-  native_->SetSize(Width(), height);
-}
-int Window::MinWidth() const {
-  return native_->settings.minWidth;
-}
-int Window::MinHeight() const {
-  return native_->settings.minHeight;
-}
-int Window::MaxWidth() const {
-  return native_->settings.maxWidth;
-}
+int Window::Left() const { return native_->Place().x(); }
+void Window::Left(int left) { native_->SetPlace(left, Top()); }
+int Window::Top() const { return native_->Place().y(); }
+void Window::Top(int top) { native_->SetPlace(Left(), top); }
+int Window::Width() const { return native_->settings.width; }
+void Window::Width(int width) { native_->SetSize(width, Height()); }
+int Window::Height() const { return native_->settings.height; }
+void Window::Height(int height) { native_->SetSize(Width(), height); }
+int Window::MinWidth() const { return native_->settings.minWidth; }
+int Window::MinHeight() const { return native_->settings.minHeight; }
+int Window::MaxWidth() const { return native_->settings.maxWidth; }
 
 void Window::MinWidth(int width) {
   native_->settings.minWidth = width;
@@ -367,24 +325,16 @@ void Window::MaxWidth(int width) {
   if (Width() > width) Width(width);
 }
 
-String Window::Title() const {
-  return native_->settings.title;
-}
+String Window::Title() const { return native_->settings.title; }
 
 void Window::Title(const String& title) {
   native_->settings.title = title;
   native_->frame->setWindowTitle(ToQString(title));
 }
 
-platform::MenuBar* Window::MenuBar() const {
-  return native_->menuBar;
-}
-void Window::MenuBar(platform::MenuBar* bar) {
-  native_->SetMenuBar(bar);
-}
-void Window::AcceptFileDrop(const String& typeName) {
-  native_->AcceptDrops(typeName);
-}
+platform::MenuBar* Window::MenuBar() const { return native_->menuBar; }
+void Window::MenuBar(platform::MenuBar* bar) { native_->SetMenuBar(bar); }
+void Window::AcceptFileDrop(const String& typeName) { native_->AcceptDrops(typeName); }
 
 void Window::Refresh() {
   for (NativeControl* control : native_->controls)
@@ -430,9 +380,7 @@ void Window::CreateControls(std::initializer_list<ControlRow> rows) {
   for (const ControlRow& row : rows) CreateControl(row);
 }
 
-int WindowCount() {
-  return static_cast<int>(windows.size());
-}
+int WindowCount() { return static_cast<int>(windows.size()); }
 
 Window& WindowAt(int index) {
   if (index < 0 || index >= WindowCount()) ThrowOutOfBounds("window list", index, WindowCount() - 1);
@@ -456,18 +404,14 @@ NativeWindow* NativeWindowOf(const QWidget* widget) {
   return frame ? &frame->Native() : nullptr;
 }
 
-void BringToFront(NativeWindow& window) {
-  window.lastInFront = ++timesInFront;
-}
+void BringToFront(NativeWindow& window) { window.lastInFront = ++timesInFront; }
 
 void ShowWaitingWindows() {
   for (std::size_t i = 0; i < windows.size(); ++i)
     if (windows[i]->Native().showSoon) windows[i]->Native().Show();
 }
 
-bool WindowsWaitForTheirEnd() {
-  return !closedWindows.empty();
-}
+bool WindowsWaitForTheirEnd() { return !closedWindows.empty(); }
 
 void EndClosedWindows() {
   if (HandlerBegun()) return;  // the end of the last handler asks again

@@ -15,9 +15,7 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-[[noreturn]] void Truncated(const char* what) {
-  throw ReadFailure(std::string("truncated: ") + what);
-}
+[[noreturn]] void Truncated(const char* what) { throw ReadFailure(std::string("truncated: ") + what); }
 
 /// Numbers at any place of the file. A place that the file lacks means that it is cut short.
 class Numbers {

@@ -7,6 +7,4 @@ std::vector<std::string>& Messages() {
   return messages;
 }
 
-void platform::MsgBox(const String& text) {
-  Messages().push_back(text.Utf8());
-}
+void platform::MsgBox(const String& text) { Messages().push_back(text.Utf8()); }
