@@ -96,6 +96,7 @@ void Main::SelectSpecies(std::int32_t species) {
   SelectedRow = species;
   SpeciesLB.InvalidateCell(SelectedRow, -1);
   SpeciesLB.InvalidateCell(old, -1);
+  SpeciesLB.Reveal(SelectedRow);
   Update_cvTIF();
 }
 

@@ -46,6 +46,8 @@ class Listbox : public RectControl {
   void ColumnType(int column, int type);
   /// Makes the row the first one seen; past the end shows the end.
   void ScrollPosition(int row);
+  /// Scrolls no further than it takes to see the row; one that is not there is ignored.
+  void Reveal(int row);
   /// As if the user had pressed the heading: HeaderPressed, then the list's own sort of that column, ascending and
   /// regardless of letter case; equal rows keep their order.
   void PressHeader(int column);

@@ -92,6 +92,7 @@ void Main::LoadCluster(std::int32_t row, int& code) {
   SpeciesLB.InvalidateCell(SelectedRow, -1);
   SelectedRow = kept;
   SpeciesLB.InvalidateCell(SelectedRow, -1);
+  SpeciesLB.Reveal(SelectedRow);
   Update_cvTIF();
   TIFready = true;
 

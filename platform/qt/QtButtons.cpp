@@ -49,8 +49,9 @@ std::unique_ptr<Native> MakeButton(NativeWindow& window, Owner& owner, const Str
   button->setFocusPolicy(Qt::TabFocus);
   auto native = std::make_unique<Native>(window, button, besides);
   native->SetCaption(ToQString(text));
-  QObject::connect(button, &QAbstractButton::clicked, button,
-                   [made = native.get(), &owner] { made->RaiseFromUser(owner.Action); });
+  // Assistive technology toggles a check box without a click.
+  constexpr auto acted = std::is_same_v<Owner, CheckBox> ? &QAbstractButton::toggled : &QAbstractButton::clicked;
+  QObject::connect(button, acted, button, [made = native.get(), &owner] { made->RaiseFromUser(owner.Action); });
   return native;
 }
 
@@ -90,6 +91,10 @@ std::unique_ptr<NativeControl> CheckBox::MakeNative(NativeWindow& window, const 
 }
 
 bool CheckBox::Value() const { return ButtonOf(*this).isChecked(); }
-void CheckBox::Value(bool checked) { ButtonOf(*this).setChecked(checked); }
+void CheckBox::Value(bool checked) {
+  QAbstractButton& box = ButtonOf(*this);
+  const QSignalBlocker quiet(box);
+  box.setChecked(checked);
+}
 
 }  // namespace platform

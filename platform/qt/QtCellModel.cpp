@@ -39,7 +39,11 @@ QVariant CellModel::headerData(int section, Qt::Orientation orientation, int rol
   if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
   const Column& column = columns_[static_cast<std::size_t>(section)];
   if (role == Qt::DisplayRole) return column.heading;
-  if (role == Qt::TextAlignmentRole) return static_cast<int>(AlignmentOf(column.alignment));
+  if (role == Qt::TextAlignmentRole) {
+    // A heading has no margin to keep from the edge at its right.
+    const bool left = column.alignment != Listbox::kAlignCenter && column.alignment != Listbox::kAlignRight;
+    return static_cast<int>(left ? AlignmentOf(column.alignment) : Qt::AlignCenter);
+  }
   return {};
 }
 

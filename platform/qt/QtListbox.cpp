@@ -431,6 +431,12 @@ void Listbox::ColumnType(int column, int type) {
   native.view->viewport()->update();
 }
 
+void Listbox::Reveal(int row) {
+  auto& native = ListOf(*this);
+  const int shown = native.view->horizontalHeader()->logicalIndexAt(0);  // the view does not scroll to hidden cells
+  native.view->scrollTo(native.model->index(row, shown));
+}
+
 void Listbox::ScrollPosition(int row) {
   auto& native = ListOf(*this);
   native.wantedTop = native.view->isVisible() ? -1 : row;
