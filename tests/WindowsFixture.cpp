@@ -9,28 +9,15 @@ using namespace platform;
 
 namespace {
 
-void PutNumber(std::string& bytes, std::uint32_t value, int count) {
-  for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> (8 * i) & 0xFF);
-}
-
-/// An uncompressed grey TIFF of one strip: header, one directory, pixels.
+/// An uncompressed grey TIFF of one strip, in words of the byte order it tells: header, eight entries, pixels.
 std::string GreyTiff(int width, int height, const LevelAt& level) {
-  const std::pair<std::uint32_t, std::uint32_t> tags[] = {
-      {256, width},  {257, height},
-      {258, 8},      {259, 1},
-      {262, 1},      {273, 8 + 2 + 12 * 8 + 4},
-      {278, height}, {279, static_cast<std::uint32_t>(width) * height}};
-  std::string bytes = "II*";
-  PutNumber(bytes, 0, 1);
-  PutNumber(bytes, 8, 4);
-  PutNumber(bytes, 8, 2);
-  for (const auto& [tag, value] : tags) {
-    PutNumber(bytes, tag, 2);
-    PutNumber(bytes, 4, 2);
-    PutNumber(bytes, 1, 4);
-    PutNumber(bytes, value, 4);
-  }
-  PutNumber(bytes, 0, 4);
+  const auto w = static_cast<std::uint32_t>(width), h = static_cast<std::uint32_t>(height);
+  std::vector<std::uint32_t> words{0x002A4949, 10, 8 << 16};  // the directory begins at byte 10 with its count
+  for (const auto& [tag, value] :
+       {std::pair{256U, w}, {257, h}, {258, 8}, {259, 1}, {262, 1}, {273, 112}, {278, h}, {279, w * h}})
+    words.insert(words.end(), {tag | 4 << 16, 1, value});
+  words.push_back(0);
+  std::string bytes(reinterpret_cast<const char*>(words.data()), 4 * words.size());
   for (int y = 0; y < height; ++y)
     for (int x = 0; x < width; ++x) bytes += static_cast<char>(level(x, y));
   return bytes;

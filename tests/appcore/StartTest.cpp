@@ -19,12 +19,6 @@ TEST_F(StartTest, OnlyOverviewIsOnScreenAndStateHasItsStartValues) {
   EXPECT_FALSE(composite().Visible());
   EXPECT_EQ(WindowCount(), 3);  // Main and WindowRGB are made by the first update of the menus
   EXPECT_EQ(overview().Title().Utf8(), "Overview");
-  const std::tuple<Window*, int, int> sizes[] = {
-      {&overview(), 630, 474}, {&main(), 970, 552}, {&composite(), 296, 502}};
-  for (const auto& [window, width, height] : sizes) {
-    EXPECT_EQ(window->Width(), width);
-    EXPECT_EQ(window->Height(), height);
-  }
   EXPECT_EQ(Globals::fCursorSize, 40);
   EXPECT_EQ(Globals::fCursorColor, 0x808080u);
   EXPECT_EQ(Globals::DrawColor, 0x808080u);
@@ -91,24 +85,6 @@ TEST_F(StartTest, ColorItemsWorkOnlyWithMainInFront) {
   EXPECT_FALSE(Checked("Colorsc11"));
   EXPECT_TRUE(Checked("Colorsc3"));
   EXPECT_EQ(PixelOf(main().cvTIF, 0, 0), Globals::lut(2, 0));
-}
-
-TEST_F(StartTest, ZoomAndExactPixels) {
-  LoadThree(20, 20);
-  user::ChooseMenu("Window300");
-  EXPECT_EQ(Globals::Zoom, 3.0);
-  EXPECT_TRUE(Checked("Window300"));
-  EXPECT_FALSE(Checked("Window100"));
-  EXPECT_EQ(main().cvTIF.Width(), 60);
-  EXPECT_EQ(composite().Canvas1.Width(), 60);
-  const Color first = PixelOf(main().cvTIF, 0, 0);
-  for (int i = 0; i < 9; ++i) EXPECT_EQ(PixelOf(main().cvTIF, i % 3, i / 3), first);
-  user::ChooseMenu("SizeExact");
-  EXPECT_FALSE(Checked("SizeExact"));
-  EXPECT_NE(PixelOf(main().cvTIF, 2, 0), first);  // mixed with its neighbour
-  user::Key(main(), "Ctrl+=");
-  EXPECT_EQ(Globals::Zoom, 1.0);
-  EXPECT_EQ(main().cvTIF.Width(), 20);
 }
 
 TEST_F(StartTest, NewClearEmptiesTheStackAndNotTheCatalogue) {

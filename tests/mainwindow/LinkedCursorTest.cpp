@@ -27,16 +27,6 @@ class LinkedCursorTest : public WindowsTest {
   }
 };
 
-TEST_F(LinkedCursorTest, NothingHappensBeforeALoad) {
-  main().Show();
-  user::Activate(main());
-  user::MouseMove(main().cvTIF, 20, 20);
-  user::Click(main().cvTIF, 20, 20);
-  EXPECT_EQ(PixelOf(main().cvTIF, 20, 20), 0x999999u);
-  EXPECT_FALSE(main().Timer1.Enabled());
-  EXPECT_TRUE(messages.empty());
-}
-
 TEST_F(LinkedCursorTest, EverySpeciesTellsItsLevelUnderThePointer) {
   LoadThree(60, 40);
   for (const auto& [item, x, y, imageX, imageY] :

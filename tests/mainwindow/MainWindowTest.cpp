@@ -36,6 +36,14 @@ TEST_F(MainWindowTest, TheWindowFollowsImageAndZoom) {
   LoadThree(255, 255);
   user::ChooseMenu("Window50");
   EXPECT_EQ(main().cvTIF.Width(), 127);
+  user::ChooseMenu("Window300");
+  EXPECT_TRUE(Menu::Item("Window300").Checked() && !Menu::Item("Window50").Checked());
+  const Color first = PixelOf(main().cvTIF, 0, 0);
+  EXPECT_EQ(PixelOf(main().cvTIF, 2, 0), first);
+  user::ChooseMenu("SizeExact");
+  EXPECT_NE(PixelOf(main().cvTIF, 2, 0), first);  // mixed with its neighbour
+  user::Key(main(), "Ctrl+=");
+  EXPECT_EQ(main().cvTIF.Width(), 255);
 }
 
 TEST_F(MainWindowTest, ZoomBeforeAnyLoadIsPutRightByTheNext) {
@@ -76,16 +84,6 @@ TEST_F(MainWindowTest, EveryCaptionIsReadable) {
                                            &c.CB_scale,         &c.PB_reset,
                                            &c.PB_SaveImage,     &c.PB_close};
   for (RectControl* control : controls) EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
-}
-
-TEST_F(MainWindowTest, ControlsThatStandReadyDoNothing) {
-  LoadThree(40, 40);
-  user::Click(main().cvTIF, 5, 5);
-  for (PushButton* button : {&main().PB_ClearClickM, &main().PB_PhasesEdit, &main().PB_PhasesUpdate})
-    user::Click(*button);
-  EXPECT_TRUE(main().Clicks(0, 0, Level(0, 5, 5)));
-  EXPECT_EQ(main().PPbuttons.Value(), Main::kPageNormal);
-  EXPECT_TRUE(messages.empty());
 }
 
 TEST_F(MainWindowTest, ClicksAndKeysSelectSpecies) {

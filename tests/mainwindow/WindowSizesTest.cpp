@@ -12,13 +12,7 @@ constexpr Size kCompositeOpening{296, 502};
 
 }  // namespace
 
-TEST(WindowSizes, SmallImagesMoveOnlyTheName) {
-  for (const int side : {128, 0}) {
-    const MainChange change = FitMain(kOpening, side, side, 1);
-    EXPECT_EQ(change.nameDown, side - 256);
-    EXPECT_EQ(change.stripDown, 0);
-    EXPECT_FALSE(change.windowHeight || change.windowWidth);
-  }
+TEST(WindowSizes, TheWindowIsAsWideAsItsWidestPart) {
   EXPECT_FALSE(FitMain(kOpening, 890, 256, 1).windowWidth);
   EXPECT_EQ(FitMain(kOpening, 891, 256, 1).windowWidth, 971);
   EXPECT_EQ(FitMain(kOpening, 1 << 30, 1, 5).windowWidth, 2147483647);
@@ -31,14 +25,6 @@ TEST(WindowSizes, CompositeKeepsItsLeastSize) {
   ASSERT_TRUE(half);
   EXPECT_EQ(half->window, (Size{297, 502}));
   EXPECT_EQ(half->canvas, (Size{257, 255}));
-}
-
-TEST(WindowSizes, SpeciesWindowsHaveAMargin) {
-  const WindowFit fit = SpeciesWindowFit(255, 254, 0.5);
-  EXPECT_EQ(fit.window, (Size{129, 128}));
-  EXPECT_EQ(fit.canvas, (Size{127, 127}));
-  EXPECT_TRUE(FitSpeciesWindow(fit.canvas, 255, 254, 0.5));
-  EXPECT_FALSE(FitSpeciesWindow({256, 100}, 256, 100, 1));
 }
 
 // A screen of 600 by 620 with a menu bar of 20 above: two windows a row, two rows, and no room for a third.

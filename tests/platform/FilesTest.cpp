@@ -68,18 +68,5 @@ TEST(BinaryStream, ReadsNumbersInBothOrders) {
   EXPECT_EQ(stream->ReadShort(), 0);
 }
 
-TEST(BinaryStream, ReachesPastFourGigabytes) {
-  const Folder folder;
-  const auto path = folder.Write("large", "");
-  constexpr std::int64_t kFar = 5'000'000'000;
-  std::ofstream file(path, std::ios::binary);
-  file.seekp(kFar);
-  file << "Fe";
-  file.close();
-  const auto stream = BinaryStream::Open(path);
-  stream->Position(kFar);
-  EXPECT_EQ(stream->Read(9), (std::vector<std::uint8_t>{'F', 'e'}));
-}
-
 }  // namespace
 }  // namespace platform

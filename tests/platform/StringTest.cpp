@@ -13,19 +13,15 @@ TEST(String, CountsCharactersAndKeepsThemThroughUtf8) {
 }
 
 TEST(String, ReplacesEachByteThatIsNoUtf8) {
-  const auto decoded = [](std::string_view bytes) { return String(bytes).Characters(); };
-  EXPECT_EQ(decoded("a\xFF"
-                    "b\xC3"),
-            U"a\uFFFDb\uFFFD");
-  EXPECT_EQ(decoded("\xC0\xAF"), U"\uFFFD\uFFFD") << "overlong";
-  EXPECT_EQ(decoded("\xE0\x80\xAF"), U"\uFFFD\uFFFD\uFFFD") << "overlong";
-  EXPECT_EQ(decoded("\xED\xA0\x80"), U"\uFFFD\uFFFD\uFFFD") << "surrogate";
-  EXPECT_EQ(decoded("\xF4\x90\x80\x80"), U"\uFFFD\uFFFD\uFFFD\uFFFD") << "beyond the last plane";
-  EXPECT_EQ(decoded("\xE2\x82"
-                    "A"),
-            U"\uFFFD\uFFFDA")
-      << "cut short";
-  EXPECT_EQ(decoded("\xEF\xBF\xBF\xF4\x8F\xBF\xBF"), U"\uFFFF\U0010FFFF");
+  const std::pair<const char*, const char32_t*> cases[] = {
+      {"x\xFFy\xC3", U"x\uFFFDy\uFFFD"},
+      {"\xC0\xAF", U"\uFFFD\uFFFD"},  // overlong
+      {"\xE0\x80\xAF", U"\uFFFD\uFFFD\uFFFD"},
+      {"\xED\xA0\x80", U"\uFFFD\uFFFD\uFFFD"},            // a surrogate
+      {"\xF4\x90\x80\x80", U"\uFFFD\uFFFD\uFFFD\uFFFD"},  // beyond the last plane
+      {"\xE2\x82Z", U"\uFFFD\uFFFDZ"},                    // cut short
+      {"\xEF\xBF\xBF\xF4\x8F\xBF\xBF", U"\uFFFF\U0010FFFF"}};
+  for (const auto& [bytes, characters] : cases) EXPECT_EQ(String(bytes).Characters(), characters) << bytes;
   EXPECT_EQ(String(std::u32string{0xD800, 0x110000}).Utf8(), "\uFFFD\uFFFD");
   const std::uint8_t bytes[] = {'S', 'i', 0xB5};
   EXPECT_TRUE(String::FromBytes(bytes).Identical("Si\u00b5"));
@@ -53,17 +49,13 @@ TEST(String, TakesPieces) {
 }
 
 TEST(String, FindsAndSplitsWithoutLetterCase) {
-  EXPECT_EQ(InStr("map.TIF", ".tif"), 4);
-  EXPECT_EQ(InStr("aab", "ab"), 2);
-  EXPECT_EQ(InStr("ab", "abc"), 0);
-  EXPECT_EQ(InStr("", "a"), 0);
-  EXPECT_EQ(InStr("", ""), 1);
-  EXPECT_TRUE(NthField("FexMgXSi", "x", 2).Identical("Mg"));
-  EXPECT_TRUE(NthField("FexMgXSi", "x", 3).Identical("Si"));
-  EXPECT_TRUE(NthField("FexMgXSi", "x", 4).Empty());
-  EXPECT_TRUE(NthField("a,,b", ",", 2).Empty());
-  EXPECT_TRUE(NthField("a,,b", ",", 0).Empty());
-  EXPECT_TRUE(NthField("ab", "", 1).Identical("ab"));
+  for (const auto& [text, part, place] :
+       {std::tuple{"map.TIF", ".tif", 4}, {"aab", "ab", 2}, {"ab", "abc", 0}, {"", "a", 0}, {"", "", 1}})
+    EXPECT_EQ(InStr(text, part), place) << text;
+  const std::pair<String, const char*> fields[] = {
+      {NthField("FexMgXSi", "x", 2), "Mg"}, {NthField("FexMgXSi", "x", 3), "Si"}, {NthField("FexMgXSi", "x", 4), ""},
+      {NthField("a,,b", ",", 2), ""},       {NthField("a,,b", ",", 0), ""},       {NthField("ab", "", 1), "ab"}};
+  for (const auto& [field, expected] : fields) EXPECT_EQ(field.Utf8(), expected);
   EXPECT_TRUE(Join({"Fe", "Mg", "Si"}, ", ").Identical("Fe, Mg, Si"));
   EXPECT_TRUE(Lowercase("F\u00c4.TIF").Identical("f\u00e4.tif"));
 }

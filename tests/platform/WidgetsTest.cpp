@@ -34,19 +34,15 @@ class Board : public Window {
  public:
   explicit Board(const WindowSettings& settings = {.title = "Board", .width = 400, .height = 300}) : Window(settings) {
     CreateControls({
-        {&panel, "Panel", 0, 200, 400, 60, kLockNone, kNoPage},
         {&canvas, "Canvas1", 10, 10, 100, 80, kLockLeftTop, kNoPage},
         {&list, "List", 120, 10, 270, 150, kLockAll, kNoPage},
         {&save, "Save", 20, 270, 80, 18, kLockLeftBottom, kNoPage, "Save"},
         {&ok, "Ok", 300, 270, 80, 18, kLockRightBottom, kNoPage, "R&D"},
-        {&first, "First", 20, 210, 80, 18, kLockNone, 0, "First"},
-        {&second, "Second", 20, 210, 80, 18, kLockNone, 1, "Second"},
         {&menu, "Menu", 10, 100, 90, 20, kLockNone, kNoPage},
         {&slider, "Slider", 10, 130, 90, 16, kLockNone, kNoPage},
         {&check, "Check", 10, 160, 90, 20, kLockNone, kNoPage, "Scale Up"},
     });
     CreateControl(timer, "Timer1");
-    panel.PanelCount(2);
     canvas.Paint = [this](Graphics& g) {
       ++paints;
       g.ForeColor = 0x112233;
@@ -70,10 +66,9 @@ class Board : public Window {
       dropped.push_back(items.FolderItem()->Path().string());
   }
 
-  PagePanel panel;
   Canvas canvas;
   Listbox list;
-  PushButton save, ok, first, second;
+  PushButton save, ok;
   PopupMenu menu;
   Slider slider;
   CheckBox check;
@@ -228,17 +223,6 @@ TEST_F(Widgets, ControlsFollowTheWindowByTheirLocks) {
   EXPECT_EQ(place(board.canvas), (Rect{10, 10, 100, 80}));
 }
 
-TEST_F(Widgets, OnlyTheControlsOfThePageInForceAreThere) {
-  int clicks = 0;
-  board.first.Action = [&] { ++clicks; };
-  board.second.Action = [&] { clicks += 100; };
-  board.panel.Value(1);
-  user::Click(board.first);  // the second one is in its place now
-  EXPECT_EQ(clicks, 100);
-  board.panel.Top(150);
-  EXPECT_EQ(board.first.Top(), 160);
-}
-
 TEST_F(Widgets, KeysThatNoControlUsesReachTheWindow) {
   board.SetFocus();
   // The tabs lead to a button, which leaves the arrows to the window.
@@ -338,71 +322,6 @@ TEST_F(Widgets, InputsRaiseWhatTheirContractSays) {
   EXPECT_EQ(changes, 4);
 }
 
-class Program : public Application {
- public:
-  Program() {
-    bar.Add({"FileMenu", nullptr, "File", "", false});
-    bar.Add({"FileNew", "FileMenu", "New/Clear Images", "Cmd+N", true});
-    bar.Add({"FileSave", "FileMenu", "Save & Go", "Cmd+S", false});
-    MenuBar(&bar);
-    AddMenuHandler("filenew", [this] {
-      ++chosen;
-      return false;
-    });
-    AddMenuHandler("FileSave", [this] {
-      chosen += 10;
-      return true;
-    });
-  }
-  void Event_EnableMenuItems() override { bar.Item("FileSave").Enabled(saves); }
-  platform::MenuBar bar;
-  int chosen = 0;
-  bool saves = false;
-};
-
-TEST_F(Widgets, MenusAreUpToDateAndTheirKeysWorkInEveryWindow) {
-  auto& program = static_cast<Program&>(*Application::Current());
-  auto& plain = New<Board>();
-  user::ChooseMenu("FileSave");
-  EXPECT_EQ(program.chosen, 0);
-  program.saves = true;
-  user::Key(plain, "Ctrl+S");  // the window carries no bar
-  EXPECT_EQ(program.chosen, 10);
-  plain.MenuBar(&program.bar);
-  EXPECT_EQ(plain.Height(), 300);
-  program.bar.Item("FileNew").Checked(true);
-  user::Key(plain, "Ctrl+N");
-  user::ChooseMenu("FileNew");
-  EXPECT_EQ(program.chosen, 12);
-  EXPECT_TRUE(program.bar.Item("FileNew").Checked());
-  EXPECT_FALSE(program.ChooseMenuItem("FileMenu"));
-  plain.MenuBar(nullptr);
-  EXPECT_THROW(program.bar.Item("nothing"), NilObjectException);
-  while (WindowCount() > 0) WindowAt(0).Close();
-}
-
-TEST_F(Widgets, AModalWindowHoldsItsCallerUntilItHides) {
-  class Modal : public Board {
-   public:
-    Modal() : Board({.width = 400, .height = 300, .visible = false, .frame = Frame::MovableModal}) {}
-  };
-  auto& modal = New<Modal>();
-  std::string order;
-  modal.ok.Action = [&] {
-    order += "ok ";
-    modal.Visible(false);
-  };
-  board.save.Action = [&] {
-    user::Later([&] { user::Click(modal.ok); });
-    modal.ShowModal();
-    order += "after";
-  };
-  user::Click(board.save);
-  EXPECT_EQ(order, "ok after");
-  EXPECT_FALSE(modal.Visible());
-  EXPECT_EQ(WindowCount(), 2);
-}
-
 TEST_F(Widgets, AFailureInAHandlerIsReportedOnce) {
   board.save.Action = [] { throw std::runtime_error("no such map"); };
   user::Click(board.save);
@@ -431,23 +350,11 @@ TEST_F(Widgets, TheCloseButtonAsksAndClosedWindowsLeaveTheListAtOnce) {
   user::CloseButton(board);
   EXPECT_EQ(board.closeQuestions, 1);
   EXPECT_EQ(WindowCount(), 1);
-  class Single : public SingletonWindow<Single> {
-   public:
-    Single() : SingletonWindow({.visible = false}) {}
-    int number = 0;
-  };
-  board.save.Action = [] {
-    Single::Instance().number = 7;
-    Single::Instance().Close();
-    EXPECT_EQ(WindowCount(), 1);
-    EXPECT_EQ(Single::Instance().number, 0);  // made anew
+  board.save.Action = [&] {
+    board.Close();  // its own end comes after the event
+    EXPECT_EQ(WindowCount(), 0);
   };
   user::Click(board.save);
-  EXPECT_EQ(WindowCount(), 2);
-  EXPECT_EQ(&Single::Instance(), &WindowAt(1));
-  board.save.Action = [&] { board.Close(); };  // its own end comes after the event
-  user::Click(board.save);
-  EXPECT_EQ(WindowCount(), 1);
 }
 
 }  // namespace
@@ -456,7 +363,7 @@ int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   ::testing::InitGoogleTest(&argc, argv);
   StartToolkit(argv);
-  Program program;  // the toolkit ends with it
+  Application program;  // the toolkit ends with it
   program.Open();
   return RUN_ALL_TESTS();
 }

@@ -156,17 +156,6 @@ TEST_F(LoaderTest, ARenamedClusterIsToldAndLoads) {
   EXPECT_EQ(messages.back(), "exception in update_cvTIF");
 }
 
-TEST_F(LoaderTest, AMapFileGivesNamesAndNoPixels) {
-  std::string bytes(9000, '\0');
-  for (int at : {1390, 1394, 1746, 1750, 2144, 2148, 2570, 2820, 4292, 4556}) bytes[static_cast<std::size_t>(at)] = 1;
-  bytes.replace(3072, 2, "Fe");
-  Drop({WriteBytes("scan.xray", bytes)});
-  CheckRow(0);
-  ASSERT_EQ(messages.size(), 2u);
-  EXPECT_EQ(messages[0], "Wrong TIFexist flags\nt-f \nscan\nFe");
-  ExpectQuitWithCode(3);
-}
-
 TEST_F(LoaderTest, OnePixelLoadsAndSmoothingItFails) {
   LoadCluster({"Al", "Fe"}, 1, 1, [](int species) { return Flat(100 + species); });
   EXPECT_TRUE(main().TIFready);
@@ -175,14 +164,6 @@ TEST_F(LoaderTest, OnePixelLoadsAndSmoothingItFails) {
   user::ChooseMenu("OptionsSmooth1");
   EXPECT_EQ(messages.size(), 1u);
   EXPECT_EQ(main().PPbuttons.Value(), Main::kPageNormal);
-}
-
-TEST_F(LoaderTest, EachSpeciesIsSeenWhileLoading) {
-  // What the canvas puts on the screen while another cluster of the size is loaded: one paint a species, and the last.
-  LoadThree(8, 8);
-  user::TakeRepaints(main().cvTIF);
-  LoadThree(8, 8);
-  EXPECT_GE(user::TakeRepaints(main().cvTIF).size(), 4u);
 }
 
 TEST_F(LoaderTest, CurveScaleAndReset) {

@@ -36,12 +36,6 @@ answer
 wait "$!"
 list_is empty
 
-step "no file that can be read: a message, nothing added"
-drop "$private/gone.tif" "$private" &
-answer
-wait "$!"
-list_is empty
-
 step "no file at all: refused"
 if "$VORNALITE_XDRIVER" drop Overview 300 300 >"$private/answer"; then fail "taken"; fi
 x ping Overview

@@ -13,30 +13,20 @@ leave_map
 keep_map bare
 map move 128 128
 map_changes bare
-keep_map circle
 
-step "Control"
-x keydown Control
-map_changes circle
-keep_map grown
-map_changes grown
-x keyup Control
-x ping "$main"
-keep_map large
-
-step "Option"
-x keydown Alt
-map_changes large
-keep_map shrunk
-map_changes shrunk
-x keyup Alt
-x ping "$main"
-keep_map small
-
-step "Shift"
-x keydown Shift
-map_changes small
-x keyup Shift
+# Control and Option go on changing the circle while they are down, Shift changes it once.
+for key in Control Alt Shift; do
+  step "$key"
+  keep_map before
+  x keydown "$key"
+  map_changes before
+  if [[ $key != Shift ]]; then
+    keep_map held
+    map_changes held
+  fi
+  x keyup "$key"
+  x ping "$main"
+done
 
 step "no trace of the circle is left"
 leave_map
