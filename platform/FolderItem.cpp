@@ -48,7 +48,7 @@ Ref<FolderItem> FolderItem::Parent() const {
 
 Ref<FolderItem> FolderItem::Child(const String& name) const {
   std::error_code error;
-  if (!fs::is_directory(path_, error)) ThrowNil("an item was asked of a folder that does not exist");
+  if (!fs::is_directory(path_, error)) ThrowNil(("The folder " + path_.string() + " does not exist.").c_str());
   // A name is a name: one that begins with a slash still lies in this folder.
   return MakeRef<FolderItem>(path_ / fs::path(name.Utf8()).relative_path());
 }
