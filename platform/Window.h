@@ -73,6 +73,8 @@ class Window {
 
   /// The control of that name (and index in a control array), or nullptr.
   Control* FindControl(const String& name, int index = 0) const;
+  /// All controls, in the order of their making.
+  const std::vector<Control*>& Controls() const { return controls_; }
 
   // Events. Each is dispatched inside one handler that reports an uncaught failure.
   virtual void Event_Open() {}
