@@ -39,7 +39,7 @@ double Now() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-/// Ends the program: a bench whose road is blocked measures nothing.
+/// Ends the program: a benchmark that cannot go on measures nothing.
 [[noreturn]] void Fail(const std::string& why) {
   std::fprintf(stderr, "windows_bench: %s\n", why.c_str());
   std::exit(1);

@@ -78,20 +78,22 @@ void ReportDifference(const Bitmap& shown, const Bitmap& wanted) {
                shown.height, wanted.width, wanted.height, count, x, y);
 }
 
-int CountFrames(XScreen& screen, Window window, const Place& inside, const std::string& end, double limit) {
-  int frames = 0;
-  Bitmap last;
-  const bool ended = WaitUntil(
+bool AwaitFrames(XScreen& screen, Window window, const Place& inside, int count, double limit) {
+  const auto shoot = [&] {
+    const Place place = PlaceOf(screen, window);
+    return Shoot(screen, {place.x + inside.x, place.y + inside.y, inside.width, inside.height});
+  };
+  Bitmap last = shoot();
+  std::puts("watching");
+  std::fflush(stdout);
+  return WaitUntil(
       [&] {
-        const bool over = TitleIs(screen.Title(window), end);  // asked first, so that the last picture counts
-        const Place place = PlaceOf(screen, window);
-        Bitmap now = Shoot(screen, {place.x + inside.x, place.y + inside.y, inside.width, inside.height});
-        if (now != last) ++frames;
+        Bitmap now = shoot();
+        if (now != last) --count;
         last = std::move(now);
-        return over;
+        return count <= 0;
       },
       limit, std::chrono::milliseconds(1));
-  return ended ? frames : -1;
 }
 
 }  // namespace xdriver

@@ -30,8 +30,8 @@ Bitmap ReadPng(const std::string& path);
 /// Tells on the error stream how a picture that was waited for differs from what is shown.
 void ReportDifference(const Bitmap& shown, const Bitmap& wanted);
 
-/// Counts how often the place in the window gets another picture until the window bears the title `end`; -1 if it
-/// does not within the limit in seconds.
-int CountFrames(XScreen& screen, Window window, const Place& inside, const std::string& end, double limit);
+/// Prints "watching", then waits until the picture in that part of the window has changed `count` times; false if it
+/// has not within the limit in seconds.
+bool AwaitFrames(XScreen& screen, Window window, const Place& inside, int count, double limit);
 
 }  // namespace xdriver

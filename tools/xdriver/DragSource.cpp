@@ -38,7 +38,7 @@ DragSource::DragSource(XScreen& screen, const std::vector<std::string>& files)
 bool DragSource::DragTo(Window target, int x, int y) {
   if (screen_.Numbers(target, "XdndAware").empty()) return false;
   XRaiseWindow(screen_.X(), target);
-  if (!WaitUntil([&] { return IsAt(target, x, y); }, 2)) throw Impossible("the window is not at that position");
+  AwaitOnTop(screen_, target, x, y);
   MakeWindow(x, y);
   TakePointer();
   const bool willing = Approach(target, x, y);
@@ -62,6 +62,19 @@ bool DragSource::DragTo(Window target, int x, int y) {
       },
       kLongestDrop);
   return finished && taken;
+}
+
+bool DragSource::Accepted(Window target, double limit) {
+  const Place place = PlaceOf(screen_, target);
+  const int x = place.x + place.width / 2, y = place.y + place.height / 2;
+  if (!window_) {
+    MakeWindow(x, y);
+    XSetSelectionOwner(screen_.X(), screen_.Named("XdndSelection"), window_, CurrentTime);
+  }
+  Enter(target);
+  const bool willing = Over(target, x, y, limit);
+  Tell(target, "XdndLeave", {});
+  return willing;
 }
 
 void DragSource::MakeWindow(int targetX, int targetY) {
@@ -94,36 +107,36 @@ void DragSource::TakePointer() {
 }
 
 bool DragSource::Approach(Window target, int x, int y) {
-  constexpr unsigned long kVersion = 5;
-  Tell(target, "XdndEnter",
-       {std::min(kVersion, screen_.Numbers(target, "XdndAware")[0]) << 24, screen_.Named("text/uri-list")});
+  constexpr double kLimit = 30;  // seconds
+  Enter(target);
   bool willing = false;
   for (const int away : {3, 1, 0}) {
     MoveTo(screen_, x - away, y);
-    Tell(target, "XdndPosition",
-         {0, static_cast<unsigned long>(x - away) << 16 | static_cast<unsigned long>(y), time_,
-          screen_.Named("XdndActionCopy")});
-    const bool answered = WaitFor(
-        [&](XEvent& event) {
-          if (!IsMessage(event, "XdndStatus")) return false;
-          willing = event.xclient.data.l[1] & 1;
-          return true;
-        },
-        10);
-    if (!answered) return false;
+    willing = Over(target, x - away, y, kLimit);
   }
   return willing;
 }
 
-bool DragSource::IsAt(Window target, int x, int y) {
-  for (Window at = screen_.Root(); at != 0;) {
-    if (at == target) return true;
-    int insideX, insideY;
-    Window child = 0;
-    if (!XTranslateCoordinates(screen_.X(), screen_.Root(), at, x, y, &insideX, &insideY, &child)) return false;
-    at = child;
-  }
-  return false;
+void DragSource::Enter(Window target) {
+  constexpr unsigned long kVersion = 5;
+  const auto aware = screen_.Numbers(target, "XdndAware");
+  if (aware.empty()) throw Impossible("the window takes no drops");
+  Tell(target, "XdndEnter", {std::min(kVersion, aware[0]) << 24, screen_.Named("text/uri-list")});
+}
+
+bool DragSource::Over(Window target, int x, int y, double limit) {
+  Tell(
+      target, "XdndPosition",
+      {0, static_cast<unsigned long>(x) << 16 | static_cast<unsigned long>(y), time_, screen_.Named("XdndActionCopy")});
+  bool willing = false;
+  WaitFor(
+      [&](XEvent& event) {
+        if (!IsMessage(event, "XdndStatus")) return false;
+        willing = event.xclient.data.l[1] & 1;
+        return true;
+      },
+      limit);
+  return willing;
 }
 
 void DragSource::Tell(Window target, const std::string& type, std::vector<unsigned long> data) {

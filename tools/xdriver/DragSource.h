@@ -16,9 +16,13 @@ class DragSource {
  public:
   DragSource(XScreen& screen, const std::vector<std::string>& files);
 
-  /// Drags to the position on the screen, which belongs to `target`, and drops there. True if the target took it;
+  /// Drags to the position on the screen, which shows `target`, and drops there. True if the target took it;
   /// throws Impossible if the position does not show the target or something else holds the pointer.
   bool DragTo(Window target, int x, int y);
+
+  /// Whether the target would accept the files now. Sends it the messages of a drag over its centre that leaves again;
+  /// the pointer stays where it is. False also if the target does not reply within the limit in seconds.
+  bool Accepted(Window target, double limit);
 
  private:
   void MakeWindow(int targetX, int targetY);
@@ -29,8 +33,10 @@ class DragSource {
   /// Enters the target and moves over it to the position; true if it would take the drop there.
   bool Approach(Window target, int x, int y);
 
-  /// Whether the position shows the target, or a frame around it with nothing else on top.
-  bool IsAt(Window target, int x, int y);
+  void Enter(Window target);
+
+  /// Reports the position of the drag to the target; true if it replies that it would take the drop there.
+  bool Over(Window target, int x, int y, double limit);
 
   void Tell(Window target, const std::string& type, std::vector<unsigned long> data);
   bool IsMessage(const XEvent& event, const std::string& type);

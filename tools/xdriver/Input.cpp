@@ -40,20 +40,6 @@ void KeepClicksApart(XScreen& screen, int x, int y) {
                     {now(), static_cast<unsigned long>(x), static_cast<unsigned long>(y)});
 }
 
-// Each step waits until the window has had it; a toolkit may pass over moves that come faster.
-void Drag(XScreen& screen, Window window, int x, int y, int x2, int y2, unsigned button) {
-  constexpr int kLongestStep = 6;  // pixels
-  const int steps = std::max(1, std::max(std::abs(x2 - x), std::abs(y2 - y)) / kLongestStep);
-  MoveTo(screen, x, y);
-  KeepClicksApart(screen, x, y);
-  Button(screen, button, true);
-  for (int i = 1; i <= steps; ++i) {
-    MoveTo(screen, x + (x2 - x) * i / steps, y + (y2 - y) * i / steps);
-    Ping(screen, window, 2);
-  }
-  Button(screen, button, false);
-}
-
 KeyPlace FindKey(XScreen& screen, const std::string& key) {
   static const std::map<std::string, const char*> kShort = {
       {"Control", "Control_L"}, {"Shift", "Shift_L"}, {"Alt", "Alt_L"}, {"Meta", "Super_L"}};

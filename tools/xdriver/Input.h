@@ -17,9 +17,6 @@ void Button(XScreen& screen, unsigned button, bool down);
 /// press of an earlier call.
 void KeepClicksApart(XScreen& screen, int x, int y);
 
-/// Presses the button at the first position on the screen, moves in steps and releases it at the second.
-void Drag(XScreen& screen, Window window, int x, int y, int x2, int y2, unsigned button);
-
 /// The key that bears the symbol, and whether it does so only together with Shift.
 struct KeyPlace {
   KeyCode code = 0;

@@ -39,6 +39,18 @@ Place PlaceOf(XScreen& screen, Window window) {
 
 namespace {
 
+/// Whether the position shows the window, or a frame around it with nothing else on top.
+bool IsOnTop(XScreen& screen, Window window, int x, int y) {
+  for (Window at = screen.Root(); at != 0;) {
+    if (at == window) return true;
+    int insideX, insideY;
+    Window child = 0;
+    if (!XTranslateCoordinates(screen.X(), screen.Root(), at, x, y, &insideX, &insideY, &child)) return false;
+    at = child;
+  }
+  return false;
+}
+
 /// Asks the window manager for something about the window.
 void AskManager(XScreen& screen, Window window, const std::string& type, const std::vector<unsigned long>& data) {
   screen.Send(screen.Root(), window, type, data, SubstructureRedirectMask | SubstructureNotifyMask);
@@ -46,10 +58,16 @@ void AskManager(XScreen& screen, Window window, const std::string& type, const s
 
 }  // namespace
 
+void AwaitOnTop(XScreen& screen, Window window, int x, int y) {
+  constexpr double kLimit = 10;  // seconds
+  if (!WaitUntil([&] { return IsOnTop(screen, window, x, y); }, kLimit))
+    throw Impossible("the window is not on top at that position");
+}
+
 bool Activate(XScreen& screen, Window window) {
   AskManager(screen, window, "_NET_ACTIVE_WINDOW", {2, CurrentTime, 0});
   return WaitUntil(
-      [&] { return screen.Numbers(screen.Root(), "_NET_ACTIVE_WINDOW") == std::vector<unsigned long>{window}; }, 5);
+      [&] { return screen.Numbers(screen.Root(), "_NET_ACTIVE_WINDOW") == std::vector<unsigned long>{window}; }, 30);
 }
 
 // The window manager keeps the content where it is told, whatever the frame around it.
@@ -63,22 +81,29 @@ bool Put(XScreen& screen, Window window, int x, int y) {
         const Place place = PlaceOf(screen, window);
         return place.x == x && place.y == y;
       },
-      5);
+      30);
 }
 
-// One ping may be answered while input that came with it still waits; at the second answer that has been handled.
 bool Ping(XScreen& screen, Window window, double limit) {
   XSelectInput(screen.X(), screen.Root(), StructureNotifyMask | SubstructureNotifyMask);
-  const auto start = static_cast<unsigned long>(Clock::now().time_since_epoch().count()) & 0x3FFFFFFF;
-  for (unsigned long stamp = start; stamp < start + 2; ++stamp) {
-    screen.Send(window, window, "WM_PROTOCOLS", {screen.Named("_NET_WM_PING"), stamp, window});
-    const auto answered = [&](XEvent& event) {
-      return event.type == ClientMessage && event.xclient.message_type == screen.Named("WM_PROTOCOLS") &&
-             event.xclient.window == screen.Root() && static_cast<unsigned long>(event.xclient.data.l[1]) == stamp;
-    };
-    if (!screen.WaitForEvent(answered, limit)) return false;
-  }
-  return true;
+  const auto stamp = static_cast<unsigned long>(Clock::now().time_since_epoch().count()) & 0x3FFFFFFF;
+  screen.Send(window, window, "WM_PROTOCOLS", {screen.Named("_NET_WM_PING"), stamp, window});
+  const auto answered = [&](XEvent& event) {
+    return event.type == ClientMessage && event.xclient.message_type == screen.Named("WM_PROTOCOLS") &&
+           event.xclient.window == screen.Root() && static_cast<unsigned long>(event.xclient.data.l[1]) == stamp;
+  };
+  return screen.WaitForEvent(answered, limit);
+}
+
+// The window manager replies to a question about the frame of a window that is not on the screen by setting a property.
+bool AwaitManager(XScreen& screen, double limit) {
+  const Window window = XCreateSimpleWindow(screen.X(), screen.Root(), 0, 0, 1, 1, 0, 0, 0);
+  XSelectInput(screen.X(), window, PropertyChangeMask);
+  AskManager(screen, window, "_NET_REQUEST_FRAME_EXTENTS", {});
+  const auto answered = [&](XEvent& event) { return event.type == PropertyNotify && event.xproperty.window == window; };
+  const bool handled = screen.WaitForEvent(answered, limit);
+  XDestroyWindow(screen.X(), window);
+  return handled;
 }
 
 }  // namespace xdriver

@@ -22,14 +22,20 @@ Window NeedWindow(XScreen& screen, const std::string& title);
 /// Throws Impossible if the window has vanished.
 Place PlaceOf(XScreen& screen, Window window);
 
+/// Waits until the position on the screen shows the window; throws Impossible if it does not.
+void AwaitOnTop(XScreen& screen, Window window, int x, int y);
+
 /// Has the window manager give the window the keyboard; false if it did not.
 bool Activate(XScreen& screen, Window window);
 
 /// Has the window manager put the content of the window there on the screen; false if it did not.
 bool Put(XScreen& screen, Window window, int x, int y);
 
-/// Waits until the program has handled all earlier input to the window; false if it has not within the limit in
-/// seconds for each answer.
+/// Asks the program whether it is alive, as window managers do; false if it does not reply within the limit in seconds.
+/// A program that handles events in between also replies in the midst of its work.
 bool Ping(XScreen& screen, Window window, double limit);
+
+/// Waits until the window manager has handled all earlier events; false if it has not within the limit in seconds.
+bool AwaitManager(XScreen& screen, double limit);
 
 }  // namespace xdriver

@@ -27,12 +27,14 @@ constexpr const char* kUsage = R"(xdriver ACTION...
   geometry TITLE                        x y width height of its content on the screen
   raise | activate | close TITLE        close as its frame's button does
   place TITLE X Y                       puts its content there on the screen
-  ping TITLE [SECONDS]                  until the program has handled all earlier input
+  idle TITLE [SECONDS]                  until the program and the window manager have handled all earlier input, all
+                                        that changed is on the screen, and no work goes on; TITLE names a
+                                        window that takes files except while work goes on. With 0 SECONDS asks once.
+  ping TITLE [SECONDS]                  until the program replies that it is alive, as it does also during work
   move TITLE X Y                        the pointer
   click TITLE X Y [BUTTON [COUNT]]      COUNT 2 is a double click; two calls never make one
   press TITLE X Y [BUTTON]              and hold
   release [BUTTON]                      where the pointer is
-  drag TITLE X Y X2 Y2 [BUTTON]         press, move in steps, release
   key COMBINATION...                    such as s, Return, Control+Shift+s
   keydown | keyup KEY
   drop [--mods A+B] TITLE X Y FILE...   a real drag of the files from a window of our own
@@ -41,8 +43,8 @@ constexpr const char* kUsage = R"(xdriver ACTION...
                                         size and with fewer colours, for a small file
   shows TITLE X Y PICTURE [SECONDS]     until the window shows exactly the picture of that PNG file there
   differs TITLE X Y PICTURE [SECONDS]   until it does not
-  frames TITLE X Y WIDTH HEIGHT END [SECONDS]
-                                        counts the pictures that follow one another there until the title is END
+  frames TITLE X Y WIDTH HEIGHT COUNT [SECONDS]
+                                        prints "watching"; until the picture there has changed that often
 TITLE is the whole title, "/" and a regular expression for all of it, the number of a window (0x...), or "root" for
 the screen.
 Ends with 0 when done, 1 when refused or not within the limit, 2 when it cannot be tried.
@@ -81,6 +83,34 @@ Target ReadTarget(XScreen& screen, Words& words) {
   return target;
 }
 
+/// Reads TITLE X Y for the pointer: the window must be on top there.
+Target ReadPointed(XScreen& screen, Words& words) {
+  const Target target = ReadTarget(screen, words);
+  AwaitOnTop(screen, target.window, target.x, target.y);
+  return target;
+}
+
+// While the program works it refuses files, even where it lets the toolkit handle events in between. A drag that it
+// accepts has therefore come through its own event loop, after all earlier events. What that loop still had to do then
+// is done at the second acceptance, also for windows that the manager shows in between; the third comes after the
+// repaint of these. An exposed pixel makes the toolkit paint at once whatever it had put off.
+bool AwaitIdle(XScreen& screen, Window window, double limit) {
+  constexpr int kRounds = 3;
+  constexpr double kReply = 60;  // seconds
+  DragSource source(screen, {"any.tif"});
+  return WaitUntil(
+      [&] {
+        for (int round = 0; round < kRounds; ++round) {
+          if (!AwaitManager(screen, kReply)) throw Impossible("the window manager does not reply");
+          for (const Window shown : screen.Numbers(screen.Root(), "_NET_CLIENT_LIST"))
+            XClearArea(screen.X(), shown, 0, 0, 1, 1, True);
+          if (!source.Accepted(window, kReply)) return false;
+        }
+        return true;
+      },
+      limit);
+}
+
 void List(XScreen& screen) {
   for (const Window window : screen.Numbers(screen.Root(), "_NET_CLIENT_LIST_STACKING")) {
     const Place place = PlaceOf(screen, window);
@@ -105,7 +135,7 @@ bool DropFiles(XScreen& screen, Words& words) {
 
 /// Does the action; false if it was refused or did not come about within its limit.
 bool Act(XScreen& screen, const std::string& action, Words& words) {
-  constexpr int kLimit = 10;  // seconds, where the call names none
+  constexpr int kLimit = 30;  // seconds, where the call names none
   if (action == "list") {
     List(screen);
   } else if (action == "wait" || action == "gone") {
@@ -134,14 +164,17 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
   } else if (action == "close") {
     const Window window = NeedWindow(screen, words.Text());
     screen.Send(window, window, "WM_PROTOCOLS", {screen.Named("WM_DELETE_WINDOW"), CurrentTime});
+  } else if (action == "idle") {
+    const Window window = NeedWindow(screen, words.Text());
+    return AwaitIdle(screen, window, words.Number(kLimit));
   } else if (action == "ping") {
     const Window window = NeedWindow(screen, words.Text());
     return Ping(screen, window, words.Number(kLimit));
   } else if (action == "move") {
-    const Target target = ReadTarget(screen, words);
+    const Target target = ReadPointed(screen, words);
     MoveTo(screen, target.x, target.y);
   } else if (action == "click") {
-    const Target target = ReadTarget(screen, words);
+    const Target target = ReadPointed(screen, words);
     const auto button = static_cast<unsigned>(words.Number(1));
     MoveTo(screen, target.x, target.y);
     KeepClicksApart(screen, target.x, target.y);
@@ -150,17 +183,12 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
       Button(screen, button, false);
     }
   } else if (action == "press") {
-    const Target target = ReadTarget(screen, words);
+    const Target target = ReadPointed(screen, words);
     MoveTo(screen, target.x, target.y);
     KeepClicksApart(screen, target.x, target.y);
     Button(screen, static_cast<unsigned>(words.Number(1)), true);
   } else if (action == "release") {
     Button(screen, static_cast<unsigned>(words.Number(1)), false);
-  } else if (action == "drag") {
-    const Target from = ReadTarget(screen, words);
-    const Place place = PlaceOf(screen, from.window);
-    const int x = place.x + words.Number(), y = place.y + words.Number();
-    Drag(screen, from.window, from.x, from.y, x, y, static_cast<unsigned>(words.Number(1)));
   } else if (action == "key") {
     for (const std::string& combination : words.Rest()) PressCombination(screen, combination);
   } else if (action == "keydown" || action == "keyup") {
@@ -197,10 +225,8 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
     const Window window = NeedWindow(screen, words.Text());
     Place inside;
     for (int* number : {&inside.x, &inside.y, &inside.width, &inside.height}) *number = words.Number();
-    const std::string end = words.Text();
-    const int frames = CountFrames(screen, window, inside, end, words.Number(kLimit));
-    std::printf("%d\n", frames);
-    return frames >= 0;
+    const int count = words.Number();
+    return AwaitFrames(screen, window, inside, count, words.Number(kLimit));
   } else {
     throw Impossible(std::string("no such action\n") + kUsage);
   }

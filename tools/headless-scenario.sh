@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# headless-road.sh BINARY FOLDER: goes with the samples through the whole program as a person would, on the present
-# display, and leaves pictures of the windows in the folder and what the program saved in its folder `saved`. Tells
-# each step; ends with 1 when something is not as it should be. The guide's pictures are made by
+# headless-scenario.sh BINARY FOLDER: uses the whole program with the samples as a person would, on the present display,
+# and leaves pictures of the windows in the folder and what the program saved in its folder `saved`. Prints each step;
+# ends with status 1 when something is not as it should be. The guide's pictures are made by
 #   env -u DISPLAY ./run && cp out/{main,overview,drawing,composite,desktop}.png docs/pictures/
 set -euo pipefail
 binary=$(readlink -f "$1")
 mkdir -p "$2"
 out=$(readlink -f "$2")
 rm -rf "$out"/*.png "$out/saved"
-# shellcheck source=tools/road-steps.sh
-. "$(dirname "$(readlink -f "$0")")/road-steps.sh"
+# shellcheck source=tools/scenario-steps.sh
+. "$(dirname "$(readlink -f "$0")")/scenario-steps.sh"
 
 start "$binary" "$out/saved"
 step "drop a cluster of eight maps"
@@ -23,24 +23,23 @@ x shot "$main" "$out/main-raw.png"
 
 step "smooth twice"
 keep_map raw
-smooth Control+2
+press Control+2
 map_changes raw
 keep_map smoothed
 
 step "choose a colour table"
 open_menu "$main" c
 x shot root "$out/colors.png" 0 0 980 600
-x key Escape
-x ping "$main"
+press Escape
 menu "$main" c
 map_changes smoothed
 menu "$main" c Down Down Down Down Down Down Down Down Down Down
 map_shows "$private/smoothed.png"
 
 step "go through the species with the arrow keys"
-x key Down
+press Down
 map_changes smoothed
-x key Up
+press Up
 map_shows "$private/smoothed.png"
 
 step "circles as the cursor"
@@ -54,17 +53,15 @@ map_shows "$private/smoothed.png"
 step "drop three more clusters"
 x activate Overview
 for cluster in garnet_B tracer counts16; do drop "$samples/$cluster"/*; done
-x ping Overview
 x shot Overview "$out/overview.png"
 x place Overview 968 20
+idle
 
 step "show all species"
 x activate "$main"
 push PB_AllSpecies
 species=(Al Ca Fe K Mg Mn Si Ti)
 for name in "${species[@]}"; do
-  x wait "$name (sm2)" >"$private/number"
-  x ping "$name (sm2)"
   x shot "$name (sm2)" "$private/$name.png"
 done
 
@@ -76,25 +73,19 @@ for name in "${species[@]}"; do x differs "$name (sm2)" 0 0 "$private/$name.png"
 step "click marks by press and drag"
 leave_map
 keep list "$main" 20 423 574 114
-map drag 66 150 138 150
+drag_over_map 66,150 90,150 114,150 138,150
 x differs "$main" 20 $((bar + 423)) "$private/list.png"
 leave_map
 
 step "draw a line and undo another"
 keep_map undrawn
 push PBdraw
-map press 40 110
-for to in 48,78 70,56 100,46 130,58 150,84 162,116 158,150 140,172 110,182 80,176 56,156 40,110; do
-  map move ${to/,/ }
-  x ping "$main"
-done
-x release
-x ping "$main"
+drag_over_map 40,110 48,78 70,56 100,46 130,58 150,84 162,116 158,150 140,172 110,182 80,176 56,156 40,110
 keep_map drawn
-map drag 20 220 240 230
+drag_over_map 20,220 130,225 240,230
 map_changes drawn
 x shot "$main" "$out/drawing.png"
-x key Control+z
+press Control+z
 leave_map
 map_shows "$private/drawn.png"
 push PBundraw
@@ -105,13 +96,13 @@ step "mix three species in RGB, then in CMY"
 push PB_RGB
 composite=$(x wait "RGB Composite Image")
 x place "$composite" 1296 130
-x ping "$composite"
+idle
 x shot "$composite" "$private/mix.png"
 choose "$composite" 65 61 Down Down            # red: Fe
 choose "$composite" 65 89 Down Down Down       # green: Mg
 choose "$composite" 65 117 Up                  # blue: Ca
 x click "$composite" 27 $((bar + 149))         # scale up
-x ping "$composite"
+idle
 x differs "$composite" 0 0 "$private/mix.png"
 x shot "$composite" "$out/composite.png"
 x shot root "$out/desktop-full.png"
@@ -120,7 +111,6 @@ keep rgb "$composite" 20 195 256 256
 
 choose "$composite" 65 24 Down
 x wait "CMY Composite Image" >"$private/number"
-x ping "$composite"
 x differs "$composite" 20 $((bar + 195)) "$private/rgb.png"
 x shot "$composite" "$out/composite-cmy.png"
 
@@ -148,7 +138,6 @@ map_shows "$private/drawn.png"
 step "About"
 menu "$main" w Up
 x wait "About..." >"$private/number"
-x ping "About..."
 x shot "About..." "$out/about.png"
 x close "About..."
 x gone "About..."

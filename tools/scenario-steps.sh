@@ -1,6 +1,8 @@
 # shellcheck shell=bash disable=SC2034
-# What the roads share: starting the program, finding its windows and controls, waiting for what a step must bring
-# about. VORNALITE_XDRIVER holds the path of the driver (tools/xdriver). Nothing here sleeps; every wait has a limit.
+# What the scenarios share: starting the program, its windows and controls, and waiting. VORNALITE_XDRIVER holds the
+# path of the driver (tools/xdriver). Every wait is for something that can be observed, and has a limit. After an action
+# a step waits with `idle` until the program has done all that it does in response, or with `map_changes` and the like
+# for what comes later, as by a timer.
 
 : "${VORNALITE_XDRIVER:?is not set}"
 samples=$(readlink -f "$(dirname "${BASH_SOURCE[0]}")/../samples")
@@ -15,6 +17,10 @@ x() {
     return 1
   }
 }
+# idle: waits until the program has handled all earlier input and shows the result.
+idle() { x idle Overview 120; }
+# busy: whether the program is at work.
+busy() { ! "$VORNALITE_XDRIVER" idle Overview 0; }
 step() { echo "  $*"; }
 fail() {
   echo "failed: $*" >&2
@@ -43,6 +49,7 @@ start() {
   HOME=$private/home XDG_CONFIG_HOME=$private/home/.config "$1" 2>"$private/messages" &
   program=$!
   x wait Overview >"$private/number"
+  idle
   local height
   read -r _ _ _ height < <(x geometry Overview)
   bar=$((height - 474))
@@ -62,24 +69,24 @@ drop() {
   local keys=()
   [[ $1 != --mods ]] || keys=("$1" "$2")
   x drop "${keys[@]}" Overview 300 $((bar + 300)) "${@:1 + ${#keys[@]}}" >"$private/answer"
+  idle
 }
 
 # check ROW: the check box of a row, which loads its cluster or, if it is shown, hides it.
 check() {
   x click Overview 31 $((bar + 43 + 20 * $1))
-  x ping Overview
+  idle
 }
 
-# load ROW: checks it and waits until its cluster is there. The title of Main then is two numbers or more.
+# load ROW: checks it; its cluster is loaded then. The title of Main is two numbers or more.
 load() {
   check "$1"
-  main=$(x wait '/[0-9]+(  [0-9]+)+' 60)
-  x ping "$main"
+  main=$(x wait '/[0-9]+(  [0-9]+)+')
 }
 
 # Main
 
-# Middles of controls, in the content of the window of its smallest height.
+# Centres of controls, in the content of the window of its smallest height.
 declare -A spot=([PB_RGB]="910 333" [PB_SaveImage]="910 388" [BBcursorArrow]="159 337" [BBcursorX]="182 337"
   [BBcursorCircles]="205 337" [CB_ShowDrawing]="263 359" [CB_ScaleUp]="42 329" [PBdraw]="294 330" [PBundraw]="294 330" [PBdrawUndo]="60 330"
   [PB_AllSpecies]="518 330" [PB_SpeciesClose]="518 388")
@@ -88,52 +95,51 @@ push() {
   local at
   read -ra at <<<"${spot[$1]}"
   x click "$main" "${at[0]}" $((at[1] + bar))
-  x ping "$main"
+  idle
 }
 
-# map ACTION X Y ...: an action of the pointer at a place on the canvas of Main, which lies at 60, 14.
+# map ACTION X Y: an action of the pointer at a position on the canvas of Main, which lies at 60, 14.
 map() {
-  local action=$1 at=() number
-  shift
-  for number in "$@"; do at+=($((number + (${#at[@]} % 2 ? bar + 14 : 60)))); done
-  x "$action" "$main" "${at[@]}"
+  x "$1" "$main" $(($2 + 60)) $(($3 + bar + 14))
+  idle
+}
+
+# drag_over_map X,Y X,Y ...: presses the button at the first position on the canvas, moves to the others, releases it.
+drag_over_map() {
+  local to
+  map press "${1%,*}" "${1#*,}"
+  for to in "${@:2}"; do map move "${to%,*}" "${to#*,}"; done
+  x release
+  idle
 }
 
 # Off the map, so that no cursor marks it.
-leave_map() { x move "$main" 700 $((bar + 150)) && x ping "$main"; }
+leave_map() { x move "$main" 700 $((bar + 150)) && idle; }
+
+# press KEY...: presses and releases keys, or combinations of them, one after the other.
+press() { x key "$@" && idle; }
 
 # menu WINDOW LETTER KEY...: opens a menu by its underlined letter, goes with the keys from the first entry to another.
 menu() {
   open_menu "$1" "$2"
-  x key "${@:3}" Return
-  x ping "$1"
+  press "${@:3}" Return
 }
 
 open_menu() {
   x activate "$1"
-  x key "Alt+$2"
-  x ping "$1"
-}
-
-# smooth KEY: smooths by a shortcut; the buttons come back when all species are done.
-smooth() {
-  keep buttons "$main" 0 298 970 116
-  x key "$1"
-  x ping "$main"
-  x shows "$main" 0 $((bar + 298)) "$private/buttons.png"
+  press "Alt+$2"
 }
 
 # choose WINDOW X Y KEY...: opens the popup menu there and goes with the keys to another entry.
 choose() {
   x click "$1" "$2" $((bar + $3))
-  x ping "$1"
-  x key "${@:4}" Return
-  x ping "$1"
+  idle
+  press "${@:4}" Return
 }
 
 # Pictures
 
-# keep NAME WINDOW [X Y WIDTH HEIGHT]: notes what is shown in the content of a window.
+# keep NAME WINDOW [X Y WIDTH HEIGHT]: keeps a picture of what is shown in the content of a window.
 keep() {
   local name=$1 window=$2
   shift 2
@@ -149,9 +155,9 @@ map_shows() { x shows "$main" 60 $((bar + 14)) "$1"; }
 
 # file_comes FILE: waits for a file.
 file_comes() {
-  local end=$((SECONDS + 10))
+  local end=$((SECONDS + 30))
   until [[ -f $1 ]]; do
     ((SECONDS < end)) || fail "no file $1"
-    x ping "$main"
+    idle
   done
 }

@@ -2,8 +2,8 @@
 # Keys held over the map: Control makes the circle grow and Option shrink as long as they are down, Shift changes its
 # colour; the pointer does not move.
 set -euo pipefail
-# shellcheck source=tools/road-steps.sh
-. "$(dirname "$0")/../../tools/road-steps.sh"
+# shellcheck source=tools/scenario-steps.sh
+. "$(dirname "$0")/../../tools/scenario-steps.sh"
 
 start "$1" "$private/saved"
 drop "$samples"/garnet_A/*
@@ -25,7 +25,7 @@ for key in Control Alt Shift; do
     map_changes held
   fi
   x keyup "$key"
-  x ping "$main"
+  idle
 done
 
 step "no trace of the circle is left"

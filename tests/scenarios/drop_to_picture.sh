@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # From files dragged out of another process to the pixels of the canvas: they are what the arithmetic says.
 set -euo pipefail
-# shellcheck source=tools/road-steps.sh
-. "$(dirname "$0")/../../tools/road-steps.sh"
+# shellcheck source=tools/scenario-steps.sh
+. "$(dirname "$0")/../../tools/scenario-steps.sh"
 
 # map_is TABLE LEVEL FILE: the canvas shows the file in that colour table, smoothed to that level.
 map_is() {
@@ -17,9 +17,9 @@ drop "$samples"/counts16/*
 step "8 bits, another species, smoothed, another table"
 load 0
 map_is 10 0 "$samples/garnet_A/garnet_A_Al.tif"
-x key Down
+press Down
 map_is 10 0 "$samples/garnet_A/garnet_A_Ca.tif"
-smooth Control+3
+press Control+3
 map_is 10 3 "$samples/garnet_A/garnet_A_Ca.tif"
 menu "$main" c Down
 map_is 1 3 "$samples/garnet_A/garnet_A_Ca.tif"
@@ -34,8 +34,8 @@ step "16 bits, smoothed as the cluster before; raw"
 x activate Overview
 load 1
 x activate "$main"
-x key Down
+press Down
 chromium="$samples/counts16/alloy Cr counts.tif"
 map_is 1 3 "$chromium"
-smooth Control+0
+press Control+0
 map_is 1 0 "$chromium"

@@ -2,8 +2,8 @@
 # package.sh BINARY BUILD: makes the Debian package of the build folder, unpacks it into a root of its own, and starts the
 # program from there.
 set -euo pipefail
-# shellcheck source=tools/road-steps.sh
-. "$(dirname "$0")/../../tools/road-steps.sh"
+# shellcheck source=tools/scenario-steps.sh
+. "$(dirname "$0")/../../tools/scenario-steps.sh"
 
 step "the package names what it needs at run time"
 (cd "$2" && cpack -G DEB -B "$private/package" >"$private/cpack" 2>&1) || { cat "$private/cpack" >&2; fail "cpack"; }

@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
 # Drops that are not plain: kinds that do not go together, files that cannot be read, no files, odd names, held keys.
 set -euo pipefail
-# shellcheck source=tools/road-steps.sh
-. "$(dirname "$0")/../../tools/road-steps.sh"
+# shellcheck source=tools/scenario-steps.sh
+. "$(dirname "$0")/../../tools/scenario-steps.sh"
 
 keep_list() { keep "$1" Overview 20 14 590 408; }
 list_is() { x shows Overview 20 $((bar + 14)) "$private/$1.png"; }
 list_changes() { x differs Overview 20 $((bar + 14)) "$private/$1.png"; }
 
 # answer: a message is on the screen; it goes away with the key of its button.
-answer() {
+answer() { # not with `idle`: while the message is open, no files are taken
   x wait Vornalite >"$private/number"
   x activate Vornalite
   x key Return
@@ -19,10 +19,9 @@ answer() {
 # delete_all: removes all rows.
 delete_all() {
   x activate Overview
-  x key Control+a
-  x ping Overview
+  press Control+a
   x click Overview 80 $((bar + 444))
-  x ping Overview
+  idle
 }
 
 start "$1" "$private/saved"
@@ -38,7 +37,7 @@ list_is empty
 
 step "no file at all: refused"
 if "$VORNALITE_XDRIVER" drop Overview 300 300 >"$private/answer"; then fail "taken"; fi
-x ping Overview
+idle
 list_is empty
 
 step "files that cannot be read are passed over"

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # The windows of all species stand in rows from the bottom left of the usable screen, none on another or its title bar.
 set -euo pipefail
-# shellcheck source=tools/road-steps.sh
-. "$(dirname "$0")/../../tools/road-steps.sh"
+# shellcheck source=tools/scenario-steps.sh
+. "$(dirname "$0")/../../tools/scenario-steps.sh"
 
 start "$1" "$private/saved"
 drop "$samples"/garnet_A/*
