@@ -2,6 +2,8 @@
 # The Debian packages that Vornalite needs, in one place. `packages.sh build` installs what building needs and is
 # missing, `packages.sh build test` also what the tests and a run without a display need.
 set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+. tools/steps.sh
 
 # shellcheck disable=SC2034  # the sets are read by name below
 build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-dev libdeflate-dev libgraphicsmagick1-dev
@@ -26,19 +28,17 @@ done
 
 as_root=()
 if [[ $(id -u) -ne 0 ]]; then
-  if ! command -v sudo >/dev/null; then
-    echo "Vornalite: as root, run: apt-get install ${missing[*]}" >&2
+  if ! command -v sudo >/dev/null || ! sudo true; then
+    say "this user may not install packages; as root, run: apt-get install ${missing[*]}" >&2
     exit 1
   fi
   as_root=(sudo)
 fi
-apt() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 "$@" </dev/null; }
-
-echo "Vornalite: installing ${missing[*]}"
-log=$(mktemp)
-trap 'rm -f "$log"' EXIT
-{ apt update && apt install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1 || {
-  tail -n 20 "$log" >&2
-  echo "Vornalite: installing failed" >&2
-  exit 1
+apt() {
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get -qq -o Dpkg::Use-Pty=0 -o APT::Status-Fd=1 "$@"
 }
+
+say "missing packages: ${missing[*]}"
+quietly "updating the list of packages" apt update
+quietly "installing packages" apt install -y --no-install-recommends "${missing[@]}"

@@ -1,14 +1,42 @@
 # shellcheck shell=bash
-# What ./run and ./test share; they source it after changing into the repository's folder.
+# What the commands share; they source it after changing into the repository's folder.
 
 say() { echo "Vornalite: $*"; }
 
-# Runs a command without its output; if it fails, shows the end of that output.
+# Reads the output of ninja or of apt-get (with APT::Status-Fd=1) and shows how far it is: on a terminal in one line that
+# counts, elsewhere in a line for every fifth. Copies all that it reads to the file.
+show_progress() { # WHAT FILE
+  local what=$1 line part='' of percent shown=0
+  [[ ! -t 1 ]] || printf 'Vornalite: %s' "$what"
+  while IFS= read -r line; do
+    printf '%s\n' "$line" >&3
+    if [[ $line =~ ^\[([0-9]+)/([0-9]+)\] ]]; then
+      of=${BASH_REMATCH[2]} percent=$((100 * BASH_REMATCH[1] / BASH_REMATCH[2]))
+    elif [[ $line =~ ^(dl|pm)status:[^[:space:]]*:([0-9]+)\.[0-9]+: ]]; then
+      of=${BASH_REMATCH[1]} percent=${BASH_REMATCH[2]}
+      [[ $of == dl ]] && what="$1 (download)" || what=$1
+    else
+      continue
+    fi
+    [[ $of == "$part" ]] || part=$of shown=0
+    if [[ -t 1 ]]; then
+      printf '\r\e[KVornalite: %s, %d %%' "$what" "$percent"
+    elif ((percent / 20 > shown / 20)); then
+      say "$what, $percent %"
+      shown=$percent
+    fi
+  done 3>"$2"
+  [[ ! -t 1 ]] || echo
+}
+
+# quietly WHAT COMMAND...: runs a command and shows its progress; if it fails, shows the end of its output.
 quietly() {
-  local log
+  local what=$1 log
+  shift
   mkdir -p build
   log=$(mktemp build/log.XXXXXX)
-  if "$@" >"$log" 2>&1 </dev/null; then
+  [[ -t 1 ]] || say "$what"
+  if "$@" 2>&1 </dev/null | show_progress "$what" "$log"; then
     rm -f "$log"
   else
     grep -E 'error|Error|FAILED' "$log" | head -n 20 >&2 || true
@@ -23,8 +51,8 @@ quietly() {
 configure() {
   local cache=build/$1/CMakeCache.txt
   if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "$cache"; then
-    quietly cmake --preset "$1" --fresh
+    quietly "configuring" cmake --preset "$1" --fresh
   else
-    quietly cmake --preset "$1"
+    quietly "configuring" cmake --preset "$1"
   fi
 }
