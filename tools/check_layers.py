@@ -16,7 +16,7 @@ ROOMS = ["catalogue", "stack", "mainwindow", "composite", "output"]
 # Where the toolkit and the decoders may be named (benches compare with both), and X11, which the tests' own driver speaks; it keeps what it sees on
 # the screen by libpng and so owes nothing to the readers that it helps to test.
 TOOLKIT = re.compile(r"^(Q[A-Za-z]|qt?[a-z]*\.h|private/q|qpa/|tiff|png|magick/|Magick\+\+|wand/|xcb/)")
-TOOLKIT_FOLDERS = ("platform/", "tests/platform/", "bench/")
+TOOLKIT_FOLDERS = ("platform/", "tests/platform/", "tests/support/", "bench/")
 X11 = re.compile(r"^X11/")
 X11_FOLDERS = ("platform/qt/", "tools/xdriver/")
 DRIVER = {"tools/xdriver/Bitmap.cpp": "png.h"}

@@ -1,0 +1,44 @@
+// The linked cursor over all maps, click marks, held keys, and the pointers.
+
+#include "tests/support/Story.h"
+
+using namespace platform;
+
+class CursorStory : public Story {};
+
+TEST_F(CursorStory, TheCursorRunsOverAllMaps) {
+  LoadThree(60, 48);
+  OpenEverything();
+  Stop("all maps are open");
+  user::MouseMove(main().cvTIF, 30, 20);
+  Stop("the pointer comes in: an arrow, and small crosses elsewhere");
+  user::MouseMove(main().cvTIF, 31, 22);
+  Stop("it moves");
+  user::MousePress(main().cvTIF, 10, 5);
+  Stop("a press marks the levels at 10,5");
+  user::MouseDragTo(main().cvTIF, 11, 5);
+  user::MouseDragTo(main().cvTIF, 12, 5);
+  user::MouseDragTo(main().cvTIF, 500, 5);
+  Stop("a drag marks 11,5, one step behind; outside nothing is marked");
+  user::MouseRelease(main().cvTIF, 500, 5);
+  Stop("the release wipes the crosses");
+  user::MouseMove(main().cvTIF, 12, 6);
+  user::MouseLeave(main().cvTIF);
+  Stop("the pointer has left");
+  user::Click(main().BBcursorX);
+  user::MouseMove(main().cvTIF, 20, 20);
+  Stop("the X style");
+  user::MouseLeave(main().cvTIF);
+  user::Click(main().BBcursorCircles);
+  Globals::fCursorSize = 9;
+  user::MouseMove(main().cvTIF, 40, 24);
+  Stop("circles");
+  user::MouseLeave(main().cvTIF);
+  user::ChooseMenu("Window200");
+  user::MouseMove(main().cvTIF, 41, 31);
+  Stop("at 200 % the pixel is 20,15");
+  user::MouseLeave(main().cvTIF);
+  user::Activate(overview());
+  user::MouseMove(main().cvTIF, 50, 50);
+  Stop("an inactive Main lets the mouse pass");
+}

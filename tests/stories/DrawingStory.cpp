@@ -1,0 +1,88 @@
+// Drawing on all maps, and the colour picker.
+
+#include "mainwindow/WindowSelectColor.h"
+#include "tests/support/Story.h"
+
+using namespace platform;
+
+class DrawingStory : public Story {
+ protected:
+  void Stroke(int x1, int y1, int x2, int y2) {
+    user::MousePress(main().cvTIF, x1, y1);
+    user::MouseDragTo(main().cvTIF, x2, y2);
+    user::MouseRelease(main().cvTIF, x2, y2);
+  }
+  /// Opens the picker and acts in it.
+  void Pick(const std::function<void(WindowSelectColor&)>& act) {
+    auto& picker = WindowSelectColor::Instance();
+    std::function<void()> whenShown = [&] {
+      if (!picker.Visible()) return user::Post(whenShown);
+      user::ProcessEvents();
+      act(picker);
+    };
+    user::Post(whenShown);
+    user::Click(main().BB_sel_color);
+    EXPECT_FALSE(picker.Visible());
+  }
+};
+
+TEST_F(DrawingStory, LinesLieOverAllMaps) {
+  LoadThree(40, 30);
+  OpenEverything();
+  user::Click(main().PBdraw);
+  Stop("the drawing page");
+  user::MousePress(main().cvTIF, 10, 10);
+  Stop("a press stamps a pixel, with the pen as pointer");
+  user::MouseDragTo(main().cvTIF, 20, 15);
+  Stop("a drag stamps eleven pixels in all");
+  user::MouseRelease(main().cvTIF, 20, 15);
+  Stroke(5, 25, 35, 25);
+  Stop("a second stroke");
+  user::Key(main(), "Ctrl+Z");
+  Stop("undone");
+  user::ChooseMenu("Window200");
+  Stop("the line keeps its place at 200 %");
+  user::ChooseMenu("Window100");
+  user::Click(main().PBundraw);
+  user::Click(main().CB_ShowDrawing);
+  Stop("hidden");
+  user::Click(main().CB_ShowDrawing);
+  user::Click(main().PBdraw);
+  Stop("shown, and drawing again");
+  Pick([&](WindowSelectColor& picker) {
+    Stop("the picker");
+    user::Click(picker.Canvas1, 105, 85);
+    Stop("red is taken");
+    user::Click(picker.Canvas1, 31, 55);
+    user::Click(picker.Canvas1, 60, 15);
+    Stop("gaps and the sample take nothing");
+    user::CloseButton(picker);
+  });
+  Stop("its close box takes nothing");
+  Pick([&](WindowSelectColor& picker) {
+    user::Click(picker.Canvas1, 105, 85);
+    user::Key(picker, "Return");
+  });
+  Stop("Return takes red: the species windows follow at their next paint");
+  Pick([&](WindowSelectColor& picker) {
+    user::Click(picker.Canvas1, 15, 55);
+    user::CloseButton(picker);
+  });
+  Stop("the close box takes nothing after that either");
+  Dialogs().selectColor = [&](Color& color, const String& prompt) {
+    Note("the system's chooser: " + prompt.Utf8());
+    color = 0x123456;
+    return true;
+  };
+  Pick([&](WindowSelectColor& picker) { user::Click(picker.PBother); });
+  Stop("another colour");
+  LoadThree(24, 24);
+  Stop("another cluster, the same lines");
+  user::Click(main().PBdraw);
+  user::Click(main().PBdrawUndo);
+  user::Click(main().PBdrawUndo);
+  Stop("nothing is left to undo");
+  Stroke(3, 3, 9, 3);
+  user::Click(main().PBdrawClearAll);
+  Stop("all is cleared");
+}

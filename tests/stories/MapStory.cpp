@@ -1,0 +1,90 @@
+// Maps on the screen: loading, species, curve and colours, zoom, smoothing, and what a failure leaves.
+
+#include "tests/support/Story.h"
+
+using namespace platform;
+
+class MapStory : public Story {
+ protected:
+  /// Notes what the progress page shows each time that a map is put on the screen.
+  void WatchProgress() {
+    main().cvTIF.Paint = [this, paint = main().cvTIF.Paint](Graphics& g) {
+      paint(g);
+      Main& m = main();
+      if (m.PPbuttons.Value() == Main::kPageLoading)
+        Note("species " + std::to_string(m.SelectedRow) + ": \"" + m.STstatus.Text().Utf8() + "\" " +
+             std::to_string(m.Progress.Value()) + " of " + std::to_string(m.Progress.Maximum()) + ", " +
+             std::to_string(user::FilledOnScreen(m.Progress)) + " columns of the bar filled");
+    };
+  }
+};
+
+TEST_F(MapStory, AClusterIsLoadedAndLookedAt) {
+  WatchProgress();
+  LoadThree(20, 16);
+  Stop("three species are loaded");
+  user::Key(main(), "Up");
+  Stop("Up from the first species is the last");
+  user::ClickCell(main().SpeciesLB, 1, Main::kSpeciesColumn, 20, 10);
+  Stop("a click on the name of the second species");
+  user::ClickCell(main().SpeciesLB, 0, Main::kMarksColumn, 20, 10);
+  user::ClickCell(main().SpeciesLB, 0, Main::kRColumn, 10, 10);
+  for (PushButton* inert : {&main().PB_ClearClickM, &main().PB_PhasesEdit, &main().PB_PhasesUpdate})
+    user::Click(*inert);
+  Stop("the strips, the boxes and the buttons without a function change nothing");
+  user::ClickCellCheck(main().LB_Phases, 1, 2);
+  user::Click(main().Checkbox1);
+  Stop("boxes without a function can be checked");
+  user::Activate(main());
+  user::ChooseMenu("Colorsc7");
+  Stop("grey scale");
+  main().Slider_colors.Value(-10);
+  Stop("the curve is bowed");
+  user::Click(main().CB_ScaleUp);
+  Stop("scaled up");
+  user::Click(main().PB_ResetColors);
+  Stop("Reset straightens the curve and leaves the scale");
+  user::Key(main(), "Ctrl+3");
+  Stop("smoothed at level 3, each species passing by");
+  user::ChooseMenu("OptionsSmooth10");
+  user::ChooseMenu("OptionsRawImage");
+  Stop("the raw image: the mark of level 10 stays");
+  user::ChooseMenu("Window300");
+  Stop("three times as large");
+  user::ChooseMenu("SizeExact");
+  Stop("with soft pixels");
+  user::Key(main(), "Ctrl+=");
+  user::Key(main(), "Ctrl+N");
+  Stop("New/Clear leaves an empty Main");
+  user::MouseMove(main().cvTIF, 4, 4);
+  user::Click(main().cvTIF, 5, 5);
+  user::Key(main(), "Down");
+  user::MouseLeave(main().cvTIF);
+  Stop("the mouse and the keys find nothing");
+}
+
+TEST_F(MapStory, FailuresLeaveWhatTheySay) {
+  LoadCluster({"Al", "Fe"}, 1, 7, [](int species) { return [species](int, int y) { return 40 * species + 20 * y; }; });
+  user::Key(main(), "Down");
+  user::Click(main().CB_ScaleUp);
+  Stop("maps of one column");
+  user::Key(main(), "Ctrl+1");
+  Stop("which cannot be smoothed");
+  user::Key(main(), "Down");
+  Stop("the maps stay as they were");
+  user::Key(main(), "Ctrl+0");
+  Stop("the raw image");
+  Drop({WriteMap("b_Al.tif", 6, 6, [](int, int) { return 90; }),
+        WriteMap("b_Fe.tif", 6, 7, [](int, int) { return 9; })});
+  CheckRow(1);
+  Stop("a map of another size ends the load on the progress page");
+  user::MouseMove(main().cvTIF, 2, 2);
+  user::Click(main().cvTIF, 2, 2);
+  user::Key(main(), "Up");
+  user::ClickCell(main().SpeciesLB, 1, Main::kSpeciesColumn, 20, 10);
+  Stop("the mouse does nothing there, the keys select");
+  main().Clicks.Redim(0, -1, 255);
+  main().SpeciesLB.Refresh();
+  main().SpeciesLB.Refresh();
+  Stop("a failing paint says so once");
+}

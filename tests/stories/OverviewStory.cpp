@@ -1,0 +1,67 @@
+// Clusters come, are chosen, sorted, renamed and deleted; a map file, a missing species, a refused drop.
+
+#include "tests/support/Story.h"
+
+using namespace platform;
+
+class OverviewStory : public Story {
+ protected:
+  std::string Map(const std::string& name, int level = 7) {
+    return WriteMap(name, 4, 4, [level](int, int) { return level; });
+  }
+  /// A map file: the count at all ten positions, size 8, names of up to five bytes each.
+  std::string MapFile(const std::string& name, const std::vector<std::string>& species) {
+    std::string bytes(4808 + species.size() * (128 + 1224) + 8, '\0');
+    for (int at : {1390, 1394, 1746, 1750, 2144, 2148, 2570, 2820, 4292, 4556})
+      bytes[static_cast<std::size_t>(at)] = static_cast<char>(species.size());
+    for (int at : {2172, 2174, 2498, 2502}) bytes[static_cast<std::size_t>(at)] = 8;
+    for (std::size_t i = 0; i < species.size(); ++i)
+      bytes.replace(i == 0 ? 3072 : 4808 + i * 128 + (i - 1) * 1224, species[i].size(), species[i]);
+    return WriteBytes(name, bytes);
+  }
+};
+
+TEST_F(OverviewStory, ClustersComeAndGo) {
+  Drop({Map("map_Fe_1.tif"), Map("map_Mg_2.tif"), Map("map_Si_3.tif")});
+  Stop("one drop is one cluster");
+  Drop({Map("spot_Ca_1.tif"), Map("spot_Fe_2.tif")});
+  Stop("a second cluster: missing species are red");
+  Drop({Map("map_Fe_1.tif"), MapFile("line.xray", {"Fe"})});
+  Stop("kinds of files that do not go together are refused");
+  Drop({MapFile("line.xray", {"Fe", "Ti"}), MapFile("AREA.XRAY", {"Mg"})});
+  Stop("map files become a cluster each, by name");
+  user::ClickCell(overview().ListBox1, 1, WindowOverview::kSpecies, 40, 8);
+  Stop("the second row is selected");
+  user::Click(overview().CBnoSpeciesExtensions);
+  Stop("short names unite species");
+  user::ClickHeader(overview().ListBox1, WindowOverview::kCluster);
+  Stop("the rows are sorted by cluster");
+  user::Key(overview(), "Ctrl+A");
+  Stop("all rows are selected");
+  user::Click(overview().PBdeleteselection);
+  Stop("all rows are deleted");
+}
+
+TEST_F(OverviewStory, OneRowIsShownOrNone) {
+  Drop({Map("a_Fe.tif", 60), Map("a_Mg.tif", 120)});
+  Drop({Map("b_Ca.tif", 180), Map("b_Fe.tif", 240)});
+  Stop("two clusters");
+  CheckRow(0);
+  Stop("the first is shown, which lacks the species on display");
+  user::Key(main(), "Down");
+  Stop("the next species");
+  CheckRow(1);
+  Stop("the second is shown, on the same species");
+  CheckRow(1);
+  Stop("none is shown");
+  CheckRow(1);
+  Stop("shown again without a load");
+  Drop({Map("c_Ag.tif"), Map("c_Zn.tif")});
+  Stop("a drop changes nothing in Main");
+  user::ClickCell(overview().ListBox1, 0, WindowOverview::kSpecies, 40, 8);
+  user::Click(overview().PBdeleteselection);
+  Stop("a row above is deleted: what is shown is loaded anew");
+  user::ClickCell(overview().ListBox1, 0, WindowOverview::kSpecies, 40, 8);
+  user::Click(overview().PBdeleteselection);
+  Stop("the row on display is deleted");
+}

@@ -1,0 +1,105 @@
+#include "tests/support/Story.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+/// The part of a kept text below the heading of the stop.
+std::string Section(const std::string& text, const std::string& heading) {
+  const std::size_t at = text.find(heading);
+  if (at == std::string::npos) return {};
+  const std::size_t from = at + heading.size();
+  const std::size_t end = text.find("\n== ", from - 1);
+  return text.substr(from, end == std::string::npos ? end : end + 1 - from);
+}
+
+/// The lines that only one of the two texts has.
+std::string Difference(const std::string& kept, const std::string& seen) {
+  const auto keptLines = Lines(kept), seenLines = Lines(seen);
+  std::string difference;
+  const auto only = [&](const auto& lines, const auto& others, const char* mark) {
+    for (const std::string& line : lines)
+      if (std::find(others.begin(), others.end(), line) == others.end()) difference += mark + line + "\n";
+  };
+  only(keptLines, seenLines, "- ");
+  only(seenLines, keptLines, "+ ");
+  return difference.empty() ? "The lines are the same, their order is not.\n" : difference;
+}
+
+/// The line without the word; whether it had it.
+std::pair<std::string, bool> Without(const std::string& word, std::string line) {
+  const std::size_t at = line.find(" " + word);
+  if (at != std::string::npos) line.erase(at, word.size() + 1);
+  return {line, at != std::string::npos};
+}
+
+bool Updating() { return std::getenv("VORNALITE_UPDATE_STORIES") != nullptr; }
+
+}  // namespace
+
+Story::Story() {
+  file_ = std::string(VORNALITE_SOURCE_DIR) + "/tests/stories/" +
+          ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".txt";
+  std::ifstream stream(file_);
+  kept_.assign(std::istreambuf_iterator<char>(stream), {});
+  for (const auto& line : state_.Take()) before_[line.path] = line.text;
+}
+
+Story::~Story() {
+  if (Updating()) std::ofstream(file_) << seen_;
+}
+
+void Story::Stop(const std::string& name) {
+  const std::size_t told = messages.size();
+  const auto lines = state_.Take();  // paints, and what fails in a paint says so
+  std::map<std::string, std::string> now;
+  for (const auto& line : lines) now[line.path] = line.text;
+  std::string seen = notes_;
+  notes_.clear();
+  for (; messagesSeen_ < told; ++messagesSeen_) {
+    std::string message = messages[messagesSeen_];
+    for (std::size_t at; (at = message.find('\n')) != std::string::npos;) message.replace(at, 1, " / ");
+    seen += "message: \"" + message + "\"\n";
+  }
+  messagesSeen_ = messages.size();
+  // What a hidden window held on the screen is compared with when it is shown again.
+  for (const auto& [path, text] : before_) {
+    if (now.contains(path)) continue;
+    const auto window = now.find(path.substr(0, path.find('/')));
+    if (window != now.end() && Without("hidden", window->second).second)
+      now[path] = text;
+    else
+      seen += path + ": gone\n";
+  }
+  // Things that differ in one of these words alone share a line.
+  std::map<std::string, std::string> alike;
+  for (const auto& [path, text, change] : lines) {
+    const auto old = before_.find(path);
+    if (old != before_.end() && old->second == text) continue;
+    std::string kind;
+    for (const auto& [word, opposite] : {std::pair{"hidden", "shown"}, {"disabled", "enabled"}}) {
+      const auto [rest, has] = Without(word, text);
+      if (old != before_.end() && Without(word, old->second).first == rest) kind = has ? word : opposite;
+    }
+    if (kind.empty())
+      seen += path + ": " + text + change + "\n";
+    else
+      alike[kind] += " " + path;
+  }
+  for (const auto& [kind, paths] : alike) seen += kind + ":" + paths + "\n";
+  before_ = std::move(now);
+  const std::string heading = "== " + name + "\n";
+  seen_ += heading + seen;
+  if (Updating()) return;
+  if (const std::string kept = Section(kept_, heading); kept != seen)
+    ADD_FAILURE() << "At \"" << name << "\" of " << file_ << ", kept (-) and seen (+):\n" << Difference(kept, seen);
+}

@@ -1,0 +1,467 @@
+#include "tests/support/VisibleState.h"
+
+#include <cxxabi.h>
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QFontMetricsF>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMetaEnum>
+#include <QPainter>
+#include <QProgressBar>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QSlider>
+#include <QStyleOptionButton>
+#include <QTableView>
+#include <QWindow>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "platform/Application.h"
+#include "platform/Canvas.h"
+#include "platform/Inputs.h"
+#include "platform/Listbox.h"
+#include "platform/Testing.h"
+#include "platform/qt/NativeCaption.h"
+#include "platform/qt/NativeCursor.h"
+#include "platform/qt/NativeListbox.h"
+#include "platform/qt/NativeLook.h"
+#include "platform/qt/NativeMenus.h"
+#include "platform/qt/NativeToolkit.h"
+#include "platform/qt/NativeWindow.h"
+
+namespace platform::testing {
+
+namespace {
+
+template <class Object>
+std::string ClassOf(const Object& object) {
+  int status = 0;
+  char* whole = abi::__cxa_demangle(typeid(object).name(), nullptr, nullptr, &status);
+  const std::string name = whole;
+  std::free(whole);
+  return name.substr(name.rfind(':') + 1);
+}
+
+std::string Quoted(const QString& text) { return '"' + QString(text).replace('\n', " / ").toStdString() + '"'; }
+std::string Hex(unsigned value, int digits) { return QString("%1").arg(value, digits, 16, QChar('0')).toStdString(); }
+std::string ColorOf(QRgb pixel) {
+  return QString("%1").arg(pixel & 0xFFFFFFU, 6, 16, QChar('0')).toUpper().toStdString();
+}
+std::string Place(const QRect& rect) {
+  return QString("%1,%2 %3x%4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height()).toStdString();
+}
+
+std::string Digest(const QImage& image) {
+  unsigned hash = 2166136261U;  // FNV-1a over red, green, blue and, where there is one, alpha
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      for (QRgb rest = image.pixel(x, y), i = 0; i < 4; ++i, rest >>= 8) hash = (hash ^ (rest & 0xFFU)) * 16777619U;
+  return Hex(hash, 8);
+}
+
+/// The members of the set as ranges: "1-3,7".
+std::string Ranges(const std::set<int>& members) {
+  std::string ranges;
+  for (auto first = members.begin(); first != members.end();) {
+    auto last = first;
+    while (std::next(last) != members.end() && *std::next(last) == *last + 1) ++last;
+    ranges += (ranges.empty() ? "" : ",") + std::to_string(*first);
+    if (*last != *first) ranges += "-" + std::to_string(*last);
+    first = std::next(last);
+  }
+  return ranges;
+}
+
+/// Which columns and rows each colour covers, apart from the ground; of a picture of many colours the digest.
+std::string Shapes(const QImage& image, QRgb ground) {
+  struct Cover {
+    std::set<int> columns, rows;
+    int pixels = 0;
+  };
+  std::map<QRgb, Cover> covers;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x) {
+      const QRgb pixel = image.pixel(x, y);
+      if (pixel == ground) continue;
+      Cover& cover = covers[pixel];
+      cover.columns.insert(x);
+      cover.rows.insert(y);
+      ++cover.pixels;
+    }
+  if (covers.size() > 16) return std::to_string(covers.size()) + " colours " + Digest(image);
+  std::string shapes;
+  for (const auto& [pixel, cover] : covers)
+    shapes += (shapes.empty() ? "" : "; ") + ColorOf(pixel) + " x" + Ranges(cover.columns) + " y" + Ranges(cover.rows) +
+              " " + std::to_string(cover.pixels) + "px";
+  return shapes;
+}
+
+/// What the screen holds of the window, in device pixels.
+QImage ScreenOf(const QWidget& frame) {
+  return frame.screen()->grabWindow(frame.winId()).toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QRect InFrame(const QWidget& widget, double ratio) {
+  const QPoint corner = widget.mapTo(widget.window(), QPoint());
+  return QRectF(corner.x() * ratio, corner.y() * ratio, widget.width() * ratio, widget.height() * ratio)
+      .toAlignedRect();
+}
+
+/// Where the screen does not show what the window would paint now, in device pixels.
+QRegion StaleIn(QWidget& frame) {
+  if (!frame.isVisible()) return {};
+  const QImage screen = ScreenOf(frame), fresh = frame.grab().toImage().convertToFormat(QImage::Format_RGB32);
+  if (fresh.size() != screen.size()) return fresh.rect();
+  QRegion stale;
+  for (int y = 0; y < fresh.height(); ++y)
+    if (!std::equal(fresh.constScanLine(y), fresh.constScanLine(y) + fresh.bytesPerLine(), screen.constScanLine(y)))
+      for (int x = 0; x < fresh.width(); ++x)
+        if (fresh.pixel(x, y) != screen.pixel(x, y)) stale += QRect(x, y, 1, 1);
+  return stale;
+}
+
+// Text that is drawn on the cells of lists.
+
+struct DrawnText {
+  std::string text;
+  Color color;
+  int x, y;
+};
+std::vector<DrawnText> drawnTexts;
+
+/// Takes note of each text in place of drawing it. One character is as wide as another, whatever the fonts.
+void RecordTexts() {
+  drawnTexts.clear();
+  SetTextDrawing({.draw =
+                      [](const Graphics& surface, const Rect&, const String& text, int x, int y) {
+                        drawnTexts.push_back({text.Utf8(), surface.ForeColor, x, y});
+                      },
+                  .width = [](const Graphics&, const String& text) { return 7.0 * Len(text); }});
+}
+
+/// The cell's own text has an alignment, other text the place that it was given.
+std::string PlaceOf(const DrawnText& drawn, QSize cell, bool own) {
+  QFont font = SystemFont(TextFont::System);
+  font.setPixelSize(Graphics().TextSize);
+  const QFontMetricsF metrics(font);
+  const double width = metrics.horizontalAdvance(QString::fromStdString(drawn.text));
+  std::string place = "x" + std::to_string(drawn.x);
+  if (own && drawn.x != 4 && drawn.x != 21) {
+    if (std::abs(drawn.x + width / 2 - cell.width() / 2.0) <= 2) place = "centre";
+    if (std::abs(drawn.x + width + 4 - cell.width()) <= 2) place = "right";
+  }
+  if (std::abs(drawn.y - (cell.height() + metrics.ascent() - metrics.descent()) / 2) > 3)
+    place += " y" + std::to_string(drawn.y);
+  return place;
+}
+
+/// The state of one window as lines.
+class WindowWriter {
+ public:
+  WindowWriter(Window& window, std::string path, std::map<std::string, Ref<Picture>>& canvases,
+               std::vector<StateLine>& lines)
+      : window_(window),
+        frame_(*window.Native().frame),
+        path_(std::move(path)),
+        canvases_(canvases),
+        lines_(lines),
+        ratio_(frame_.devicePixelRatioF()) {
+    if (frame_.isVisible()) screen_ = ScreenOf(frame_);
+  }
+
+  void Write() {
+    WriteWindow();
+    for (Control* control : window_.Controls())
+      if (auto* rect = dynamic_cast<RectControl*>(control)) WriteControl(*rect);
+    WriteStale();
+  }
+
+ private:
+  void Line(const std::string& path, const std::string& text, const std::string& change = {}) {
+    lines_.push_back({path_ + path, text, change});
+  }
+
+  static std::string NameOf(const RectControl& control) {
+    return control.Name().Utf8() + (control.Index() > 0 ? "(" + std::to_string(control.Index()) + ")" : "");
+  }
+
+  void WriteWindow() {
+    // A number that stands alone in a title is a measured time.
+    const QString title = frame_.windowTitle().replace(QRegularExpression("(^|  )\\d+(?=  |$)"), "\\1<time>");
+    std::string text = Quoted(title) + " " + std::to_string(window_.Width()) + "x" + std::to_string(window_.Height());
+    QWidget* bar = window_.Native().bar;
+    if (!bar) text += " at " + std::to_string(window_.Left()) + "," + std::to_string(window_.Top());
+    if (!frame_.isVisible()) text += " hidden";
+    if (frame_.isMinimized()) text += " minimised";
+    if (frame_.isActiveWindow()) text += " active";
+    if (frame_.minimumSize() == frame_.maximumSize()) text += " fixed";
+    if (const auto* menus = qobject_cast<QMenuBar*>(bar)) {
+      text += ", menus";
+      for (const QAction* action : menus->actions()) text += " " + action->text().remove('&').toStdString();
+    }
+    Line("", text + Accessible(frame_, frame_.windowTitle()));
+  }
+
+  /// Role, name where it is not the caption, description and tool tip.
+  static std::string Accessible(QWidget& widget, const QString& caption) {
+    QAccessibleInterface* face = QAccessible::queryAccessibleInterface(&widget);
+    if (!face) return ", not accessible";
+    std::string text = ", ";
+    text += QMetaEnum::fromType<QAccessible::Role>().valueToKey(face->role());
+    const QString name = face->text(QAccessible::Name), about = face->text(QAccessible::Description);
+    if (name != caption) text += " " + Quoted(name);
+    if (!about.isEmpty()) text += ", described " + Quoted(about);
+    if (!widget.toolTip().isEmpty() && widget.toolTip() != about) text += ", tip " + Quoted(widget.toolTip());
+    return text;
+  }
+
+  void WriteControl(RectControl& control) {
+    QWidget& widget = *control.NeedNative().widget;
+    QWidget* content = window_.Native().content;
+    std::string text =
+        ClassOf(control) + " " + Place({control.Left(), control.Top(), control.Width(), control.Height()});
+    if (!widget.isVisibleTo(content)) text += " hidden";
+    if (!widget.isEnabledTo(content)) text += " disabled";
+    if (widget.hasFocus()) text += " focus";
+    QString caption;
+    if (const auto* button = qobject_cast<QAbstractButton*>(&widget)) {
+      caption = button->text().remove('&');
+      text += " " + Quoted(caption);
+      if (button->isChecked()) text += " checked";
+      if (!button->icon().isNull()) {
+        const QImage icon = button->icon().pixmap(button->iconSize()).toImage();
+        text += " icon " + std::to_string(icon.width()) + "x" + std::to_string(icon.height()) + ": " + Shapes(icon, 0);
+      }
+    }
+    if (const auto* native = dynamic_cast<NativePushButton*>(&control.NeedNative()))
+      text += std::string(native->isDefault ? " default" : "") + (native->isCancel ? " cancel" : "");
+    if (const auto* label = qobject_cast<QLabel*>(&widget)) {
+      caption = label->text();
+      text += " " + Quoted(caption) + " " + ColorOf(label->palette().color(QPalette::WindowText).rgb()) +
+              (label->font().bold() ? " bold" : "") + (label->alignment() & Qt::AlignHCenter ? " centred" : "");
+    }
+    if (const auto* menu = qobject_cast<QComboBox*>(&widget)) {
+      text += " rows";
+      for (int row = 0; row < menu->count(); ++row)
+        text += std::string(row == menu->currentIndex() ? " >" : " ") + Quoted(menu->itemText(row));
+    }
+    if (const auto* slider = qobject_cast<QSlider*>(&widget))
+      text += QString(" %1 of %2..%3").arg(slider->value()).arg(slider->minimum()).arg(slider->maximum()).toStdString();
+    if (const auto* bar = qobject_cast<QProgressBar*>(&widget))
+      text += QString(" %1 of %2").arg(bar->value()).arg(bar->maximum()).toStdString();
+    if (const auto* panel = dynamic_cast<PagePanel*>(&control)) text += " page " + std::to_string(panel->Value());
+    Line("/" + NameOf(control), text + Accessible(widget, caption));
+    if (screen_.isNull()) return;
+    if (dynamic_cast<Rectangle*>(&control))
+      Line("/" + NameOf(control) + " colour", ColorOf(screen_.pixel(InFrame(widget, ratio_).center())));
+    if (auto* list = dynamic_cast<Listbox*>(&control)) WriteList(*list);
+    if (auto* canvas = dynamic_cast<Canvas*>(&control)) WriteCanvas(*canvas);
+  }
+
+  /// The canvas as on the screen, and what has changed since the call before.
+  void WriteCanvas(Canvas& canvas) {
+    const std::string name = "/" + NameOf(canvas) + " picture";
+    QWidget& widget = *canvas.NeedNative().widget;
+    if (!widget.isVisible() || widget.size().isEmpty()) return;
+    const QImage picture = screen_.copy(InFrame(widget, ratio_) & screen_.rect());
+    std::string text = std::to_string(picture.width()) + "x" + std::to_string(picture.height());
+    const QRgb first = picture.pixel(0, 0);
+    const std::string shapes = Shapes(picture, first);
+    text += " " + ColorOf(first) + (shapes.empty() ? " throughout" : ", " + shapes);
+    const Ref<Picture> now = ToPicture(picture);
+    Ref<Picture>& before = canvases_[path_ + name];
+    std::string change;
+    if (before && before->Width() == now->Width() && before->Height() == now->Height()) change = Changes(*before, *now);
+    before = now;
+    Line(name, text + PointerOf(widget), change);
+  }
+
+  static std::string Changes(Picture& before, Picture& now) {
+    QRect box;
+    int count = 0;
+    for (int y = 0; y < now.Height(); ++y)
+      for (int x = 0; x < now.Width(); ++x)
+        if (before.Pixels()(x, y) != now.Pixels()(x, y)) {
+          box |= QRect(x, y, 1, 1);
+          ++count;
+        }
+    return count == 0 ? "" : ", " + std::to_string(count) + " pixels differ within " + Place(box);
+  }
+
+  static std::string PointerOf(const QWidget& widget) {
+    if (!widget.testAttribute(Qt::WA_SetCursor)) return "";
+    const QCursor pointer = widget.cursor();
+    if (pointer.pixmap().isNull()) return ", pointer shape " + std::to_string(pointer.shape());
+    const QPoint hot = pointer.hotSpot();
+    std::string text = ", pointer";
+    for (const int id : {168, 173, 174, 177})
+      if (ResourceFork().getCursor(id).Shape().cursor.pixmap().toImage() == pointer.pixmap().toImage())
+        text += " " + std::to_string(id);
+    return text + " hot at " + std::to_string(hot.x()) + "," + std::to_string(hot.y()) + " " +
+           Digest(pointer.pixmap().toImage());
+  }
+
+  void WriteList(Listbox& list) {
+    auto& view = *static_cast<QTableView*>(static_cast<NativeListbox&>(list.NeedNative()).view);
+    const std::string name = "/" + NameOf(list) + " ";
+    std::string columns;
+    for (int column = 0; column < list.ColumnCount(); ++column)
+      columns += (column > 0 ? " " : "") + view.model()->headerData(column, Qt::Horizontal).toString().toStdString() +
+                 ":" + std::to_string(view.isColumnHidden(column) ? 0 : view.columnWidth(column));
+    if (view.horizontalHeader()->isVisibleTo(&view)) Line(name + "columns", columns);
+    std::string rows = std::to_string(list.ListCount());
+    if (list.ListCount() > 0) rows += ", from " + std::to_string(view.rowAt(0)) + " on";
+    Line(name + "rows", rows);
+    for (int row = 0; row < list.ListCount(); ++row) WriteRow(list, view, row, name + "row " + std::to_string(row));
+  }
+
+  void WriteRow(Listbox& list, QTableView& view, int row, const std::string& name) {
+    std::string text;
+    std::vector<std::pair<int, std::string>> shapes;
+    std::set<std::string> grounds;
+    for (int column = 0; column < list.ColumnCount(); ++column) {
+      const QModelIndex index = view.model()->index(row, column);
+      const QString own = ToQString(list.Cell(row, column));
+      std::string cell;
+      if (!view.isColumnHidden(column))
+        cell = WriteCell(view, index, own, grounds, shapes);
+      else if (!own.isEmpty())
+        cell = Quoted(own) + " unseen";
+      if (const QString tip = index.data(Qt::ToolTipRole).toString(); !tip.isEmpty()) cell += " tip " + Quoted(tip);
+      if (!cell.empty()) text += "; " + std::to_string(column) + ": " + cell;
+    }
+    std::string ground;
+    for (const std::string& color : grounds) ground += " " + color;
+    Line(name, (list.Selected(row) ? "selected, on" : "on") + ground + text);
+    for (const auto& [column, shape] : shapes) Line(name + " cell " + std::to_string(column), shape);
+  }
+
+  /// The texts of a cell; its ground and the shapes on it are added to the row's.
+  std::string WriteCell(QTableView& view, const QModelIndex& index, const QString& own, std::set<std::string>& grounds,
+                        std::vector<std::pair<int, std::string>>& shapes) {
+    QStyleOptionViewItem option;
+    option.rect = view.visualRect(index);
+    option.state = QStyle::State_Enabled;
+    if (view.selectionModel()->isSelected(index)) option.state |= QStyle::State_Selected;
+    const QSize size = option.rect.size();
+    QImage image((QSizeF(size) * ratio_).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio_);
+    image.fill(Qt::white);
+    RecordTexts();
+    {
+      const PaintScope scope;
+      QPainter painter(&image);
+      painter.translate(-option.rect.topLeft());
+      view.itemDelegateForIndex(index)->paint(&painter, option, index);
+    }
+    InstallTextDrawing();
+    std::string text;
+    for (const DrawnText& drawn : drawnTexts)
+      text += (text.empty() ? "" : " ") + Quoted(QString::fromStdString(drawn.text)) + " " + ColorOf(drawn.color) +
+              " " + PlaceOf(drawn, size, drawn.text == own.toStdString());
+    const QRgb ground = image.pixel(0, 0);
+    grounds.insert(ColorOf(ground));
+    if (index.data(Qt::CheckStateRole).isValid()) {
+      const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+      text = (checked ? "[x] " : "[ ] ") + text + (checked == HasCheckMark(image) ? "" : " WITH THE OTHER BOX");
+      QPainter(&image).fillRect(0, 0, 20, size.height(), QColor(ground));  // the box is the style's
+    }
+    // The lines of the grid are the last column and the last row.
+    constexpr QRgb kGrid = 0xFFD8D8D8U;
+    if (image.pixel(image.width() - 1, 0) == kGrid) image = image.copy(0, 0, image.width() - 1, image.height() - 1);
+    const std::string shape = Shapes(image, ground);
+    if (!shape.empty()) shapes.emplace_back(index.column(), shape);
+    return text;
+  }
+
+  /// Whether the box at the left of a cell has something dark within its frame.
+  bool HasCheckMark(const QImage& image) const {
+    int dark = 0;
+    for (int y = image.height() / 2 - static_cast<int>(3 * ratio_); y <= image.height() / 2 + 3 * ratio_; ++y)
+      for (int x = static_cast<int>(7 * ratio_); x <= 13 * ratio_; ++x) dark += qGray(image.pixel(x, y)) < 110;
+    return dark > 3;
+  }
+
+  /// Each control whose pixels on the screen are not what it would paint now.
+  void WriteStale() {
+    const QRegion stale = StaleIn(frame_);
+    if (stale.isEmpty()) return;
+    std::string where = Place(stale.boundingRect());
+    for (Control* control : window_.Controls())
+      if (auto* rect = dynamic_cast<RectControl*>(control))
+        if (rect->NeedNative().widget->isVisible() && stale.intersects(InFrame(*rect->NeedNative().widget, ratio_)))
+          where += " " + NameOf(*rect);
+    Line(" NOT REPAINTED", where);
+  }
+
+  Window& window_;
+  QWidget& frame_;
+  std::string path_;
+  std::map<std::string, Ref<Picture>>& canvases_;
+  std::vector<StateLine>& lines_;
+  double ratio_;
+  QImage screen_;  ///< the window as on the screen, null while it is hidden
+};
+
+void WriteMenus(std::vector<StateLine>& lines) {
+  Application* application = Application::Current();
+  if (!application || !application->MenuBar()) return;
+  for (const auto& item : application->MenuBar()->Items())  // as if the user had opened each menu
+    if (QMenu* menu = item->NativeItem().menu) emit menu->aboutToShow();
+  for (const auto& item : application->MenuBar()->Items()) {
+    const QAction* action = item->NativeItem().action;
+    if (!action) continue;
+    std::string text = action->isSeparator() ? "separator" : Quoted(QString(action->text()).remove('&'));
+    if (item->NativeItem().menu) text += " menu";
+    if (!action->shortcut().isEmpty())
+      text += " " + action->shortcut().toString(QKeySequence::PortableText).toStdString();
+    if (!action->isSeparator() && !action->isEnabled()) text += " disabled";
+    if (action->isCheckable()) text += action->isChecked() ? " [x]" : " [ ]";
+    lines.push_back({"menu/" + item->Name().Utf8(), text});
+  }
+}
+
+}  // namespace
+
+int FilledOnScreen(ProgressBar& bar) {
+  const QWidget& widget = *bar.NeedNative().widget;
+  if (!widget.isVisible()) return 0;
+  const QImage picture = ScreenOf(*widget.window()).copy(InFrame(widget, widget.devicePixelRatioF()));
+  int filled = 0;
+  for (int x = 0; x < picture.width(); ++x) {
+    const QRgb pixel = picture.pixel(x, picture.height() / 2);
+    filled += qBlue(pixel) > qRed(pixel) + 30;
+  }
+  return filled;
+}
+
+std::vector<StateLine> VisibleState::Take() {
+  // Repaints come a few milliseconds after what sets them off. One that never comes is written as such.
+  (void)WaitUntil(
+      [] {
+        bool settled = true;
+        for (int i = 0; i < WindowCount(); ++i) settled = settled && StaleIn(*WindowAt(i).Native().frame).isEmpty();
+        return settled;
+      },
+      200);
+  std::vector<StateLine> lines;
+  std::map<std::string, int> seen;
+  for (int i = 0; i < WindowCount(); ++i) {
+    Window& window = WindowAt(i);
+    std::string path = ClassOf(window);
+    if (const int before = seen[path]++; before > 0 || path == "SpeciesWindow")
+      path += " " + std::to_string(before + 1);
+    WindowWriter(window, path, canvases_, lines).Write();
+  }
+  WriteMenus(lines);
+  return lines;
+}
+
+}  // namespace platform::testing

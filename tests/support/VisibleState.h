@@ -1,0 +1,36 @@
+#pragma once
+/// What a person sees of the program, as text: every window with its controls, the cells of the lists, the canvases,
+/// the menus. One line is about one thing and begins with its path, so that two states can be compared line by line.
+///
+/// Pixels are those on the screen, taken after all waiting events. A control whose pixels on the screen are not what
+/// it would paint now has a line of its own. Nothing in the text depends on the fonts of the machine: a text is
+/// written with its colour and alignment, and the pixels beside it as the columns and rows that each colour covers.
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/Displays.h"
+#include "platform/Picture.h"
+
+namespace platform::testing {
+
+struct StateLine {
+  std::string path;  ///< such as "Main/PB_RGB" or "menu/FileClose"
+  std::string text;
+  std::string change{};  ///< of a canvas: what differs from its picture at the call before
+};
+
+/// How many columns of the bar the screen shows filled, also while a handler runs.
+int FilledOnScreen(ProgressBar& bar);
+
+class VisibleState {
+ public:
+  /// The state now. A canvas is compared with its picture at the call before.
+  std::vector<StateLine> Take();
+
+ private:
+  std::map<std::string, Ref<Picture>> canvases_;
+};
+
+}  // namespace platform::testing
