@@ -7,10 +7,10 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 
 # shellcheck disable=SC2034  # the sets are read by name below
 build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-dev libdeflate-dev libgraphicsmagick1-dev
-       libhwy-dev libgtest-dev libbenchmark-dev)
+       libhwy-dev)
 # shellcheck disable=SC2034
-test=(python3 xvfb openbox xauth dbus at-spi2-core fonts-dejavu-core x11-utils libx11-dev libxtst-dev
-      desktop-file-utils appstream dpkg-dev file)
+test=(libgtest-dev libbenchmark-dev python3 xvfb openbox xauth dbus at-spi2-core fonts-dejavu-core x11-utils
+      libx11-dev libxtst-dev desktop-file-utils appstream dpkg-dev file lintian)
 
 command -v dpkg-query >/dev/null || exit 0 # not Debian: CMake names what is missing
 
