@@ -75,11 +75,24 @@ int Main::SmoothFrom(int step, std::int32_t startRow, std::int32_t level) {
     const std::int32_t current = (step + startRow + 1) % count;
     if (!TIFexists(current)) continue;
     species.push_back(current);
-    TIFmax(current) = -1;
     jobs.push_back({TIFarrOriginal.Plane(current), TIFarray.Plane(current), -1});
   }
-  SmoothPlanes(jobs, level);
-  for (std::size_t i = 0; i < jobs.size(); ++i) TIFmax(species[i]) = jobs[i].maximum;
+  // Of those that fail or were not tried, only the first one of the walk has been reached.
+  const auto takeMaxima = [&] {
+    bool failed = false;
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+      const bool done = jobs[i].maximum >= 0;
+      if (done || !failed) TIFmax(species[i]) = jobs[i].maximum;
+      failed = failed || !done;
+    }
+  };
+  try {
+    SmoothPlanes(jobs, level);
+  } catch (...) {
+    takeMaxima();
+    throw;
+  }
+  takeMaxima();
   return step;
 }
 

@@ -1,5 +1,6 @@
 // Smoothing as a command on the whole stack.
 
+#include "platform/Parallel.h"
 #include "tests/WindowsFixture.h"
 
 using namespace platform;
@@ -52,4 +53,20 @@ TEST_F(SmoothCommandTest, AWrongSelectionIsToldAndRestored) {
   main().Smooth(1);
   EXPECT_EQ(messages, std::vector<std::string>{"Wrong selection at end. 02310."});
   EXPECT_EQ(main().SelectedRow, -1);
+}
+
+TEST_F(SmoothCommandTest, AFailureTouchesNoSpeciesBehindTheOneThatFails) {
+  SetParallelism(3);
+  LoadThree(1, 7);  // too narrow to be smoothed
+  const std::int32_t maximum[] = {main().TIFmax(0), main().TIFmax(1), main().TIFmax(2)};
+  user::Click(main().CB_ScaleUp);
+  const Color shown = PixelOf(main().cvTIF, 0, 6);
+  user::ChooseMenu("OptionsSmooth1");
+  EXPECT_EQ(messages.size(), 1u);
+  EXPECT_EQ(main().TIFmax(0), maximum[0]);
+  EXPECT_EQ(main().TIFmax(1), -1) << "the walk begins behind the selected species";
+  EXPECT_EQ(main().TIFmax(2), maximum[2]);
+  main().Update_cvTIF();
+  EXPECT_EQ(PixelOf(main().cvTIF, 0, 6), shown);
+  SetParallelism(0);
 }
