@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <stdexcept>
+#include <thread>
 
 #include "platform/Application.h"
 #include "platform/Buttons.h"
@@ -23,12 +24,8 @@ namespace {
 using namespace platform;
 namespace user = platform::testing;
 
-/// Keeps a handler busy long enough for the next refresh to serve the screen.
-void WorkFor(int milliseconds) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-  while (std::chrono::steady_clock::now() < end) {
-  }
-}
+/// Keeps a handler going long enough for the next refresh to serve the screen.
+void WorkFor(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
 
 class Board : public Window {
  public:

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 #include "platform/Parallel.h"
@@ -22,16 +24,25 @@ TEST_P(Parallel, CallsEachIndexOnce) {
   }
 }
 
-TEST_P(Parallel, PassesOneFailureOnAndEndsAllCalls) {
-  std::atomic<int> running{0};
-  const auto fail = [&](int i) {
-    ++running;
-    const bool fails = i >= 20;
-    --running;
-    if (fails) throw std::runtime_error("no more");
+TEST_P(Parallel, PassesOneFailureOnWhenAllCallsHaveEnded) {
+  // The first call fails once every other thread is in a call; those calls end after the failure.
+  const int threads = GetParam();
+  std::atomic<int> inCalls{0}, ended{0};
+  std::atomic<bool> failed{false};
+  const auto work = [&](int i) {
+    ++inCalls;
+    if (i == 0) {
+      while (inCalls < threads) std::this_thread::yield();
+      failed = true;
+      throw std::runtime_error("no more");
+    }
+    while (!failed) std::this_thread::yield();
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    ++ended;
   };
-  EXPECT_THROW(platform::ParallelFor(100, fail), std::runtime_error);
-  EXPECT_EQ(running, 0);
+  EXPECT_THROW(platform::ParallelFor(100, work), std::runtime_error);
+  EXPECT_EQ(ended, inCalls - 1);
+  EXPECT_LT(inCalls, 100);
 }
 
 INSTANTIATE_TEST_SUITE_P(Threads, Parallel, testing::Values(1, 2, 5));

@@ -42,3 +42,19 @@ TEST_F(CursorStory, TheCursorRunsOverAllMaps) {
   user::MouseMove(main().cvTIF, 50, 50);
   Stop("an inactive Main lets the mouse pass");
 }
+
+TEST_F(CursorStory, EveryMapAtThisScale) {
+  LoadThree(256, 256);
+  OpenEverything();
+  Stop("all maps are open");
+  user::MouseMove(main().cvTIF, 30, 252);
+  Stop("crosses");
+  user::MousePress(main().cvTIF, 255, 255);
+  user::MouseRelease(main().cvTIF, 255, 255);
+  Stop("marks");
+  user::Click(main().BBcursorCircles);
+  for (const auto& [x, y] : {std::pair{255, 255}, {0, 255}, {255, 0}, {130, 255}}) user::MouseMove(main().cvTIF, x, y);
+  Stop("a circle over the lower edge");
+  user::MouseLeave(main().cvTIF);
+  Stop("no trace of it");
+}

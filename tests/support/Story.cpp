@@ -47,8 +47,10 @@ bool Updating() { return std::getenv("VORNALITE_UPDATE_STORIES") != nullptr; }
 }  // namespace
 
 Story::Story() {
+  const char* scale = std::getenv("QT_SCALE_FACTOR");
   file_ = std::string(VORNALITE_SOURCE_DIR) + "/tests/stories/" +
-          ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".txt";
+          ::testing::UnitTest::GetInstance()->current_test_info()->name() + (scale ? std::string("-") + scale : "") +
+          ".txt";
   std::ifstream stream(file_);
   kept_.assign(std::istreambuf_iterator<char>(stream), {});
   for (const auto& line : state_.Take()) before_[line.path] = line.text;

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QBackingStore>
 #include <QComboBox>
 #include <QFontMetricsF>
 #include <QHeaderView>
@@ -14,7 +15,6 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QRegularExpression>
-#include <QScreen>
 #include <QSlider>
 #include <QStyleOptionButton>
 #include <QTableView>
@@ -91,9 +91,10 @@ std::string Shapes(const QImage& image, QRgb ground) {
       const QRgb pixel = image.pixel(x, y);
       if (pixel == ground) continue;
       Cover& cover = covers[pixel];
+      ++cover.pixels;
+      if (covers.size() > 16) continue;
       cover.columns.insert(x);
       cover.rows.insert(y);
-      ++cover.pixels;
     }
   if (covers.size() > 16) return std::to_string(covers.size()) + " colours " + Digest(image);
   std::string shapes;
@@ -103,9 +104,13 @@ std::string Shapes(const QImage& image, QRgb ground) {
   return shapes;
 }
 
-/// What the screen holds of the window, in device pixels.
+/// What the screen holds of the window, in device pixels: the image that was last sent there.
 QImage ScreenOf(const QWidget& frame) {
-  return frame.screen()->grabWindow(frame.winId()).toImage().convertToFormat(QImage::Format_RGB32);
+  QPaintDevice* device = frame.backingStore() ? frame.backingStore()->paintDevice() : nullptr;
+  if (!device || device->devType() != QInternal::Image) return {};
+  QImage image = static_cast<QImage*>(device)->convertToFormat(QImage::Format_RGB32);
+  image.setDevicePixelRatio(1);
+  return image;
 }
 
 QRect InFrame(const QWidget& widget, double ratio) {
@@ -117,13 +122,19 @@ QRect InFrame(const QWidget& widget, double ratio) {
 /// Where the screen does not show what the window would paint now, in device pixels.
 QRegion StaleIn(QWidget& frame) {
   if (!frame.isVisible()) return {};
-  const QImage screen = ScreenOf(frame), fresh = frame.grab().toImage().convertToFormat(QImage::Format_RGB32);
+  const QImage screen = ScreenOf(frame);
+  QImage fresh = frame.grab().toImage().convertToFormat(QImage::Format_RGB32);
+  fresh.setDevicePixelRatio(1);
   if (fresh.size() != screen.size()) return fresh.rect();
-  QRegion stale;
-  for (int y = 0; y < fresh.height(); ++y)
-    if (!std::equal(fresh.constScanLine(y), fresh.constScanLine(y) + fresh.bytesPerLine(), screen.constScanLine(y)))
-      for (int x = 0; x < fresh.width(); ++x)
-        if (fresh.pixel(x, y) != screen.pixel(x, y)) stale += QRect(x, y, 1, 1);
+  QRegion stale;  // of each row, from the first to the last pixel that differs
+  for (int y = 0; y < fresh.height(); ++y) {
+    const auto* now = reinterpret_cast<const QRgb*>(fresh.constScanLine(y));
+    const auto* seen = reinterpret_cast<const QRgb*>(screen.constScanLine(y));
+    int first = 0, last = fresh.width() - 1;
+    while (first <= last && now[first] == seen[first]) ++first;
+    while (first < last && now[last] == seen[last]) --last;
+    if (first <= last) stale += QRect(first, y, last + 1 - first, 1);
+  }
   return stale;
 }
 
@@ -270,7 +281,11 @@ class WindowWriter {
     const std::string name = "/" + NameOf(canvas) + " picture";
     QWidget& widget = *canvas.NeedNative().widget;
     if (!widget.isVisible() || widget.size().isEmpty()) return;
-    const QImage picture = screen_.copy(InFrame(widget, ratio_) & screen_.rect());
+    // Below a menu bar, whose height is that of the fonts, a canvas begins within a device pixel at some scales. The
+    // image behind it does not, and what differs from it on the screen has a line of its own.
+    const bool whole = ratio_ == std::floor(ratio_) || !window_.Native().bar;
+    const QImage picture = whole ? screen_.copy(InFrame(widget, ratio_) & screen_.rect())
+                                 : ToQImage(canvas.Image()).convertToFormat(QImage::Format_RGB32);
     std::string text = std::to_string(picture.width()) + "x" + std::to_string(picture.height());
     const QRgb first = picture.pixel(0, 0);
     const std::string shapes = Shapes(picture, first);
@@ -373,10 +388,12 @@ class WindowWriter {
       text = (checked ? "[x] " : "[ ] ") + text + (checked == HasCheckMark(image) ? "" : " WITH THE OTHER BOX");
       QPainter(&image).fillRect(0, 0, 20, size.height(), QColor(ground));  // the box is the style's
     }
-    // The lines of the grid are the last column and the last row.
+    // The lines of the grid are at the right and at the bottom.
     constexpr QRgb kGrid = 0xFFD8D8D8U;
-    if (image.pixel(image.width() - 1, 0) == kGrid) image = image.copy(0, 0, image.width() - 1, image.height() - 1);
-    const std::string shape = Shapes(image, ground);
+    int width = image.width(), height = image.height();
+    while (image.pixel(width - 1, 0) == kGrid) --width;
+    while (image.pixel(0, height - 1) == kGrid) --height;
+    const std::string shape = Shapes(image.copy(0, 0, width, height), ground);
     if (!shape.empty()) shapes.emplace_back(index.column(), shape);
     return text;
   }
@@ -429,6 +446,8 @@ void WriteMenus(std::vector<StateLine>& lines) {
 }
 
 }  // namespace
+
+bool OnScreen(RectControl& control) { return control.NeedNative().widget->isVisible(); }
 
 int FilledOnScreen(ProgressBar& bar) {
   const QWidget& widget = *bar.NeedNative().widget;
