@@ -27,7 +27,7 @@ enter() {
     mount --bind "$0/archives" "$1/var/cache/apt/archives"
     mount --bind "$0/ccache" "$1/var/cache/ccache"
     exec chroot "$1" setpriv --reuid "$2" --regid "$2" --init-groups --reset-env \
-      env CCACHE_DIR=/var/cache/ccache CCACHE_UMASK=000 bash -c "$3"
+      env CCACHE_DIR=/var/cache/ccache CCACHE_UMASK=000 CCACHE_NOHASHDIR=1 bash -c "$3"
   ' "$folder" "$1" "$2" "$4" </dev/null
 }
 
@@ -58,7 +58,7 @@ for user in root tester; do
     for command in "${commands[@]}"; do
       log=$folder/$user-network-$network-$(tr -c '[:alnum:]\n' _ <<<"$command").log
       status=0
-      enter "$root" "$user" "$network" "cd ~/vornalite && $command" >"$log" 2>&1 || status=$?
+      enter "$root" "$user" "$network" "cd ~/vornalite && CCACHE_BASEDIR=\$PWD $command" >"$log" 2>&1 || status=$?
       say "$user, network $network, $command: status $status ($log)"
       [[ $status == 0 ]] || { failed=1; tail -n 20 "$log"; }
     done
