@@ -10,7 +10,7 @@ build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-d
        libhwy-dev)
 # shellcheck disable=SC2034
 test=(libgtest-dev libbenchmark-dev python3 xvfb openbox xauth dbus at-spi2-core fonts-dejavu-core x11-utils
-      libx11-dev libxtst-dev desktop-file-utils appstream dpkg-dev file lintian)
+      libx11-dev libxtst-dev desktop-file-utils appstream dpkg-dev file lintian shellcheck clang-format clang-tidy)
 
 command -v dpkg-query >/dev/null || exit 0 # not Debian: CMake names what is missing
 
