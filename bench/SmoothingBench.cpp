@@ -44,7 +44,7 @@ void Smooth(benchmark::State& state, int threads) {
   for (int species = 0; species < kSpecies; ++species) {
     const auto plane = original.Plane(species);
     for (int y = 0; y < size; ++y)
-      for (int x = 0; x < size; ++x) plane(x, y) = static_cast<std::int32_t>(random() % 256);
+      for (int x = 0; x < size; ++x) plane(x, y) = static_cast<std::uint8_t>(random());
     jobs.push_back({plane, smoothed.Plane(species)});
   }
   platform::SetParallelism(threads);

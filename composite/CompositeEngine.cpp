@@ -50,7 +50,7 @@ void WindowRGB::UpdateRGB() {
   if (!RGBready) return;
   try {
     Main& main = Main::Instance();
-    std::array<PlaneView<const std::int32_t>, kChannels> planes;
+    std::array<PlaneView<const std::uint8_t>, kChannels> planes;
     std::array<Curve, kChannels> curves;
     for (std::size_t i = 0; i < kChannels; ++i) {
       // A channel without a species reads the first one there is, through a table of zeros.

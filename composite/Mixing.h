@@ -10,7 +10,6 @@
 
 /// Every pixel of `target` becomes the colour whose red, green and blue are what the three curves give for the levels
 /// of the three planes at its place; unless `rgb`, each is taken from 255, so that a strong signal takes its colour out
-/// of white. Components are cut to 8 bits. Levels beyond the target are left out. A level outside 0 to 255 throws
-/// OutOfBoundsException; what has been written until then stays.
-void MixPlanes(const std::array<platform::PlaneView<const std::int32_t>, 3>& levels, const std::array<Curve, 3>& curves,
+/// of white. Components are cut to 8 bits. Levels beyond the target are left out.
+void MixPlanes(const std::array<platform::PlaneView<const std::uint8_t>, 3>& levels, const std::array<Curve, 3>& curves,
                bool rgb, platform::PlaneView<platform::Color> target);

@@ -6,6 +6,7 @@
 #include "catalogue/SpeciesNames.h"
 #include "mainwindow/Main.h"
 #include "platform/Dialogs.h"
+#include "stack/ColorMapping.h"
 #include "stack/LevelTaking.h"
 
 using namespace platform;
@@ -42,7 +43,9 @@ void Main::Event_DropObject(DragItem& items, int /*action*/) {
     TIFarray.Redim(n, InTIFwidth - 1, InTIFheight - 1);
     TIFarrOriginal.Redim(n, InTIFwidth - 1, InTIFheight - 1);
     Clicks.Redim(PhaseUbound(), n, 255);
-    TakeLevels(*map, Globals::LutRow(SelectedLUT), TIFarray.Plane(n), TIFarrOriginal.Plane(n), currTIFrgb.Pixels());
+    TakeLevels(*map, TIFarray.Plane(n), TIFarrOriginal.Plane(n));
+    ColorPlane(TIFarray.Plane(n), ComposeColors(DisplayCurve(0, 255), Globals::LutRow(SelectedLUT)),
+               currTIFrgb.Pixels());
   }
   CondShortName();
   if (SmoothLevel != 0) Smooth(SmoothLevel);

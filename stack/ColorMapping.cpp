@@ -1,9 +1,110 @@
 #include "stack/ColorMapping.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "platform/Errors.h"
-#include "stack/PixelStream.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "stack/ColorMapping.cpp"
+#include <hwy/foreach_target.h>
+// The order matters: foreach_target.h comes first.
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace {
+namespace HWY_NAMESPACE {
+
+#if HWY_TARGET == HWY_AVX3_DL
+
+/// 64 pixels at a time: the 256 bytes of one colour component fit four registers, in which an instruction looks up 64
+/// indices at once.
+class VectorRow {
+ public:
+  static constexpr int kPixels = 64;
+
+  explicit VectorRow(const LevelColors& colors) : blue_(colors, 0), green_(colors, 8), red_(colors, 16) {}
+
+  void operator()(const std::uint8_t* levels, platform::Color* out) const {
+    // Groups of four levels are exchanged beforehand, so that interleaving within quarters leaves the pixels in order.
+    const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
+    const __m512i index = _mm512_permutexvar_epi32(order, _mm512_loadu_si512(levels));
+    const __m512i blue = blue_.LookUp(index), green = green_.LookUp(index), red = red_.LookUp(index);
+    const __m512i zero = _mm512_setzero_si512();
+    const __m512i lowBlueGreen = _mm512_unpacklo_epi8(blue, green), highBlueGreen = _mm512_unpackhi_epi8(blue, green);
+    const __m512i lowRed = _mm512_unpacklo_epi8(red, zero), highRed = _mm512_unpackhi_epi8(red, zero);
+    _mm512_storeu_si512(out, _mm512_unpacklo_epi16(lowBlueGreen, lowRed));
+    _mm512_storeu_si512(out + 16, _mm512_unpackhi_epi16(lowBlueGreen, lowRed));
+    _mm512_storeu_si512(out + 32, _mm512_unpacklo_epi16(highBlueGreen, highRed));
+    _mm512_storeu_si512(out + 48, _mm512_unpackhi_epi16(highBlueGreen, highRed));
+  }
+
+ private:
+  class Component {
+   public:
+    Component(const LevelColors& colors, int shift) {
+      std::array<std::uint8_t, 256> bytes{};
+      std::transform(colors.colors.begin(), colors.colors.end(), bytes.begin(),
+                     [shift](platform::Color color) { return static_cast<std::uint8_t>(color >> shift); });
+      std::memcpy(quarters_, bytes.data(), bytes.size());
+    }
+    __m512i LookUp(__m512i index) const {
+      return _mm512_mask_blend_epi8(_mm512_movepi8_mask(index),
+                                    _mm512_permutex2var_epi8(quarters_[0], index, quarters_[1]),
+                                    _mm512_permutex2var_epi8(quarters_[2], index, quarters_[3]));
+    }
+
+   private:
+    __m512i quarters_[4];
+  };
+  Component blue_, green_, red_;
+};
+
+#else
+
+/// Eight pixels at a time: one load of levels, and two colours to a store.
+class VectorRow {
+ public:
+  static constexpr int kPixels = 8;
+
+  explicit VectorRow(const LevelColors& colors) : table_(colors.colors.data()) {}
+
+  void operator()(const std::uint8_t* levels, platform::Color* out) const {
+    std::uint64_t eight;
+    std::memcpy(&eight, levels, sizeof(eight));
+#pragma GCC unroll 4
+    for (int i = 0; i < kPixels; i += 2) {
+      const platform::Color pair[] = {table_[eight >> (8 * i) & 0xFF], table_[eight >> (8 * i + 8) & 0xFF]};
+      std::memcpy(out + i, pair, sizeof(pair));
+    }
+  }
+
+ private:
+  const platform::Color* table_;
+};
+
+#endif
+
+void ColorRows(platform::PlaneView<const std::uint8_t> levels, const LevelColors& colors,
+               platform::PlaneView<platform::Color> target) {
+  const VectorRow colorStep(colors);
+  for (int y = 0; y < target.height; ++y) {
+    const std::uint8_t* in = levels.Row(y);
+    platform::Color* out = target.Row(y);
+    int x = 0;
+    for (; x + VectorRow::kPixels <= target.width; x += VectorRow::kPixels) colorStep(in + x, out + x);
+    for (; x < target.width; ++x) out[x] = colors.colors[in[x]];
+  }
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace {
+HWY_EXPORT(ColorRows);
+}
 
 LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> tableRow) {
   LevelColors composed;
@@ -14,48 +115,17 @@ LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> t
   return composed;
 }
 
-namespace {
-
-/// Colours one row and tells whether all its levels and colours were valid. That is asked once for the row, as failures
-/// are rare.
-bool ColorRow(const std::int32_t* in, const LevelColors& colors, platform::Color* out, int width) {
-  const platform::Color* table = colors.colors.data();
-  std::uint64_t seenLevels = 0, seenColors = 0;
-  int x = 0;
-  for (; x + kPixelsPerLine <= width; x += kPixelsPerLine) {
-    RequestForReading(in + x);
-    RequestForWriting(out + x);
-#pragma GCC unroll 8
-    for (int i = x; i < x + kPixelsPerLine; i += 2) {
-      const std::uint64_t levels = LoadPair(in + i);
-      const std::uint64_t pair = table[levels & 0xFF] | std::uint64_t{table[levels >> 32 & 0xFF]} << 32;
-      StorePair(pair, out + i);
-      seenLevels |= levels;
-      seenColors |= pair;
-    }
-  }
-  for (; x < width; ++x) {
-    const auto level = static_cast<std::uint32_t>(in[x]);
-    out[x] = table[level & 0xFF];
-    seenLevels |= level;
-    seenColors |= out[x];
-  }
-  constexpr std::uint64_t badLevel = 0xFFFFFF00FFFFFF00, badColor = 0xFF000000FF000000;
-  return (seenLevels & badLevel) == 0 && (seenColors & badColor) == 0;
-}
-
-}  // namespace
-
-void ColorPlane(platform::PlaneView<const std::int32_t> levels, const LevelColors& colors,
+void ColorPlane(platform::PlaneView<const std::uint8_t> levels, const LevelColors& colors,
                 platform::PlaneView<platform::Color> target) {
-  const int width = std::min(levels.width, target.width);
-  const int height = std::min(levels.height, target.height);
-  for (int y = 0; y < height; ++y) {
-    const std::int32_t* in = levels.Row(y);
-    if (ColorRow(in, colors, target.Row(y), width)) continue;
-    const std::int32_t* bad = std::find_if(in, in + width, [&](std::int32_t level) {
-      return level < 0 || level > 255 || colors.colors[static_cast<std::size_t>(level)] > platform::kWhite;
-    });
-    platform::ThrowOutOfBounds("grey level", *bad, 255);
-  }
+  target.width = std::min(levels.width, target.width);
+  target.height = std::min(levels.height, target.height);
+  const auto isInvalid = [&](std::uint8_t level) { return colors.colors[level] == LevelColors::kInvalid; };
+  if (std::find(colors.colors.begin(), colors.colors.end(), LevelColors::kInvalid) != colors.colors.end())
+    for (int y = 0; y < target.height; ++y) {
+      const std::uint8_t* row = levels.Row(y);
+      const std::uint8_t* bad = std::find_if(row, row + target.width, isInvalid);
+      if (bad != row + target.width) platform::ThrowOutOfBounds("colour of the grey level", *bad, 255);
+    }
+  HWY_DYNAMIC_DISPATCH(ColorRows)(levels, colors, target);
 }
+#endif

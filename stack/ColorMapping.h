@@ -20,7 +20,7 @@ struct LevelColors {
 
 LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> tableRow);
 
-/// Colours the part that `levels` and `target` have in common. A level outside 0 to 255, or one that the curve takes
-/// outside the table, throws OutOfBoundsException; what has been coloured until then stays.
-void ColorPlane(platform::PlaneView<const std::int32_t> levels, const LevelColors& colors,
+/// Colours the part that `levels` and `target` have in common. A level there that the curve takes outside the table
+/// throws OutOfBoundsException, and nothing is coloured.
+void ColorPlane(platform::PlaneView<const std::uint8_t> levels, const LevelColors& colors,
                 platform::PlaneView<platform::Color> target);

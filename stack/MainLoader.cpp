@@ -9,6 +9,7 @@
 #include "platform/Dialogs.h"
 #include "platform/PictureSequence.h"
 #include "platform/Screen.h"
+#include "stack/ColorMapping.h"
 #include "stack/LevelTaking.h"
 
 using namespace platform;
@@ -185,13 +186,14 @@ bool Main::LoadPictures(const ClusterFiles& files, int first, const Ref<Picture>
   for (int j = first + 1; j <= TIFexists.Ubound(); ++j)
     if (TIFexists(j)) toCome.Append(files.bySpecies(j));
   PictureSequence pictures(std::move(toCome));
+  const LevelColors unscaled = ComposeColors(DisplayCurve(0, 255), Globals::LutRow(SelectedLUT));
   for (int j = 0; j <= files.bySpecies.Ubound(); ++j) {
     TIFmax(j) = -1;
     if (TIFexists(j)) {
       const Ref<Picture> picture = j == first ? opened : pictures.Next();
       if (picture->Width() != InTIFwidth || picture->Height() != InTIFheight) return false;
-      TIFmax(j) = TakeLevels(*picture, Globals::LutRow(SelectedLUT), TIFarray.Plane(j), TIFarrOriginal.Plane(j),
-                             currTIFrgb.Pixels());
+      TIFmax(j) = TakeLevels(*picture, TIFarray.Plane(j), TIFarrOriginal.Plane(j));
+      ColorPlane(TIFarray.Plane(j), unscaled, currTIFrgb.Pixels());
       ShowLoadedSpecies(j);
     }
     Progress.Value(j + 1);

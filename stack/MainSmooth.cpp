@@ -27,10 +27,10 @@ class SmoothingGuard {
   std::int32_t selectedRow_;
 };
 
-void CopyLevels(PlaneView<const std::int32_t> from, PlaneView<std::int32_t> to, std::int32_t& maximum) {
+void CopyLevels(PlaneView<const std::uint8_t> from, PlaneView<std::uint8_t> to, std::int32_t& maximum) {
   for (int y = 0; y < from.height; ++y) {
     std::copy_n(from.Row(y), from.width, to.Row(y));
-    maximum = std::max(maximum, *std::max_element(from.Row(y), from.Row(y) + from.width));
+    maximum = std::max<std::int32_t>(maximum, *std::max_element(from.Row(y), from.Row(y) + from.width));
   }
 }
 

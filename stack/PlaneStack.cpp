@@ -89,12 +89,18 @@ void PlaneStack::Check(int species, int x, int y) const {
   if (y < 0 || y >= height_) platform::ThrowOutOfBounds("y", y, height_ - 1);
 }
 
-PlaneStack::Level& PlaneStack::operator()(int species, int x, int y) {
-  Check(species, x, y);
-  return Plane(species)(x, y);
+PlaneStack::Reference& PlaneStack::Reference::operator=(std::int32_t value) {
+  if (value < 0 || value > 255) platform::ThrowOutOfBounds("grey level", value, 255);
+  level_ = static_cast<Level>(value);
+  return *this;
 }
 
-PlaneStack::Level PlaneStack::operator()(int species, int x, int y) const {
+PlaneStack::Reference PlaneStack::operator()(int species, int x, int y) {
+  Check(species, x, y);
+  return Reference(Plane(species)(x, y));
+}
+
+std::int32_t PlaneStack::operator()(int species, int x, int y) const {
   Check(species, x, y);
   return Plane(species)(x, y);
 }

@@ -1,7 +1,8 @@
 #pragma once
-/// The stack's memory: one plane of 32-bit grey levels a species, indexed species, x, y. It behaves as an array of
-/// three upper bounds (-1 is an empty dimension; a change of bounds keeps the values that stay in range, new ones are
-/// 0; a bad index throws OutOfBoundsException), and hands out each plane as rows for the pixel loops.
+/// The stack's memory: one plane of grey levels a species, indexed species, x, y. It behaves as an array of 32-bit
+/// integers with three upper bounds (-1 is an empty dimension; a change of bounds keeps the values that stay in range,
+/// new ones are 0; a bad index throws OutOfBoundsException). A level takes one byte of memory, so storing a value
+/// outside 0 to 255 throws OutOfBoundsException too. The pixel loops get each plane as rows of bytes.
 
 #include <cstdint>
 #include <memory>
@@ -11,7 +12,18 @@
 
 class PlaneStack {
  public:
-  using Level = std::int32_t;
+  using Level = std::uint8_t;
+
+  /// A level that can be read and stored as a 32-bit integer.
+  class Reference {
+   public:
+    explicit Reference(Level& level) : level_(level) {}
+    operator std::int32_t() const { return level_; }
+    Reference& operator=(std::int32_t value);
+
+   private:
+    Level& level_;
+  };
 
   PlaneStack() = default;
   PlaneStack(PlaneStack&&) noexcept = default;
@@ -22,8 +34,8 @@ class PlaneStack {
   /// Keeps its memory when the bounds stay as they were, and the pages of new planes untouched until they are written.
   void Redim(int species, int x, int y);
 
-  Level& operator()(int species, int x, int y);
-  Level operator()(int species, int x, int y) const;
+  Reference operator()(int species, int x, int y);
+  std::int32_t operator()(int species, int x, int y) const;
 
   /// The plane of a species, rows contiguous.
   platform::PlaneView<Level> Plane(int species);

@@ -10,7 +10,6 @@
 
 #include "platform/Errors.h"
 #include "platform/Parallel.h"
-#include "stack/PixelStream.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "stack/Smoothing.cpp"
@@ -177,20 +176,21 @@ void PassStep(const Rows<kStep + 2>& in, const Rows<kStep>& out, int top, int wi
   }
 }
 
-using Integers = hn::CappedTag<std::int32_t, 2 * kLine>;
+/// Sums of up to nine grey levels.
+using Sums = hn::ScalableTag<std::uint16_t>;
 
 /// The sums of a pass over the original, exact in whole numbers: first down the columns, then three columns together.
 class FirstPass {
  public:
   /// `columns` has room for a row with a line to spare on both sides.
-  FirstPass(platform::PlaneView<const std::int32_t> original, std::int32_t* columns)
+  FirstPass(platform::PlaneView<const std::uint8_t> original, std::uint16_t* columns)
       : original_(original), columns_(columns) {}
 
   /// The sums of the columns around row y. Columns x - 1, x and x + 1 together are the sum at x, also at both ends;
   /// only the corners of the bottom row are different.
-  const std::int32_t* ColumnSums(int y) const {
+  const std::uint16_t* ColumnSums(int y) const {
     const int width = original_.width, height = original_.height;
-    const std::int32_t* here = original_.Row(y);
+    const std::uint8_t* here = original_.Row(y);
     if (y == 0)
       Weigh(here, here, original_.Row(1));
     else if (y == height - 1)
@@ -203,40 +203,46 @@ class FirstPass {
   }
 
   /// The sum at the first or last place of the bottom row, where the bottom row itself counts twice.
-  std::int32_t BottomCornerSum(int x) const {
-    const std::int32_t* here = original_.Row(original_.height - 1);
-    const std::int32_t* inner = original_.Row(original_.height - 2);
+  int BottomCornerSum(int x) const {
+    const std::uint8_t* here = original_.Row(original_.height - 1);
+    const std::uint8_t* inner = original_.Row(original_.height - 2);
     const int next = x == 0 ? 1 : x - 1;
     return 4 * here[x] + 2 * here[next] + 2 * inner[x] + inner[next];
   }
 
  private:
-  void Weigh(const std::int32_t* a, const std::int32_t* b, const std::int32_t* c) const {
-    const Integers d;
+  void Weigh(const std::uint8_t* a, const std::uint8_t* b, const std::uint8_t* c) const {
+    const Sums d;
+    const hn::Rebind<std::uint8_t, Sums> narrow;
+    const auto load = [&](const std::uint8_t* levels) { return hn::PromoteTo(d, hn::LoadU(narrow, levels)); };
     const int width = original_.width, lanes = static_cast<int>(hn::Lanes(d));
     int x = 0;
-    for (; x + lanes <= width; x += lanes) {
-      RequestForReading(c + x);
-      hn::Store(hn::Add(hn::Add(hn::LoadU(d, a + x), hn::LoadU(d, b + x)), hn::LoadU(d, c + x)), d, columns_ + x);
-    }
-    for (; x < width; ++x) columns_[x] = a[x] + b[x] + c[x];
+    for (; x + lanes <= width; x += lanes)
+      hn::Store(hn::Add(hn::Add(load(a + x), load(b + x)), load(c + x)), d, columns_ + x);
+    for (; x < width; ++x) columns_[x] = static_cast<std::uint16_t>(a[x] + b[x] + c[x]);
   }
 
-  platform::PlaneView<const std::int32_t> original_;
-  std::int32_t* columns_;
+  platform::PlaneView<const std::uint8_t> original_;
+  std::uint16_t* columns_;
 };
+
+/// Three neighbouring columns together.
+template <class D>
+hn::Vec<D> AcrossColumns(D d, const std::uint16_t* columns) {
+  return hn::Add(hn::Add(hn::LoadU(d, columns - 1), hn::LoadU(d, columns)), hn::LoadU(d, columns + 1));
+}
 
 /// The first pass makes the rows from `top` on, as far as they lie in the plane.
 template <class Ninth>
 void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, int width, int height, Ninth ninth) {
   const Doubles d;
-  const hn::Rebind<std::int32_t, Doubles> narrow;
+  const hn::Rebind<std::int32_t, Doubles> whole;
+  const hn::Rebind<std::uint16_t, Doubles> narrow;
   for (int y = top; y < std::min(top + kStep, height); ++y) {
-    const std::int32_t* sums = first.ColumnSums(y);
+    const std::uint16_t* columns = first.ColumnSums(y);
     double* row = out[static_cast<std::size_t>(y - top)];
     for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
-      const auto sum = hn::Add(hn::Add(hn::LoadU(narrow, sums + x - 1), hn::LoadU(narrow, sums + x)),
-                               hn::LoadU(narrow, sums + x + 1));
+      const auto sum = hn::PromoteTo(whole, AcrossColumns(narrow, columns + x));
       hn::Store(ninth(hn::PromoteTo(d, sum)), d, row + x);
     }
     if (y == height - 1) {
@@ -248,56 +254,57 @@ void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, int widt
 
 /// Truncates the rows from `top` on into the result, as far as they lie in it, and raises `maximum` to their largest
 /// level.
-void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::int32_t> result, int top, int& maximum) {
+void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::uint8_t> result, int top, int& maximum) {
   const Doubles d;
-  const hn::Rebind<std::int32_t, Doubles> narrow;
+  const hn::Rebind<std::int32_t, Doubles> whole;
+  const hn::Rebind<std::uint8_t, Doubles> narrow;
   const int lanes = static_cast<int>(hn::Lanes(d));
-  auto largest = hn::Set(narrow, maximum);
+  auto largest = hn::Set(whole, maximum);
   for (int y = std::max(top, 0); y < std::min(top + kStep, result.height); ++y) {
     const double* in = rows[static_cast<std::size_t>(y - top)];
-    std::int32_t* out = result.Row(y);
+    std::uint8_t* out = result.Row(y);
     int x = 0;
     for (; x + lanes <= result.width; x += lanes) {
-      RequestForWriting(out + x);
-      const auto levels = hn::DemoteTo(narrow, hn::Load(d, in + x));
+      const auto levels = hn::DemoteTo(whole, hn::Load(d, in + x));
       largest = hn::Max(largest, levels);
-      hn::StoreU(levels, narrow, out + x);
+      hn::StoreU(hn::DemoteTo(narrow, levels), narrow, out + x);
     }
     for (; x < result.width; ++x) {
-      out[x] = static_cast<std::int32_t>(in[x]);
-      maximum = std::max(maximum, out[x]);
+      out[x] = static_cast<std::uint8_t>(in[x]);
+      maximum = std::max<int>(maximum, out[x]);
     }
   }
-  maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(narrow, largest)));
+  maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(whole, largest)));
 }
 
 /// One pass and nothing more needs no doubles: a whole number divided by 9 and truncated is the same in both.
 void SmoothOnce(SmoothJob& job, const FirstPass& first) {
-  const Integers d;
+  const Sums d;
+  const hn::RebindToSigned<Sums> toDemote;  // levels are far from the sign
+  const hn::Rebind<std::uint8_t, Sums> narrow;
   // 7282 is 65536 / 9 rounded up; for sums of up to 9 * 255 the excess does not reach the next whole number.
   const auto ninth = hn::Set(d, 7282);
   const int width = job.original.width, height = job.original.height, lanes = static_cast<int>(hn::Lanes(d));
-  auto largest = hn::Set(d, -1);
+  auto largest = hn::Zero(d);
   int maximum = -1;
   for (int y = 0; y < height; ++y) {
-    const std::int32_t* sums = first.ColumnSums(y);
-    std::int32_t* out = job.smoothed.Row(y);
+    const std::uint16_t* columns = first.ColumnSums(y);
+    std::uint8_t* out = job.smoothed.Row(y);
     const bool bottom = y == height - 1;
     int x = 0;
     for (; x + lanes <= width && !bottom; x += lanes) {
-      const auto sum = hn::Add(hn::Add(hn::LoadU(d, sums + x - 1), hn::Load(d, sums + x)), hn::LoadU(d, sums + x + 1));
-      RequestForWriting(out + x);
-      const auto levels = hn::ShiftRight<16>(hn::Mul(sum, ninth));
+      const auto levels = hn::MulHigh(AcrossColumns(d, columns + x), ninth);
       largest = hn::Max(largest, levels);
-      hn::StoreU(levels, d, out + x);
+      hn::StoreU(hn::DemoteTo(narrow, hn::BitCast(toDemote, levels)), narrow, out + x);
     }
     for (; x < width; ++x) {
       const bool corner = bottom && (x == 0 || x == width - 1);
-      out[x] = (corner ? first.BottomCornerSum(x) : sums[x - 1] + sums[x] + sums[x + 1]) / 9;
-      maximum = std::max(maximum, out[x]);
+      const int sum = corner ? first.BottomCornerSum(x) : columns[x - 1] + columns[x] + columns[x + 1];
+      out[x] = static_cast<std::uint8_t>(sum / 9);
+      maximum = std::max<int>(maximum, out[x]);
     }
   }
-  job.maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(d, largest)));
+  job.maximum = std::max<int>(maximum, hn::GetLane(hn::MaxOfLanes(d, largest)));
 }
 
 /// Two passes or more.
@@ -340,10 +347,12 @@ void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth n
 
 void SmoothPlane(SmoothJob& job, int level) {
   const int width = job.original.width;
-  const auto columns = hwy::AllocateAligned<std::int32_t>(static_cast<std::size_t>(RoundUp(width, kLine) + 6 * kLine));
+  constexpr int kLineOfSums = 64 / sizeof(std::uint16_t);
+  const int room = RoundUp(width, kLineOfSums) + 2 * kLineOfSums;
+  const auto columns = hwy::AllocateAligned<std::uint16_t>(static_cast<std::size_t>(room));
   if (!columns) throw std::bad_alloc();
-  std::fill_n(columns.get(), RoundUp(width, kLine) + 6 * kLine, 0);
-  const FirstPass first(job.original, columns.get() + 2 * kLine);
+  std::fill_n(columns.get(), room, std::uint16_t{0});
+  const FirstPass first(job.original, columns.get() + kLineOfSums);
   if (level == 1)
     SmoothOnce(job, first);
   else if (level <= kMaximumLevelOfSplitNinth)

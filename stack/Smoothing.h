@@ -12,9 +12,9 @@
 #include "platform/PlaneView.h"
 
 struct SmoothJob {
-  platform::PlaneView<const std::int32_t> original;  ///< grey levels, 0 to 255
-  platform::PlaneView<std::int32_t> smoothed;        ///< of the same size, other memory
-  int maximum = -1;                                  ///< result: the largest smoothed level
+  platform::PlaneView<const std::uint8_t> original;
+  platform::PlaneView<std::uint8_t> smoothed;  ///< of the same size, other memory
+  int maximum = -1;                            ///< result: the largest smoothed level
 };
 
 /// Runs `level` passes (1 or more) over each plane. The planes are spread over the cores; the result does not depend

@@ -21,13 +21,13 @@ int main(int argc, char** argv) {
   const PlaneView<Color> pixels = picture->Pixels();
   const auto colors = ParseColorTable(ColorTableLines()(std::atoi(argv[2]))).colors;
 
-  std::vector<std::int32_t> levels;
+  std::vector<std::uint8_t> levels;
   for (int y = 0; y < pixels.height; ++y)
     for (int x = 0; x < pixels.width; ++x) {
       const Color pixel = pixels(x, y);
-      levels.push_back(std::max({Red(pixel), Green(pixel), Blue(pixel)}));
+      levels.push_back(static_cast<std::uint8_t>(std::max({Red(pixel), Green(pixel), Blue(pixel)})));
     }
-  std::vector<std::int32_t> smoothed = levels;
+  std::vector<std::uint8_t> smoothed = levels;
   if (const int level = std::atoi(argv[3]); level > 0) {
     SmoothJob job{{levels.data(), pixels.width, pixels.height, pixels.width},
                   {smoothed.data(), pixels.width, pixels.height, pixels.width}};

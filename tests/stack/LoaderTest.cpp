@@ -151,7 +151,7 @@ TEST_F(LoaderTest, ARenamedClusterIsToldAndLoads) {
   main().TIFmax(0) = 300;
   user::Click(main().CB_ScaleUp);
   EXPECT_EQ(messages.back(), "error in LUTcurve");
-  main().TIFarray(0, 1, 1) = 256;
+  main().SelectedRow = 7;
   user::Click(main().CB_ScaleUp);
   EXPECT_EQ(messages.back(), "exception in update_cvTIF");
 }

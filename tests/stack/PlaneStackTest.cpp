@@ -15,7 +15,7 @@ TEST(PlaneStack, KeepsWhatStaysInRangeAndBringsZeroesOtherwise) {
   EXPECT_EQ(stack.Ubound(1), -1);
   EXPECT_EQ(stack.Ubound(2), -1);
   stack.Redim(1, 4, 2);
-  const auto value = [](int s, int x, int y) { return 100 * s + 10 * x + y + 1; };
+  const auto value = [](int s, int x, int y) { return 100 * s + 10 * x + y + 1; };  // below 256
   for (int s = 0; s <= 1; ++s)
     for (int x = 0; x <= 4; ++x)
       for (int y = 0; y <= 2; ++y) stack(s, x, y) = value(s, x, y);
@@ -56,9 +56,21 @@ TEST(PlaneStack, RefusesBadIndicesAndBounds) {
   EXPECT_THROW(stack.Redim(0, -2, 0), platform::OutOfBoundsException);
 }
 
+TEST(PlaneStack, StoresTheLevelsOfAByteAndRefusesOthers) {
+  PlaneStack stack;
+  stack.Redim(0, 2, 0);
+  stack(0, 1, 0) = 255;
+  for (const std::int32_t bad : {-1, 256, 65536, INT32_MIN}) {
+    EXPECT_THROW(stack(0, 1, 0) = bad, platform::OutOfBoundsException) << bad;
+    EXPECT_EQ(stack(0, 1, 0), 255) << "a refused value changes nothing";
+  }
+  EXPECT_EQ(stack(0, 0, 0), 0);
+  EXPECT_EQ(stack(0, 2, 0), 0);
+}
+
 TEST(PlaneStack, LeavesThePagesOfAnAbsentSpeciesUntouched) {
   PlaneStack stack;
-  stack.Redim(0, 1023, 8191);
+  stack.Redim(0, 4095, 8191);
   const auto plane = stack.Plane(0);
   const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
   const auto first = (reinterpret_cast<std::uintptr_t>(plane.data) + page - 1) / page * page;

@@ -1,19 +1,15 @@
-#include <gtest/gtest.h>
-#include <hwy/highway.h>
-#include <hwy/targets.h>
-
 #include <algorithm>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "platform/Errors.h"
 #include "platform/Parallel.h"
 #include "stack/Smoothing.h"
+#include "tests/stack/EveryTarget.h"
 
 namespace {
 
-using Levels = std::vector<std::int32_t>;
+using Levels = std::vector<std::uint8_t>;
 
 SmoothJob JobOf(const Levels& original, Levels& smoothed, int width, int height) {
   return {{original.data(), width, height, width}, {smoothed.data(), width, height, width}, 0};
@@ -51,18 +47,9 @@ Levels PlainSmooth(const Levels& original, int w, int h, int level) {
   return Levels(source.begin(), source.end());
 }
 
-class EveryTarget : public testing::TestWithParam<std::int64_t> {
- protected:
-  void SetUp() override { UseTargets(GetParam()); }
-  void TearDown() override { UseTargets(0); }
+class SmoothingOnEveryTarget : public EveryTarget {};
 
-  static void UseTargets(std::int64_t targets) {
-    hwy::SetSupportedTargetsForTest(targets);
-    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-  }
-};
-
-TEST_P(EveryTarget, EqualsThePlainLoopBitForBit) {
+TEST_P(SmoothingOnEveryTarget, EqualsThePlainLoopBitForBit) {
   std::mt19937 random(7);
   Levels original, smoothed;
   for (int w = 2; w <= 67; ++w) {
@@ -71,12 +58,15 @@ TEST_P(EveryTarget, EqualsThePlainLoopBitForBit) {
       original.resize(static_cast<std::size_t>(w * h));
       // Noise, now and then a constant plane, bright specks on black, or black and white.
       const int kind = (w + 2 * h) % 6;
-      const auto constant = static_cast<std::int32_t>(random() % 256);
+      const auto constant = static_cast<std::uint8_t>(random());
       for (auto& value : original) {
-        const auto noise = static_cast<std::int32_t>(random() % 256);
-        value = kind == 0 ? constant : kind == 1 ? (noise < 3 ? 255 : 0) : kind == 2 ? (noise & 1) * 255 : noise;
+        const auto noise = static_cast<std::uint8_t>(random());
+        value = noise;
+        if (kind == 0) value = constant;
+        if (kind == 1) value = noise < 3 ? 255 : 0;
+        if (kind == 2) value = noise & 1 ? 255 : 0;
       }
-      smoothed.assign(original.size(), -1);
+      smoothed.assign(original.size(), 77);
       SmoothJob job = JobOf(original, smoothed, w, h);
       SmoothPlanes({&job, 1}, level);
 
@@ -87,7 +77,7 @@ TEST_P(EveryTarget, EqualsThePlainLoopBitForBit) {
   }
 }
 
-TEST_P(EveryTarget, StaysEqualThroughManyPasses) {
+TEST_P(SmoothingOnEveryTarget, StaysEqualThroughManyPasses) {
   // One bright pixel in a corner, more passes than the short division by 9 is used for, and a plane longer than they
   // reach.
   constexpr int w = 330, h = 9;
@@ -100,8 +90,22 @@ TEST_P(EveryTarget, StaysEqualThroughManyPasses) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Smoothing, EveryTarget, testing::ValuesIn(hwy::SupportedAndGeneratedTargets()),
-                         [](const auto& target) { return std::string(hwy::TargetName(target.param)); });
+TEST_P(SmoothingOnEveryTarget, SmoothsABrightPixelWhereverItLies) {
+  constexpr int w = 133, h = 4;
+  Levels original(w * h), smoothed(w * h);
+  for (std::size_t x = 0; x < w; ++x)
+    for (const int level : {1, 2}) {
+      original.assign(w * h, 20);
+      original[2 * w + x] = 255;
+      SmoothJob job = JobOf(original, smoothed, w, h);
+      SmoothPlanes({&job, 1}, level);
+      const Levels expected = PlainSmooth(original, w, h, level);
+      ASSERT_EQ(smoothed, expected) << x << ", level " << level;
+      ASSERT_EQ(job.maximum, *std::max_element(expected.begin(), expected.end()));
+    }
+}
+
+FOR_EVERY_TARGET(SmoothingOnEveryTarget);
 
 TEST(Smoothing, CutsOnceAfterAllPasses) {
   // 2 by 2 with one 9: the ninths are 4 2 2 1, then 25 20 20 16 eighty-firsts of 9. Cut in between, the 2 would be
@@ -115,14 +119,15 @@ TEST(Smoothing, CutsOnceAfterAllPasses) {
 
 TEST(Smoothing, DoesNotDependOnTheNumberOfCoresAndKeepsToThePlane) {
   constexpr int width = 35, height = 21, pitch = 48, count = 7;
+  constexpr std::uint8_t kUntouched = 251;
   std::mt19937 random(3);
   std::vector<Levels> originals(count), alone, together;
   for (Levels& plane : originals) {
     plane.resize(pitch * height);
-    for (auto& value : plane) value = static_cast<std::int32_t>(random() % 256);
+    for (auto& value : plane) value = static_cast<std::uint8_t>(random());
   }
   const auto smooth = [&](int threads, std::vector<Levels>& results) {
-    results.assign(count, Levels(pitch * height, -5));
+    results.assign(count, Levels(pitch * height, kUntouched));
     std::vector<SmoothJob> jobs;
     for (std::size_t i = 0; i < count; ++i)
       jobs.push_back({{originals[i].data(), width, height, pitch}, {results[i].data(), width, height, pitch}});
@@ -133,7 +138,7 @@ TEST(Smoothing, DoesNotDependOnTheNumberOfCoresAndKeepsToThePlane) {
   smooth(1, alone);
   smooth(3, together);
   EXPECT_EQ(alone, together);
-  for (std::size_t i = 0; i < alone[0].size(); ++i) ASSERT_EQ(alone[0][i] == -5, i % pitch >= width);
+  for (std::size_t i = 0; i < alone[0].size(); ++i) ASSERT_TRUE(i % pitch < width || alone[0][i] == kUntouched);
 }
 
 TEST(Smoothing, RefusesPlanesThatHaveNoSecondRowOrColumn) {
