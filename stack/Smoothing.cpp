@@ -54,13 +54,17 @@ namespace {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Four doubles at most. With eight, two loads out of three would cross a cache line, which takes what the width gains.
+/// Four doubles at most. With eight, two loads out of three would cross a cache line, which takes what the width gains;
+/// only InteriorRows has a way around that.
 using Doubles = hn::CappedTag<double, 4>;
 using V = hn::Vec<Doubles>;
 
 /// Correctly rounded division by 9.
 struct PlainNinth {
-  V operator()(V sum) const { return hn::Div(sum, hn::Set(Doubles(), 9.0)); }
+  template <class Vector>
+  Vector operator()(Vector sum) const {
+    return hn::Div(sum, hn::Set(hn::DFromV<Vector>(), 9.0));
+  }
 };
 
 #if HWY_NATIVE_FMA
@@ -70,16 +74,69 @@ struct PlainNinth {
 /// the two differ by half a place or more. Hence the one rounding of the fused operation cannot go wrong, as long as
 /// the small product is a normal number.
 struct SplitNinth {
-  V operator()(V sum) const {
-    const Doubles d;
-    const V high = hn::Set(d, 0x1.c71c71c71c71cp-4);
-    const V low = hn::Set(d, 0x1.c71c71c71c71cp-58);
+  template <class Vector>
+  Vector operator()(Vector sum) const {
+    const hn::DFromV<Vector> d;
+    const Vector high = hn::Set(d, 0x1.c71c71c71c71cp-4);
+    const Vector low = hn::Set(d, 0x1.c71c71c71c71cp-58);
     return hn::MulAdd(sum, high, hn::Mul(sum, low));
   }
 };
 #else
 using SplitNinth = PlainNinth;
 #endif
+
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
+
+using Line = hn::Vec<hn::FixedTag<double, kLine>>;
+
+/// Eight neighbours out of two lines, from the given place of the first one on.
+template <int place>
+Line Between(Line first, Line second) {
+  return Line{
+      _mm512_castsi512_pd(_mm512_alignr_epi64(_mm512_castpd_si512(second.raw), _mm512_castpd_si512(first.raw), place))};
+}
+
+/// Four rows of the interior, without the first and last column. `in` begins one row above them. Each line is loaded
+/// once, and what lies one to the left or right put together from two of them: a load across two lines costs twice.
+template <class Ninth>
+void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, int width, Ninth ninth) {
+  const hn::DFromV<Line> d;
+  const Line one = hn::Set(d, 1.0);
+  // Half of the sums are made by the units that multiply, to the same bits: some processors add elsewhere.
+  const auto add = [&](std::size_t row, Line a, Line b) { return row % 2 ? hn::MulAdd(a, one, b) : hn::Add(a, b); };
+  constexpr std::size_t kRead = kStep + 2;
+  Line before[kRead], here[kRead], side[kRead], sums[kStep];
+#pragma GCC unroll 6
+  for (std::size_t row = 0; row < kRead; ++row) {
+    before[row] = hn::Load(d, in[row] - kLine);
+    here[row] = hn::Load(d, in[row]);
+  }
+  for (int x = 0; x < width; x += kLine) {
+#pragma GCC unroll 6
+    for (std::size_t row = 0; row < kRead; ++row) {
+      side[row] = Between<kLine - 1>(before[row], here[row]);
+      before[row] = here[row];
+    }
+#pragma GCC unroll 4
+    for (std::size_t row = 0; row < kStep; ++row) {
+      sums[row] = add(row, add(row, side[row], side[row + 1]), side[row + 2]);
+      sums[row] = add(row, add(row, add(row, sums[row], here[row]), here[row + 1]), here[row + 2]);
+    }
+#pragma GCC unroll 6
+    for (std::size_t row = 0; row < kRead; ++row) {
+      here[row] = hn::Load(d, in[row] + x + kLine);
+      side[row] = Between<1>(before[row], here[row]);
+    }
+#pragma GCC unroll 4
+    for (std::size_t row = 0; row < kStep; ++row) {
+      sums[row] = add(row, add(row, add(row, sums[row], side[row]), side[row + 1]), side[row + 2]);
+      hn::Store(ninth(sums[row]), d, out[row] + x);
+    }
+  }
+}
+
+#else
 
 /// Four rows of the interior, without the first and last column. `in` begins one row above them.
 template <class Ninth>
@@ -110,6 +167,8 @@ void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, int width, 
     hn::Store(ninth(sum3), d, out[3] + x);
   }
 }
+
+#endif
 
 template <class Ninth>
 void InteriorRow(const double* above, const double* here, const double* below, double* out, int width, Ninth ninth) {
