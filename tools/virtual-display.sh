@@ -26,19 +26,21 @@ trap 'exit 143' TERM
 unset WAYLAND_DISPLAY XAUTHORITY DBUS_SESSION_BUS_ADDRESS XDG_CURRENT_DESKTOP
 export LANG=C.UTF-8 LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR=$private
 
-# The server picks a free display and writes its number when it is ready.
+# The server picks a free display and writes its number when it is ready. It repeats no key: on a busy machine there may
+# be a second between a press and its release.
 mkfifo "$private/number"
-Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp -noreset -dpi 96 3>"$private/number" >/dev/null 2>&1 &
+Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp -noreset -r -dpi 96 3>"$private/number" >/dev/null 2>&1 &
 pids=("$!")
 number=
-read -r -t 30 number <"$private/number" || true
+read -r -t 60 number <"$private/number" || true
 [[ -n $number ]] || { echo "Vornalite: no virtual display could be started" >&2; exit 1; }
 export DISPLAY=:$number
 
 openbox --sm-disable --config-file "$tools/openbox.xml" >/dev/null 2>&1 &
 pids=("$!" "${pids[@]}")
-for _ in {1..200}; do # the window manager announces itself in this property
-  [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) == *"window id"* ]] && break
+end=$((SECONDS + 60))
+until [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) == *"window id"* ]]; do # it announces itself there
+  ((SECONDS < end)) || { echo "Vornalite: the window manager of the virtual display did not start" >&2; exit 1; }
   sleep 0.05
 done
 

@@ -20,11 +20,10 @@ void MoveTo(XScreen& screen, int x, int y) {
 
 void Button(XScreen& screen, unsigned button, bool down) {
   XTestFakeButtonEvent(screen.X(), button, down, CurrentTime);
-  XSync(screen.X(), False);
 }
 
-// Time and place of the last press are kept at the root window, for the next call.
-void KeepClicksApart(XScreen& screen, int x, int y) {
+// Time and position of the last press are kept at the root window, for the next call.
+void Press(XScreen& screen, unsigned button, int x, int y) {
   constexpr unsigned long kApart = 500;  // milliseconds; longer than the double-click time of any toolkit's default
   constexpr int kFar = 20;               // pixels; farther than any toolkit lets the halves of a double click be
   const auto now = [] {
@@ -36,6 +35,9 @@ void KeepClicksApart(XScreen& screen, int x, int y) {
   const auto far = [](unsigned long before, int place) { return std::abs(static_cast<int>(before) - place) > kFar; };
   if (last.size() == 3 && now() >= last[0] && now() - last[0] < kApart && !far(last[1], x) && !far(last[2], y))
     std::this_thread::sleep_for(std::chrono::milliseconds(kApart - (now() - last[0])));
+  MoveTo(screen, x, y);
+  Button(screen, button, true);
+  XSync(screen.X(), False);
   screen.SetNumbers(screen.Root(), screen.Named("_XDRIVER_LAST_PRESS"), XA_CARDINAL,
                     {now(), static_cast<unsigned long>(x), static_cast<unsigned long>(y)});
 }
@@ -54,7 +56,6 @@ KeyPlace FindKey(XScreen& screen, const std::string& key) {
 
 void Key(XScreen& screen, KeyCode code, bool down) {
   XTestFakeKeyEvent(screen.X(), code, down, CurrentTime);
-  XSync(screen.X(), False);
 }
 
 std::vector<std::string> KeysOf(const std::string& combination) {

@@ -10,12 +10,13 @@ namespace xdriver {
 /// Moves the pointer to the position on the screen.
 void MoveTo(XScreen& screen, int x, int y);
 
-/// Presses or releases a button of the pointer, where that is.
+/// Presses or releases a button of the pointer, where that is. As for keys, the request goes out with the next one that
+/// waits, so that the halves of a click or of a double click come together, however busy the machine is.
 void Button(XScreen& screen, unsigned button, bool down);
 
-/// Waits until a press at the position on the screen can no longer pass for the second half of a double click with a
-/// press of an earlier call.
-void KeepClicksApart(XScreen& screen, int x, int y);
+/// Moves the pointer to the position on the screen and presses the button there; later if the press could be taken for
+/// the second half of a double click, with one of an earlier call as the first.
+void Press(XScreen& screen, unsigned button, int x, int y);
 
 /// The key that bears the symbol, and whether it does so only together with Shift.
 struct KeyPlace {

@@ -176,17 +176,15 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
   } else if (action == "click") {
     const Target target = ReadPointed(screen, words);
     const auto button = static_cast<unsigned>(words.Number(1));
-    MoveTo(screen, target.x, target.y);
-    KeepClicksApart(screen, target.x, target.y);
-    for (int count = words.Number(1); count > 0; --count) {
-      Button(screen, button, true);
+    Press(screen, button, target.x, target.y);
+    for (int count = words.Number(1); count > 1; --count) {
       Button(screen, button, false);
+      Button(screen, button, true);
     }
+    Button(screen, button, false);
   } else if (action == "press") {
     const Target target = ReadPointed(screen, words);
-    MoveTo(screen, target.x, target.y);
-    KeepClicksApart(screen, target.x, target.y);
-    Button(screen, static_cast<unsigned>(words.Number(1)), true);
+    Press(screen, static_cast<unsigned>(words.Number(1)), target.x, target.y);
   } else if (action == "release") {
     Button(screen, static_cast<unsigned>(words.Number(1)), false);
   } else if (action == "key") {
