@@ -345,6 +345,9 @@ void Window::Refresh() {
         canvas->Compose();
       }
     }
+  // A repaint of the frame leaves out the opaque widgets in it, such as canvases, unless they wait for a paint.
+  if (!InsidePaint())
+    for (QWidget* widget : native_->frame->findChildren<QWidget*>()) widget->update();
   PutOnScreen(*native_, *native_->frame);
 }
 
