@@ -28,10 +28,10 @@ class Application {
   /// Passes true to each window's Event_CancelClose, unless one of them keeps the program, closes all windows and ends
   /// the event loop after the running event. Safe in any handler.
   void Quit(int status = 0);
-  /// Raises Event_Open. The menus are brought up to date from then on.
+  /// Raises Event_Open. From then on the menus are brought up to date, and a window with a menu bar that is hidden when
+  /// no other one is visible becomes an icon, from which the user can bring it back; its Visible is false until then.
   void Open();
-  /// Opens the application and runs the event loop until Quit. Returns the status. Where each window carries its menus,
-  /// hiding the last window with a menu bar only minimises it, or the first of its kind, since nothing would lead back.
+  /// Opens the application and runs the event loop until Quit. Returns the status.
   int Run();
 
   void MenuBar(platform::MenuBar* bar);

@@ -1,11 +1,17 @@
 #!/usr/bin/env bash
-# virtual-display.sh [--screen WIDTHxHEIGHT] COMMAND...: runs the command on a display of its own, made for it, with a
-# window manager and a session bus. Everything ends with the command; its exit code is handed on.
+# virtual-display.sh [--screen WIDTHxHEIGHT] [--manager PROGRAM] COMMAND...: runs the command on a display of its own,
+# made for it, with a window manager (openbox unless another is named) and a session bus. Everything ends with the
+# command; its exit code is returned.
 set -euo pipefail
 tools=$(dirname "$(readlink -f "$0")")
 screen=1600x1200
 if [[ $1 == --screen ]]; then
   screen=$2
+  shift 2
+fi
+manager=(openbox --sm-disable --config-file "$tools/openbox.xml")
+if [[ $1 == --manager ]]; then
+  manager=("$2")
   shift 2
 fi
 
@@ -36,7 +42,7 @@ read -r -t 60 number <"$private/number" || true
 [[ -n $number ]] || { echo "Vornalite: no virtual display could be started" >&2; exit 1; }
 export DISPLAY=:$number
 
-openbox --sm-disable --config-file "$tools/openbox.xml" >/dev/null 2>&1 &
+"${manager[@]}" >/dev/null 2>&1 &
 pids=("$!" "${pids[@]}")
 end=$((SECONDS + 60))
 until [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) == *"window id"* ]]; do # it announces itself there

@@ -39,6 +39,9 @@ bool HandlerBegun();
 /// Whether input is kept out at the moment.
 bool GateClosed();
 
+/// Whether the application has been opened and does not quit.
+bool ApplicationRuns();
+
 /// Calls `work` from the event loop as soon as no handler runs, in the order of the calls.
 void RunSoon(std::function<void()> work);
 /// Runs the event with the failure guard alone, without what ends an event.

@@ -21,7 +21,11 @@ struct NativeWindow {
   NativeWindow(const NativeWindow&) = delete;
 
   void Show();
+  /// Hides the window. One with menus leaves the screen at the end of the running event: if no other window with menus
+  /// is left by then, it becomes an icon, so that the user can get at the menus again.
   void Hide();
+  /// Takes the window off the screen at once.
+  void Leave();
   void ShowModal();
   /// Shows the window at the end of the running event, so that it appears at its final size and place.
   void ShowSoon();
@@ -36,6 +40,8 @@ struct NativeWindow {
   /// The content got a size: places bar and content, lets the controls follow, tells the window.
   void Adopt(int newWidth, int newHeight);
   void SyncActive();
+  /// The user may have brought back a window that was hidden as an icon.
+  void SyncAway();
   void AskToClose();
   /// A key that no control used. True if it did something.
   bool KeyDown(class QKeyEvent& key);
@@ -62,7 +68,7 @@ struct NativeWindow {
   bool opened = false;
   bool closed = false;
   bool showSoon = false;
-  bool shownOnce = false;
+  bool away = false;            ///< hidden for the program: an icon, or about to leave the screen
   bool active = false;          ///< as last told to the window
   bool awaitsExposure = false;  ///< shown, and not exposed since
   QEventLoop* modalLoop = nullptr;
@@ -78,6 +84,8 @@ NativeWindow* NativeWindowOf(const QWidget* widget);
 void BringToFront(NativeWindow& window);
 /// Shows the windows that wait for the end of the event.
 void ShowWaitingWindows();
+/// Takes the hidden windows off the screen, or makes the first one an icon if no window with menus is visible.
+void SettleAwayWindows();
 /// Ends closed windows unless a handler has begun.
 void EndClosedWindows();
 bool WindowsWaitForTheirEnd();

@@ -37,8 +37,7 @@ struct Running {
   bool posted = false;
   bool reporting = false;
   bool updatingMenus = false;
-  bool opened = false;   ///< the application's open event has come
-  bool looping = false;  ///< the application's event loop runs
+  bool opened = false;  ///< the application's open event has come
   bool quitting = false;
   int status = 0;
   QElapsedTimer sincePump;
@@ -180,22 +179,6 @@ void PreferX11() {
 #endif
 }
 
-/// Keeps a way back to the program: where the menus stand in the windows, the first window that carries them is
-/// minimised instead of hidden when none of its kind is left to be seen.
-void KeepAWayBack() {
-#ifndef Q_OS_MACOS
-  if (!running.looping || running.quitting) return;
-  Window* first = nullptr;
-  for (int i = 0; i < WindowCount(); ++i) {
-    Window& window = WindowAt(i);
-    if (!window.MenuBar()) continue;
-    if (window.Visible()) return;
-    if (!first) first = &window;
-  }
-  if (first) first->Native().frame->showMinimized();
-#endif
-}
-
 void Report(const String& failure) {
   if (running.reporting) {
     // The message itself is on the screen, and another failure came of it.
@@ -243,6 +226,7 @@ void StartToolkit(char** argv) {
 bool HandlerRuns() { return running.depth > 0 || GateClosed(); }
 bool HandlerBegun() { return running.depth + running.waiting > 0; }
 bool GateClosed() { return toolkit && toolkit->gate.Closed(); }
+bool ApplicationRuns() { return running.opened && !running.quitting; }
 bool InsidePaint() { return running.painting > 0; }
 
 void RunSoon(std::function<void()> work) {
@@ -268,7 +252,7 @@ void Dispatch(const std::function<void()>& event) {
   if (outermost && !InsidePaint()) {
     Guarded([] {
       ShowWaitingWindows();
-      KeepAWayBack();
+      SettleAwayWindows();
       FlushCanvases();
     });
     if (running.application) running.application->UpdateMenus();
@@ -319,6 +303,7 @@ void PutOnScreen(NativeWindow& window, QWidget& widget) {
 
 NestedLoop::NestedLoop() : depth_(running.depth), closed_(GateClosed()), painting_(running.painting) {
   ShowWaitingWindows();
+  SettleAwayWindows();
   FlushCanvases();
   running.waiting += depth_;
   running.depth = 0;
@@ -368,9 +353,8 @@ void Application::Open() {
 
 int Application::Run() {
   Open();
-  running.looping = true;
   if (!running.quitting) QCoreApplication::exec();
-  running.looping = running.quitting = false;
+  running.quitting = false;
   EndClosedWindows();
   return running.status;
 }

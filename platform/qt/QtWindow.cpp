@@ -31,6 +31,7 @@ class FrameWidget : public QWidget {
  protected:
   bool event(QEvent* event) override {
     const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::WindowStateChange) native_.SyncAway();
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate) native_.SyncActive();
     return handled;
   }
@@ -148,7 +149,7 @@ QPoint NativeWindow::Place() const { return frame->geometry().topLeft() + QPoint
 void NativeWindow::SetPlace(int left, int top) {
   settings.centered = false;
   frame->setGeometry(QRect(QPoint(left, top - barHeight), frame->size()));
-  // A hidden window that stands there already must still learn that its place is ours, not the window manager's.
+  // A hidden window that has this position already must still learn that it is ours, not the window manager's.
   if (QWindow* handle = frame->windowHandle(); handle && !frame->isVisible()) handle->setGeometry(frame->geometry());
 }
 
@@ -192,11 +193,11 @@ void NativeWindow::AttachMenus() {
   }
 }
 
-bool NativeWindow::Visible() const { return showSoon || frame->isVisible(); }
+bool NativeWindow::Visible() const { return showSoon || (frame->isVisible() && !away); }
 
 void NativeWindow::Show() {
   if (closed) return;
-  showSoon = false;
+  showSoon = away = false;
   if (!frame->isVisible()) {
     if (settings.centered) {
       const QScreen* screen = QGuiApplication::primaryScreen();
@@ -209,7 +210,6 @@ void NativeWindow::Show() {
       list == controls.end() ? content->setFocus() : (*list)->widget->setFocus();
     }
     awaitsExposure = true;
-    shownOnce = true;
   }
   if (frame->isMinimized()) frame->setWindowState(frame->windowState() & ~Qt::WindowMinimized);
   frame->show();
@@ -227,20 +227,37 @@ void NativeWindow::ShowSoon() {
 
 void NativeWindow::Hide() {
   showSoon = false;
-  if (frame->isVisible() && !closed) {  // the window manager would choose a new place at the next showing
-    const QPoint place = Place();
-    frame->hide();
-    SetPlace(place.x(), place.y());
-  }
-  frame->hide();
   if (modalLoop) modalLoop->quit();
+  // Without an application that runs there is no user who would need the menus again.
+  if (closed || !menuBar || !frame->isVisible() || !ApplicationRuns()) return Leave();
+  away = true;
+  if (!HandlerRuns()) SettleAwayWindows();
+}
+
+void NativeWindow::Leave() {
+  away = false;
+  if (!frame->isVisible()) return;
+  QWindow* handle = frame->windowHandle();
+  const bool placed = handle && (handle->isExposed() || frame->isMinimized());
+  const QPoint place = Place();
+  frame->hide();
+  // The next showing gets a new window from the window system. Window managers move one that they let go of, some only
+  // when it is shown again already, and one that was an icon before would come back as an icon.
+  if (handle) handle->destroy();
+  if (placed) SetPlace(place.x(), place.y());
+}
+
+void NativeWindow::SyncAway() {
+  if (!away || frame->isMinimized()) return;
+  away = false;
+  SyncActive();
 }
 
 void NativeWindow::ShowModal() {
   if (modalLoop || closed) return;
   QEventLoop loop;
   modalLoop = &loop;
-  frame->hide();
+  Leave();
   frame->setWindowModality(Qt::ApplicationModal);
   frame->winId();  // makes the window, so that the one it belongs to can be told
   QWidget* below = QApplication::activeWindow();
@@ -251,7 +268,7 @@ void NativeWindow::ShowModal() {
     loop.exec();
   }
   modalLoop = nullptr;
-  frame->hide();
+  Leave();
   frame->setWindowModality(Qt::NonModal);
 }
 
@@ -260,7 +277,7 @@ void NativeWindow::SyncActive() {
     return RunSoon([guard = QPointer<QWidget>(frame.get()), this] {
       if (guard) SyncActive();
     });
-  const bool isActive = frame->isActiveWindow() && frame->isVisible();
+  const bool isActive = frame->isActiveWindow() && frame->isVisible() && !away;
   if (isActive == active) return;
   active = isActive;
   if (active) BringToFront(*this);
@@ -412,6 +429,22 @@ void BringToFront(NativeWindow& window) { window.lastInFront = ++timesInFront; }
 void ShowWaitingWindows() {
   for (std::size_t i = 0; i < windows.size(); ++i)
     if (windows[i]->Native().showSoon) windows[i]->Native().Show();
+}
+
+void SettleAwayWindows() {
+  bool wayBack = std::any_of(windows.begin(), windows.end(),
+                             [](const auto& window) { return window->MenuBar() && window->Visible(); });
+  for (const auto& window : windows) {
+    NativeWindow& native = window->Native();
+    if (!native.away) continue;
+    if (wayBack) {
+      native.Leave();
+    } else {
+      // While it is on the screen: some window managers ignore the wish of a hidden window.
+      if (!native.frame->isMinimized()) native.frame->setWindowState(native.frame->windowState() | Qt::WindowMinimized);
+      wayBack = true;
+    }
+  }
 }
 
 bool WindowsWaitForTheirEnd() { return !closedWindows.empty(); }

@@ -48,4 +48,9 @@ TEST_F(StartStory, ClosingTakesWindowsWithIt) {
   Stop("the close box of Overview, Main in front with the composite");
   user::CloseButton(main());
   Stop("the close box of Main: all maps go, Overview comes");
+  user::CloseButton(overview());
+  EXPECT_FALSE(overview().Visible());
+  Stop("the close box of Overview, the last window with menus: it becomes an icon");
+  user::ChooseMenu("MenuWindowOverview");
+  Stop("Overview in the menu Window");
 }

@@ -25,7 +25,8 @@ constexpr const char* kUsage = R"(xdriver ACTION...
   wait TITLE [SECONDS]                  until a window of that title is on the screen; prints its number
   gone TITLE [SECONDS]                  until there is none
   geometry TITLE                        x y width height of its content on the screen
-  raise | activate | close TITLE        close as its frame's button does
+  raise | activate | close TITLE        activate brings back an icon if it gets a number; close as the
+                                        frame's button does
   place TITLE X Y                       puts its content there on the screen
   idle TITLE [SECONDS]                  until the program and the window manager have handled all earlier input, all
                                         that changed is on the screen, and no work goes on; TITLE names a
@@ -156,7 +157,8 @@ bool Act(XScreen& screen, const std::string& action, Words& words) {
     XRaiseWindow(screen.X(), NeedWindow(screen, words.Text()));
     XSync(screen.X(), False);
   } else if (action == "activate") {
-    return Activate(screen, NeedWindow(screen, words.Text()));
+    const std::string title = words.Text();
+    return Activate(screen, title.starts_with("0x") ? std::stoul(title, nullptr, 16) : NeedWindow(screen, title));
   } else if (action == "place") {
     const Window window = NeedWindow(screen, words.Text());
     const int x = words.Number();
