@@ -15,7 +15,7 @@ WIDGETS = """Application Buttons Canvas Control Dialogs Displays Inputs Listbox 
 ROOMS = ["catalogue", "stack", "mainwindow", "composite", "output"]
 # Where the toolkit and the decoders may be named (benches compare with both), and X11, which the tests' own driver speaks; it keeps what it sees on
 # the screen by libpng and so owes nothing to the readers that it helps to test.
-TOOLKIT = re.compile(r"^(Q[A-Za-z]|qt?[a-z]*\.h|private/q|qpa/|tiff|png|magick/|Magick\+\+|wand/|xcb/)")
+TOOLKIT = re.compile(r"^(Q[A-Za-z]|qt?[a-z]*\.h|private/q|qpa/|tiff|png|xcb/)")
 TOOLKIT_FOLDERS = ("platform/", "tests/platform/", "tests/support/", "bench/")
 X11 = re.compile(r"^X11/")
 X11_FOLDERS = ("platform/qt/", "tools/xdriver/")

@@ -3,13 +3,16 @@
 
     tools/make_odd_pictures.py tests/odd
 
-The tests open them, the fuzz targets damage them. Standard library only, so that the files can be made anywhere.
+The tests open them, the fuzz targets damage them. Standard library only, so that the files can be made anywhere. Not
+made here: netpbm*.pict and imagemagick*.pict, which those programs wrote (ppmtopict, convert) from the same pixels.
 """
 import base64
 import pathlib
 import struct
 import sys
 import zlib
+
+from odd_picts import odd_picts
 
 BYTE, ASCII, SHORT, LONG, LONG8 = 1, 2, 3, 4, 16
 SIZES = {BYTE: 1, ASCII: 1, SHORT: 2, LONG: 4, LONG8: 8}
@@ -98,24 +101,6 @@ def gif(width, height, palette, pixels, before=b""):
     blocks = b"".join(bytes([len(data[i:i + 255])]) + data[i:i + 255] for i in range(0, len(data), 255))
     return (b"GIF89a" + struct.pack("<HHBBB", width, height, 0xF7, 0, 0) + b"".join(bytes(c) for c in palette) + before
             + b"\x2c" + struct.pack("<HHHHB", 0, 0, width, height, 0) + b"\x08" + blocks + b"\0;")
-
-
-def pict(width, height, rows, preamble=bytes(512)):
-    """Version 2 with one packed pixel map of 8 bits and a grey colour table; each row is one literal run."""
-    frame = struct.pack(">4h", 0, 0, height, width)
-    table = struct.pack(">IHH", 0, 0, 255) + b"".join(struct.pack(">4H", i, i * 257, i * 257, i * 257)
-                                                     for i in range(256))
-    pixel_map = (struct.pack(">H", 0x8000 | width) + frame + struct.pack(">HHI", 0, 0, 0)
-                 + struct.pack(">II", 72 << 16, 72 << 16) + struct.pack(">4H", 0, 8, 1, 8) + bytes(12))
-    data = b""
-    for row in rows:
-        run = bytes([len(row) - 1]) + bytes(row)
-        data += bytes([len(run)]) + run
-    header = b"\x00\x11\x02\xff\x0c\x00\xff\xfe\0\0" + struct.pack(">II", 72 << 16, 72 << 16) + frame + bytes(4)
-    clip = b"\0\x01" + struct.pack(">H", 10) + frame
-    opcode = b"\0\x98" + pixel_map + table + frame + frame + bytes(2) + data
-    content = header + clip + opcode + b"\0" * (len(opcode) % 2) + b"\0\xff"
-    return preamble + struct.pack(">H", (len(content) + 10) & 0xFFFF) + frame + content
 
 
 def jpeg_with_orientation(tag):
@@ -217,7 +202,7 @@ def odd_pictures():
     yield "no-end-chunk.png", png(width, height, 8, 0, rows8, end=False)
     yield "lies-30000-x-30000.png", png(30000, 30000, 8, 0, rows8)
 
-    # BMP, GIF, JPEG, PICT.
+    # BMP, GIF, JPEG.
     yield "palette.bmp", bmp(width, height, 8, spectrum, bytes8)
     yield "grey-4-bits.bmp", bmp(width, height, 4, greys[::17], b"".join(
         packed_bits([c % 16 for c in counts[y * width:(y + 1) * width]], 4).ljust(8, b"\0") for y in range(height)))
@@ -230,11 +215,8 @@ def odd_pictures():
     yield "grey.jpg", JPEG
     yield "turned-right.jpg", jpeg_with_orientation(6)
     yield "no-end-marker.jpg", JPEG[:-2]
-    yield "grey.pict", pict(width, height, rows8)
-    yield "no-preamble.pict", pict(width, height, rows8, b"")
-    yield "png-in-the-preamble.pict", pict(width, height, rows8, png(2, 2, 8, 0, [b"ab"] * 2).ljust(512, b"\0"))
-    yield "lies-30000-x-30000.pict", (lambda file: file[:514] + struct.pack(">4h", 0, 0, 30000, 30000) + file[522:])(
-        pict(width, height, rows8))
+    counts_png = png(width, height, 8, 0, rows8)
+    yield from odd_picts([list(row) for row in rows8], counts_png, tiff(bytes8, width, height, 8), JPEG)
     yield "text-that-begins-with-BM.txt", b"BMW is a maker of cars, not a picture.\n"
     yield "empty.tif", b""
 

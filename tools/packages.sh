@@ -6,8 +6,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/steps.sh
 
 # shellcheck disable=SC2034  # the sets are read by name below
-build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-dev libdeflate-dev libgraphicsmagick1-dev
-       libhwy-dev)
+build=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libtiff-dev libpng-dev libdeflate-dev libhwy-dev)
 # shellcheck disable=SC2034
 test=(libgtest-dev libbenchmark-dev python3 xvfb openbox xauth dbus at-spi2-core fonts-dejavu-core x11-utils
       libx11-dev libxtst-dev desktop-file-utils appstream dpkg-dev file lintian shellcheck clang-format clang-tidy)

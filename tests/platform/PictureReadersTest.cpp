@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <csignal>
 #include <functional>
 #include <limits>
 #include <string>
@@ -344,7 +343,6 @@ TEST(OddFiles, AreRefusedForTheRightReason) {
       {"lies-30000-x-30000-deflate.tif", "truncated"},
       {"lies-30000-x-30000-lzma.tif", "truncated"},
       {"lies-30000-x-30000.png", "truncated"},
-      {"lies-30000-x-30000.pict", "truncated"},
       {"lies-strip-past-end.tif", "truncated"},
       {"lies-strip-of-no-rows.tif", "truncated"},
       {"lies-tile-of-a-gigapixel.tif", "unsupported size"},
@@ -394,19 +392,6 @@ TEST(OddFiles, CutShortAtAnyByteGiveNothingOrTheWholePictureAndNoWord) {
   }
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-}
-
-TEST(PictReader, LeavesTheSignalsAlone) {
-  const Bytes file = FileContent(OddFolder() / "grey.pict");
-  const int numbers[] = {SIGINT, SIGTERM, SIGHUP, SIGSEGV, SIGFPE, SIGABRT, SIGXCPU};
-  struct sigaction before[std::size(numbers)];
-  for (std::size_t i = 0; i < std::size(numbers); ++i) sigaction(numbers[i], nullptr, &before[i]);
-  EXPECT_TRUE(ReadPict(file).picture);
-  for (std::size_t i = 0; i < std::size(numbers); ++i) {
-    struct sigaction after {};
-    sigaction(numbers[i], nullptr, &after);
-    EXPECT_EQ(after.sa_handler, before[i].sa_handler) << numbers[i];
-  }
 }
 
 template <class Sample>

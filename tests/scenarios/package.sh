@@ -10,7 +10,7 @@ step "the package names what it needs at run time"
 package=$(echo "$private"/package/*.deb)
 lintian --no-cfg --allow-root --fail-on error,warning "$package"
 needs=$(dpkg-deb --field "$package" Depends)
-for library in libqt6widgets6 libqt6gui6 libtiff6 libpng16-16 libgraphicsmagick hicolor-icon-theme; do
+for library in libqt6widgets6 libqt6gui6 libtiff6 libpng16-16 hicolor-icon-theme; do
   [[ $needs == *"$library"* ]] || fail "$library is not among: $needs"
 done
 

@@ -1,0 +1,15 @@
+#pragma once
+/// QuickTime images in a PICT: opcodes 8200 and 8201.
+
+#include "platform/pictures/readers/PictCanvas.h"
+
+namespace platform::pict {
+
+constexpr int kCompressedQuickTime = 0x8200;
+constexpr int kUncompressedQuickTime = 0x8201;
+
+/// Reads and paints the image of an opcode: JPEG, PNG, TIFF, raw pixels or a raster. What else QuickTime knows is
+/// refused, and a PICT in a QuickTime image is not opened.
+void PaintQuickTime(Input& input, int opcode, Canvas& canvas);
+
+}  // namespace platform::pict

@@ -1,0 +1,224 @@
+#include "platform/pictures/readers/PictRaster.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "platform/GreyScaling.h"
+
+namespace platform::pict {
+
+namespace {
+
+/// Shorter rows are never packed.
+constexpr std::size_t kShortestPackedRow = 8;
+/// The count of the bytes of a packed row has one byte for rows up to this length, two bytes for longer ones.
+constexpr std::size_t kLongestRowOfByteCount = 250;
+
+bool IsDirect(int opcode) { return opcode == 0x9A || opcode == 0x9B; }
+bool HasMask(int opcode) { return opcode % 2 == 1; }
+
+Packing DirectPacking(int type, const PixelMap& map) {
+  if (map.rowBytes < kShortestPackedRow) return Packing::kNone;
+  if (type == 1) return Packing::kNone;
+  if (type == 2 && map.depth == 32) return Packing::kNoPadByte;
+  if ((type == 0 || type == 3) && map.depth == 16) return Packing::kWords;
+  if ((type == 0 || type == 4) && map.depth == 32) return Packing::kPlanes;
+  throw ReadFailure("unsupported compression: PICT pack type " + std::to_string(type) + " of " +
+                    std::to_string(map.depth) + " bits");
+}
+
+/// From the row bytes up to the colour table.
+PixelMap ReadPixelMap(Input& input, bool direct, bool packed) {
+  PixelMap map;
+  const int rowBytes = input.Word();
+  map.rowBytes = rowBytes & 0x3FFF;
+  map.bounds = input.Rectangle();
+  if (map.bounds.Empty()) throw ReadFailure("truncated or damaged: a raster without pixels");
+  map.packing = packed && map.rowBytes >= kShortestPackedRow ? Packing::kBytes : Packing::kNone;
+  if (!direct && (rowBytes & 0x8000) == 0) {
+    map.palette = {kWhite, kBlack};
+    return map;
+  }
+  input.Skip(2);  // version
+  const int packType = input.Word();
+  input.Skip(14);  // packed size, resolution, pixel type
+  map.depth = input.Word();
+  map.components = input.Word() == 4 ? 4 : 3;
+  input.Skip(14);  // bits a component, offset of planes, table, reserved
+  const bool known = direct ? map.depth == 16 || map.depth == 32
+                            : map.depth == 1 || map.depth == 2 || map.depth == 4 || map.depth == 8;
+  if (!known) throw ReadFailure("unsupported depth: PICT of " + std::to_string(map.depth) + " bits");
+  if (direct)
+    map.packing = DirectPacking(packType, map);
+  else
+    map.palette = ReadColorTable(input);
+  return map;
+}
+
+/// Fills the row from PackBits data whose runs count units of 1 or 2 bytes. Bytes that follow a full row are dropped.
+void Unpack(Input packed, std::size_t unit, std::span<std::uint8_t> row) {
+  while (!row.empty()) {
+    const int code = packed.Left() > 0 ? packed.Byte() : 0;
+    if (code == 128) continue;
+    const bool repeated = code > 128;
+    const std::size_t count = static_cast<std::size_t>(repeated ? 257 - code : code + 1) * unit;
+    if (packed.Left() < (repeated ? unit : count))
+      throw ReadFailure("truncated or damaged: a row of the PICT has too few pixels");
+    const auto bytes = packed.Take(repeated ? unit : count);
+    const std::size_t used = std::min(count, row.size());
+    if (repeated)
+      for (std::size_t i = 0; i < used; ++i) row[i] = bytes[i & (unit - 1)];
+    else
+      std::ranges::copy(bytes.first(used), row.begin());
+    row = row.subspan(used);
+  }
+}
+
+/// Decodes the rows of a pixel map one after the other.
+class PixelRows {
+ public:
+  PixelRows(Input& input, const PixelMap& map);
+  /// The colours of the next row; those of four components with the alpha in the highest byte.
+  std::span<Color> Next();
+
+ private:
+  std::span<const std::uint8_t> NextStored();
+  Color Direct(std::span<const std::uint8_t> row, std::size_t x) const;
+
+  Input& input_;
+  const PixelMap& map_;
+  std::array<std::uint8_t, 256> levels5_ = LevelsOfBits(5);
+  std::vector<std::uint8_t> unpacked_;
+  std::vector<Color> colors_;
+};
+
+PixelRows::PixelRows(Input& input, const PixelMap& map)
+    : input_(input), map_(map), colors_(static_cast<std::size_t>(map.bounds.Width())) {
+  const std::size_t width = colors_.size();
+  std::size_t needed = (width * static_cast<std::size_t>(map.depth) + 7) / 8;
+  if (map.packing == Packing::kPlanes) needed = width * static_cast<std::size_t>(map.components);
+  if (map.packing == Packing::kNoPadByte) needed = width * 3;
+  if ((map.packing == Packing::kNone || map.packing == Packing::kBytes || map.packing == Packing::kWords) &&
+      needed > map.rowBytes)
+    throw ReadFailure("truncated or damaged: rows of the PICT shorter than its width");
+  unpacked_.resize(needed);
+}
+
+std::span<const std::uint8_t> PixelRows::NextStored() {
+  if (map_.packing == Packing::kNone) return input_.Take(map_.rowBytes);
+  if (map_.packing == Packing::kNoPadByte) return input_.Take(unpacked_.size());
+  const std::size_t count = map_.rowBytes > kLongestRowOfByteCount ? input_.Word() : input_.Byte();
+  Unpack(Input(input_.Take(count)), map_.packing == Packing::kWords ? 2 : 1, unpacked_);
+  return unpacked_;
+}
+
+Color PixelRows::Direct(std::span<const std::uint8_t> row, std::size_t x) const {
+  const std::size_t width = colors_.size();
+  switch (map_.packing) {
+    case Packing::kNoPadByte:
+      return RGB(row[3 * x], row[3 * x + 1], row[3 * x + 2]);
+    case Packing::kPlanes: {
+      const auto plane = [&](std::size_t number) { return Color{row[number * width + x]}; };
+      return map_.components == 4 ? plane(0) << 24 | plane(1) << 16 | plane(2) << 8 | plane(3)
+                                  : plane(0) << 16 | plane(1) << 8 | plane(2);
+    }
+    default: {
+      const auto byte = [&](std::size_t number) { return Color{row[4 * x + number]}; };
+      return (map_.components == 4 ? byte(0) << 24 : 0) | byte(1) << 16 | byte(2) << 8 | byte(3);
+    }
+  }
+}
+
+std::span<Color> PixelRows::Next() {
+  const auto row = NextStored();
+  if (map_.depth == 32) {
+    for (std::size_t x = 0; x < colors_.size(); ++x) colors_[x] = Direct(row, x);
+  } else if (map_.depth == 16) {
+    for (std::size_t x = 0; x < colors_.size(); ++x) {
+      const int value = row[2 * x] << 8 | row[2 * x + 1];
+      const auto level = [&](int shift) { return levels5_[static_cast<std::size_t>(value >> shift & 31)]; };
+      colors_[x] = RGB(level(10), level(5), level(0));
+    }
+  } else {
+    const auto depth = static_cast<std::size_t>(map_.depth);
+    for (std::size_t x = 0; x < colors_.size(); ++x) {
+      const std::size_t bit = x * depth;
+      colors_[x] = map_.palette[static_cast<std::size_t>(row[bit / 8] >> (8 - depth - bit % 8) & ((1 << depth) - 1))];
+    }
+  }
+  return colors_;
+}
+
+int Alpha(Color color) { return static_cast<int>(color >> 24); }
+
+Color OnWhite(Color color) {
+  const int alpha = Alpha(color);
+  return RGB(OverWhite(Red(color), alpha), OverWhite(Green(color), alpha), OverWhite(Blue(color), alpha));
+}
+
+/// Behind a QuickTime image comes what programs without QuickTime show in its place: a bit map within its rectangle, or
+/// a raster of any depth that would hide it.
+bool IsFallback(const PixelMap& map, const Rect& destination, const Rect& quickTime) {
+  return map.depth == 1 ? quickTime.Contains(destination) : destination == quickTime;
+}
+
+/// Whether any pixel of the rows that follow has an alpha other than 0.
+bool HasAlpha(Input input, const PixelMap& map) {
+  if (map.depth != 32 || map.components != 4) return false;
+  PixelRows rows(input, map);
+  for (int y = 0; y < map.bounds.Height(); ++y)
+    if (std::ranges::any_of(rows.Next(), [](Color color) { return Alpha(color) != 0; })) return true;
+  return false;
+}
+
+}  // namespace
+
+Palette ReadColorTable(Input& input) {
+  input.Skip(4);  // seed
+  const bool byPosition = (input.Word() & 0x8000) != 0;
+  const int count = input.Word() + 1;
+  Palette palette{};
+  for (int i = 0; i < count; ++i) {
+    const int value = input.Word();
+    const auto index = static_cast<std::size_t>(byPosition ? i : value);
+    const int red = input.Word() >> 8;
+    const int green = input.Word() >> 8;
+    const int blue = input.Word() >> 8;
+    if (index < palette.size()) palette[index] = RGB(red, green, blue);
+  }
+  return palette;
+}
+
+void PaintPixels(Input& input, const PixelMap& map, Canvas& canvas, const Placement& placement) {
+  const bool hasAlpha = HasAlpha(input, map);
+  PixelRows rows(input, map);
+  RowPainter painter = canvas.Begin(placement);
+  for (int y = map.bounds.top; y < map.bounds.bottom; ++y) {
+    const auto row = rows.Next();
+    if (hasAlpha) std::ranges::transform(row, row.begin(), OnWhite);
+    painter.Paint(y, row);
+  }
+}
+
+Rect PaintRaster(Input& input, int opcode, Canvas& canvas) {
+  if (IsDirect(opcode)) input.Skip(4);  // address
+  const PixelMap map = ReadPixelMap(input, IsDirect(opcode), opcode >= 0x98);
+  Placement placement{.bounds = map.bounds, .source = input.Rectangle(), .destination = input.Rectangle()};
+  input.Skip(2);  // transfer mode
+  if (HasMask(opcode)) placement.mask = ReadRegion(input);
+  if (IsFallback(map, placement.destination, canvas.quickTime)) placement.destination = {};
+  PaintPixels(input, map, canvas, placement);
+  return placement.destination;
+}
+
+void SkipPixelPattern(Input& input) {
+  const int type = input.Word();
+  input.Skip(8);                        // the pattern in black and white
+  if (type == 2) return input.Skip(6);  // one colour
+  if (type != 1) throw ReadFailure("truncated or damaged: a pixel pattern of type " + std::to_string(type));
+  const PixelMap map = ReadPixelMap(input, false, true);
+  PixelRows rows(input, map);
+  for (int y = 0; y < map.bounds.Height(); ++y) rows.Next();
+}
+
+}  // namespace platform::pict
