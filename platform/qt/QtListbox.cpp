@@ -206,8 +206,8 @@ NativeListbox::~NativeListbox() {
 }
 
 void NativeListbox::Refresh() {
-  view->visualRect(model->index(0, 0));  // lets a layout that waits take place
-  PutOnScreen(window, *view);
+  view->visualRect(model->index(0, 0));    // lets a layout that waits take place
+  PutOnScreen(window, *view->viewport());  // a repaint of the view would leave the cells out
 }
 
 void NativeListbox::Setup(const ListboxSettings& wanted) {
