@@ -1,6 +1,6 @@
 /// Walks at random over the whole program: drops samples and malformed pictures, clicks, drags, types, chooses menu
-/// items, closes windows. It fails when the program crashes or hangs. A walk depends on its seed alone; that of one
-/// that fails is printed.
+/// items, closes windows. It fails when the program crashes, hangs or leaves something on the screen that it would not
+/// paint again. A walk depends on its seed alone; the one that fails is printed.
 ///
 /// VORNALITE_WALK_SECONDS: how long to go on with walk after walk (5). VORNALITE_WALK_SEED: the one walk to repeat.
 
@@ -58,14 +58,17 @@ class Walk {
     fs::remove_all(folder_);
   }
 
-  void Run() {
+  /// False if something was left on the screen that does not belong there.
+  bool Run() {
     for (int step = 0; step < kSteps && WindowCount() > 0; ++step) {
       answering_ = true;
       user::Post([this] { AnswerPicker(); });
       Step();
       answering_ = false;
       user::ProcessEvents();
+      if (step % 25 == 24 && !ScreenIsTrue(step)) return false;
     }
+    return true;
   }
 
  private:
@@ -73,6 +76,15 @@ class Walk {
   template <class Values>
   auto& OneOf(Values& values) {
     return values[static_cast<std::size_t>(Below(static_cast<int>(values.size())))];
+  }
+
+  bool ScreenIsTrue(int step) {
+    for (const auto& line : user::VisibleState().Take())
+      if (line.path.find("NOT REPAINTED") != std::string::npos) {
+        std::printf("step %d: %s: %s\n", step, line.path.c_str(), line.text.c_str());
+        return false;
+      }
+    return true;
   }
 
   /// The picker holds its caller: what is done in it comes from the event loop.
@@ -181,8 +193,7 @@ class Walk {
 /// One walk in this process.
 int WalkOnce(char** argv, unsigned seed) {
   const StartedApp app(argv);
-  Walk(seed).Run();
-  return 0;
+  return Walk(seed).Run() ? 0 : 1;
 }
 
 unsigned NumberFrom(const char* variable, unsigned otherwise) {

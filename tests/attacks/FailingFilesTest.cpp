@@ -1,0 +1,139 @@
+// Files that fail in use: every byte and every step of a save.
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fstream>
+
+#include "tests/WindowsFixture.h"
+
+namespace {
+
+// A step fails, or the disk is full after `at` bytes.
+constexpr int kNone = 0, kError = 1, kFull = 4;
+
+/// What happens to step number `at`.
+struct Plan {
+  int fault = kNone, at = 0;
+  std::string folder;  ///< empty: nothing happens, and no call counts
+  std::atomic<int> calls{0};
+};
+Plan plan;
+
+/// The fault of this call.
+int FaultNow() {
+  const int call = ++plan.calls;
+  return call == plan.at ? plan.fault : kNone;
+}
+
+/// Whether this step of a save fails.
+bool StepFails() {
+  if (plan.folder.empty() || FaultNow() != kError) return false;
+  errno = EIO;
+  return true;
+}
+
+}  // namespace
+
+// These take the place of the C library's for the whole program.
+extern "C" {
+int fsync(int file) { return StepFails() ? -1 : static_cast<int>(syscall(SYS_fsync, file)); }
+int linkat(int from, const char* old, int to, const char* name, int flags) noexcept {
+  return StepFails() ? -1 : static_cast<int>(syscall(SYS_linkat, from, old, to, name, flags));
+}
+int renameat2(int from, const char* old, int to, const char* name, unsigned flags) noexcept {
+  return StepFails() ? -1 : static_cast<int>(syscall(SYS_renameat2, from, old, to, name, flags));
+}
+int rename(const char* old, const char* name) noexcept { return renameat2(AT_FDCWD, old, AT_FDCWD, name, 0); }
+}
+
+// Each fault has a program of its own: this one once more, with the fault in its environment and a fate on its output.
+class FailingFilesTest : public WindowsTest {
+ protected:
+  static std::string Contents(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+
+  std::map<std::string, std::string> Files() {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+      files[entry.path().filename()] = Contents(entry.path());
+    return files;
+  }
+
+  /// Puts the fault of the environment in force for the files of this test.
+  void BeginFault() {
+    if (const char* fault = std::getenv("VORNALITE_FAULT")) std::sscanf(fault, "%d %d", &plan.fault, &plan.at);
+    plan.folder = folder.string();
+    if (plan.fault != kFull) return;
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{static_cast<rlim_t>(plan.at), RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  static void EndFault() {
+    plan.folder.clear();
+    const rlimit all{RLIM_INFINITY, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &all);
+  }
+
+  /// What becomes of the test of that name under the fault.
+  static std::string FateOf(const char* test, int fault, int at) {
+    const std::string command = "VORNALITE_FAULT='" + std::to_string(fault) + " " + std::to_string(at) + "' " +
+                                std::filesystem::read_symlink("/proc/self/exe").string() +
+                                " --gtest_filter=FailingFilesTest." + test + " 2>&1";
+    std::FILE* output = popen(command.c_str(), "r");
+    std::string fate = "no fate", all;
+    for (char line[4096]; std::fgets(line, sizeof line, output);) {
+      all += line;
+      if (std::strncmp(line, "fate: ", 6) == 0) fate = std::string(line).substr(6, std::strlen(line) - 7);
+    }
+    return pclose(output) == 0 ? fate : all;
+  }
+};
+
+TEST_F(FailingFilesTest, Save) {
+  LoadThree(20, 16);
+  WriteBytes("map_(Al).png", "mine");
+  const auto before = Files();
+  BeginFault();
+  user::Click(main().PB_SaveImage);
+  EndFault();
+  auto after = Files();
+  EXPECT_EQ(platform::WindowCount(), 3);
+  EXPECT_TRUE(messages.empty()) << messages[0];
+  if (after == before) return void(std::printf("fate: nothing\n"));
+  const std::string saved = after["map_(Al)_02.png"];
+  after.erase("map_(Al)_02.png");
+  EXPECT_EQ(after, before);
+  const auto picture = platform::FolderItem(folder / "map_(Al)_02.png").OpenAsPicture();
+  ASSERT_TRUE(picture);
+  for (int y = 0; y < 16; ++y)
+    for (int x = 0; x < 20; ++x)
+      ASSERT_EQ(picture->RGBSurface().Pixel(x, y), Globals::lut(10, Level(0, x, y))) << x << ',' << y;
+  if (plan.calls < plan.at) return void(std::printf("fate: not reached\n"));
+  std::printf("fate: saved %zu\n", saved.size());
+}
+
+TEST_F(FailingFilesTest, EveryByteAndStepOfASave) {
+  const std::string whole = FateOf("Save", kNone, 0);
+  ASSERT_TRUE(whole.starts_with("saved ")) << whole;
+  const int size = std::stoi(whole.substr(6));
+  for (int bytes = 0; bytes < size; bytes += 1 + size / 12)
+    EXPECT_EQ(FateOf("Save", kFull, bytes), "nothing") << "room for " << bytes << " bytes of " << size;
+  EXPECT_EQ(FateOf("Save", kFull, size - 1), "nothing");
+  std::string fate;
+  for (int at = 1; fate != "not reached"; ++at) {
+    ASSERT_LT(at, 20);
+    fate = FateOf("Save", kError, at);
+    // The last step, which makes the new name last, may fail: the picture is there.
+    EXPECT_TRUE(fate == "nothing" || (at > 1 && (fate == "not reached" || fate.starts_with("saved"))))
+        << "step " << at << ": " << fate;
+  }
+}
