@@ -33,9 +33,12 @@ if [[ $(id -u) -ne 0 ]]; then
   fi
   as_root=(sudo)
 fi
+# Status lines come through a descriptor of their own, as apt closes that one for the programs that it starts; sudo would
+# close it, too, so it is opened after that.
+# shellcheck disable=SC2016
 apt() {
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get -qq -o Dpkg::Use-Pty=0 -o APT::Status-Fd=1 "$@"
+    sh -c 'exec apt-get -qq -o Dpkg::Use-Pty=0 -o APT::Status-Fd=3 "$@" 3>&1' apt-get "$@"
 }
 
 say "missing packages: ${missing[*]}"
