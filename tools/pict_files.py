@@ -155,13 +155,13 @@ def other_opcodes(version):
     for first, last, size in ((0x30, 0x37, 8), (0x38, 0x3F, 0), (0x40, 0x47, 8), (0x48, 0x4F, 0), (0x50, 0x57, 8),
                               (0x58, 0x5F, 0), (0x60, 0x67, 12), (0x68, 0x6F, 4), (0x78, 0x7F, 0), (0x88, 0x8F, 0)):
         fixed.update({first: size, last: size})
-    yield 0x11, fill[:version]
     for opcode, size in fixed.items():
         yield opcode, fill[:size]
     for opcode in (0x01, 0x70, 0x77, 0x80, 0x87):
         yield opcode, words(14) + fill[:12]
     for opcode, before in ((0x28, 4), (0x29, 1), (0x2A, 1), (0x2B, 2)):
         yield opcode, fill[:before] + b"\x03" + fill[:3]
+    yield 0x11, fill[:version]
     for opcode in (0x24, 0x27, 0x2C, 0x2F, 0x92, 0x97, 0x9C, 0x9F, 0xA2, 0xAF):
         yield opcode, words(5) + fill[:5]
     yield 0xA1, fill[:2] + words(3) + fill[:3]
