@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/Application.h"
+#include "platform/widgets/Application.h"
 
 /// The application: start-up, the state of the menus, and the commands that belong to no single window.
 class App : public platform::Application {

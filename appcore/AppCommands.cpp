@@ -6,7 +6,7 @@
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "output/WindowAbout.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 
 using namespace platform;
 

@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/Array.h"
-#include "platform/Color.h"
-#include "platform/FolderItem.h"
-#include "platform/Ref.h"
-#include "platform/String.h"
+#include "platform/values/Array.h"
+#include "platform/values/Color.h"
+#include "platform/pictures/FolderItem.h"
+#include "platform/values/Ref.h"
+#include "platform/values/String.h"
 
 namespace Globals {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/MenuBar.h"
+#include "platform/widgets/MenuBar.h"
 
 namespace Menu {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "composite/Mixing.h"
-#include "platform/Picture.h"
+#include "platform/pictures/Picture.h"
 #include "stack/ColorMapping.h"
 #include "stack/LevelTaking.h"
 #include "stack/PlaneStack.h"

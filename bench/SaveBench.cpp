@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <random>
 
-#include "platform/PNGu.h"
+#include "platform/pictures/PNGu.h"
 
 namespace platform {
 namespace {

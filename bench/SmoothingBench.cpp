@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "platform/Parallel.h"
+#include "platform/values/Parallel.h"
 #include "stack/PlaneStack.h"
 #include "stack/Smoothing.h"
 

@@ -23,8 +23,8 @@
 #include "catalogue/WindowOverview.h"
 #include "composite/SpeciesWindow.h"
 #include "mainwindow/Main.h"
-#include "platform/Dialogs.h"
-#include "platform/Testing.h"
+#include "platform/widgets/Dialogs.h"
+#include "tests/support/Testing.h"
 
 namespace user = platform::testing;
 using bench::Compression;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileType.h"
+#include "platform/values/FileType.h"
 
 /// The kinds of file that the program knows by name. The table is larger than what may be dropped.
 namespace FileTypes {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <span>
 
-#include "platform/Numbers.h"
+#include "platform/values/Numbers.h"
 
 using platform::Array;
 using platform::BinaryStream;

@@ -9,10 +9,10 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/Array.h"
-#include "platform/BinaryStream.h"
-#include "platform/FolderItem.h"
-#include "platform/String.h"
+#include "platform/values/Array.h"
+#include "platform/values/BinaryStream.h"
+#include "platform/pictures/FolderItem.h"
+#include "platform/values/String.h"
 
 namespace Globals {
 

@@ -1,5 +1,5 @@
 #include "catalogue/MapFile.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 
 using platform::Array;
 using platform::BinaryStream;

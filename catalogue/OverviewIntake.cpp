@@ -6,7 +6,7 @@
 #include "catalogue/MapFile.h"
 #include "catalogue/SpeciesNames.h"
 #include "catalogue/WindowOverview.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 
 using namespace platform;
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/BackgroundTask.h"
+#include "platform/values/BackgroundTask.h"
 
 using platform::Array;
 using platform::Left;

@@ -2,8 +2,8 @@
 /// Names of species, made from the names of the files of a cluster: what all names have in common at the front and at
 /// the back is stripped, the rest is made safe for file names. Nothing here knows any chemistry.
 
-#include "platform/Array.h"
-#include "platform/String.h"
+#include "platform/values/Array.h"
+#include "platform/values/String.h"
 
 namespace Globals {
 

@@ -1,5 +1,5 @@
 #include "catalogue/SpeciesNames.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 
 platform::String Globals::ShortNames(const platform::Array<platform::String>& names,
                                      platform::Array<platform::String>& shorts) {

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "platform/Array.h"
-#include "platform/String.h"
+#include "platform/values/Array.h"
+#include "platform/values/String.h"
 
 struct SpeciesUnion {
   platform::Array<platform::String> names;  ///< ascending, each name once, in the spelling that came first

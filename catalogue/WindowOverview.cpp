@@ -3,8 +3,8 @@
 #include "appcore/Globals.h"
 #include "appcore/Menu.h"
 #include "mainwindow/Main.h"
-#include "platform/Application.h"
-#include "platform/Numbers.h"
+#include "platform/widgets/Application.h"
+#include "platform/values/Numbers.h"
 
 using namespace platform;
 

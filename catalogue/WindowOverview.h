@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-#include "platform/Buttons.h"
-#include "platform/Displays.h"
-#include "platform/Listbox.h"
-#include "platform/Window.h"
+#include "platform/widgets/Buttons.h"
+#include "platform/widgets/Displays.h"
+#include "platform/widgets/Listbox.h"
+#include "platform/widgets/Window.h"
 
 /// The list of all clusters, where work begins. Row r of ListBox1 is row r of Globals::ooo.
 ///

@@ -7,7 +7,7 @@
 #include "composite/Mixing.h"
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 #include "stack/CurveLUT.h"
 
 using namespace platform;

@@ -4,7 +4,7 @@
 #include "composite/SpeciesWindow.h"
 #include "mainwindow/Main.h"
 #include "mainwindow/WindowSizes.h"
-#include "platform/Screen.h"
+#include "platform/widgets/Screen.h"
 #include "stack/ColorMapping.h"
 #include "stack/CurveLUT.h"
 

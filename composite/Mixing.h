@@ -4,8 +4,8 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/Color.h"
-#include "platform/PlaneView.h"
+#include "platform/values/Color.h"
+#include "platform/values/PlaneView.h"
 #include "stack/DisplayCurve.h"
 
 /// Every pixel of `target` becomes the colour whose red, green and blue are what the three curves give for the levels

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "platform/Canvas.h"
-#include "platform/Window.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Window.h"
 
 /// One species of the stack in a window of its own: a snapshot through the colours that were in force when it was
 /// opened. Any number of them stand side by side, under the linked cursor and the drawing.

@@ -5,7 +5,7 @@
 #include "mainwindow/Main.h"
 #include "mainwindow/Overlay.h"
 #include "mainwindow/WindowSizes.h"
-#include "platform/Application.h"
+#include "platform/widgets/Application.h"
 
 using namespace platform;
 

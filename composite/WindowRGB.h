@@ -2,11 +2,11 @@
 
 #include <cstdint>
 
-#include "platform/Buttons.h"
-#include "platform/Canvas.h"
-#include "platform/Displays.h"
-#include "platform/Inputs.h"
-#include "platform/Window.h"
+#include "platform/widgets/Buttons.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Displays.h"
+#include "platform/widgets/Inputs.h"
+#include "platform/widgets/Window.h"
 
 /// Three species of the stack mixed into one picture.
 ///

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/Numbers.h"
+#include "platform/values/Numbers.h"
 
 using platform::ToInt32;
 

@@ -3,8 +3,8 @@
 
 #include <array>
 
-#include "platform/Color.h"
-#include "platform/Graphics.h"
+#include "platform/values/Color.h"
+#include "platform/pictures/Graphics.h"
 
 struct Point {
   int x = 0, y = 0;

@@ -3,13 +3,13 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/Buttons.h"
-#include "platform/Canvas.h"
-#include "platform/Displays.h"
-#include "platform/Inputs.h"
-#include "platform/Listbox.h"
-#include "platform/Timer.h"
-#include "platform/Window.h"
+#include "platform/widgets/Buttons.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Displays.h"
+#include "platform/widgets/Inputs.h"
+#include "platform/widgets/Listbox.h"
+#include "platform/widgets/Timer.h"
+#include "platform/widgets/Window.h"
 #include "stack/PlaneStack.h"
 
 /// The working window: one species of the loaded cluster on cvTIF, and the stack behind it.

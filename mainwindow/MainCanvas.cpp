@@ -7,8 +7,8 @@
 #include "mainwindow/Main.h"
 #include "mainwindow/Overlay.h"
 #include "mainwindow/Resources.h"
-#include "platform/Dialogs.h"
-#include "platform/Screen.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/widgets/Screen.h"
 
 using namespace platform;
 

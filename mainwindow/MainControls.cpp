@@ -2,7 +2,7 @@
 
 #include "appcore/Menu.h"
 #include "mainwindow/Main.h"
-#include "platform/Application.h"
+#include "platform/widgets/Application.h"
 
 using namespace platform;
 

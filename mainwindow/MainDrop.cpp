@@ -5,7 +5,7 @@
 #include "appcore/Globals.h"
 #include "catalogue/SpeciesNames.h"
 #include "mainwindow/Main.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 #include "stack/ColorMapping.h"
 #include "stack/LevelTaking.h"
 

@@ -2,7 +2,7 @@
 
 #include "mainwindow/Main.h"
 #include "mainwindow/MedianMark.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 
 using namespace platform;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Graphics.h"
-#include "platform/Picture.h"
+#include "platform/pictures/Graphics.h"
+#include "platform/pictures/Picture.h"
 
 /// Paints a map on its canvas, scaled to the canvas: with the drawing on it while that is shown, hard-edged or smooth
 /// as "Exact Pixels" says. `composed`, of the size of `base`, takes the base and the drawing; it is left as it was

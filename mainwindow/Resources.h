@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/MouseCursor.h"
+#include "platform/widgets/MouseCursor.h"
 
 /// The program's own pictures and pointers. Each is loaded at its first use and kept.
 namespace Resources {

@@ -7,9 +7,9 @@
 #include <cstdint>
 
 #include "mainwindow/CursorGeometry.h"
-#include "platform/Array.h"
-#include "platform/Graphics.h"
-#include "platform/Numbers.h"
+#include "platform/values/Array.h"
+#include "platform/pictures/Graphics.h"
+#include "platform/values/Numbers.h"
 
 /// The image pixel nearest to a position on the canvas, pixels taken by their middles. A half goes upward, so that at
 /// zoom 1 it is the pixel under the pointer. (The cursor uses ImagePixelAt.)

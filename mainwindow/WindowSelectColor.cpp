@@ -1,7 +1,7 @@
 #include "mainwindow/WindowSelectColor.h"
 
-#include "platform/Application.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Dialogs.h"
 
 using namespace platform;
 

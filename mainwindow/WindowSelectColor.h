@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-#include "platform/Buttons.h"
-#include "platform/Canvas.h"
-#include "platform/Displays.h"
-#include "platform/Window.h"
+#include "platform/widgets/Buttons.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Displays.h"
+#include "platform/widgets/Window.h"
 
 /// The modal dialog in which the user picks the drawing colour. The caller sets selectedcolor, calls ShowModal, and
 /// takes selectedcolor over if NotCancelled is true then.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Numbers.h"
+#include "platform/values/Numbers.h"
 
 using platform::ToInt32;
 

@@ -4,7 +4,7 @@
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "output/NumberedNames.h"
-#include "platform/PNGu.h"
+#include "platform/pictures/PNGu.h"
 
 using namespace platform;
 

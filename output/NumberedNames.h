@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "platform/FolderItem.h"
-#include "platform/String.h"
+#include "platform/pictures/FolderItem.h"
+#include "platform/values/String.h"
 
 namespace GlobalUniversal {
 

@@ -1,5 +1,5 @@
 #include "output/NumberedNames.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 
 using platform::FolderItem;
 using platform::Ref;

@@ -1,7 +1,7 @@
 #include "output/TextLogWindow.h"
 
-#include "platform/Application.h"
-#include "platform/Screen.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Screen.h"
 
 using namespace platform;
 

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "platform/Buttons.h"
-#include "platform/Listbox.h"
-#include "platform/Window.h"
+#include "platform/widgets/Buttons.h"
+#include "platform/widgets/Listbox.h"
+#include "platform/widgets/Window.h"
 
 /// A list of numbered lines, for debugging. It comes up with the program when the constant in App.cpp says so.
 class TextLogWindow : public platform::SingletonWindow<TextLogWindow> {

@@ -1,6 +1,6 @@
 #include "output/WindowAbout.h"
 
-#include "platform/Application.h"
+#include "platform/widgets/Application.h"
 
 using namespace platform;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Displays.h"
-#include "platform/Window.h"
+#include "platform/widgets/Displays.h"
+#include "platform/widgets/Window.h"
 
 /// Names the program and its version. Closed by its close button, made anew at the next use.
 class WindowAbout : public platform::SingletonWindow<WindowAbout> {

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/Color.h"
-#include "platform/PlaneView.h"
+#include "platform/values/Color.h"
+#include "platform/values/PlaneView.h"
 #include "stack/DisplayCurve.h"
 
 using ColorTable = std::array<platform::Color, 256>;

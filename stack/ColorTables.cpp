@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/Numbers.h"
+#include "platform/values/Numbers.h"
 
 using platform::Array;
 using platform::Color;

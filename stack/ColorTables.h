@@ -3,9 +3,9 @@
 
 #include <array>
 
-#include "platform/Array.h"
-#include "platform/Color.h"
-#include "platform/String.h"
+#include "platform/values/Array.h"
+#include "platform/values/Color.h"
+#include "platform/values/String.h"
 
 /// One line a table: its name, then 256 colours 0xRRGGBB as decimal numbers, separated by commas. The first and the
 /// last colour, white and black, are marks of this format.

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "platform/Numbers.h"
+#include "platform/values/Numbers.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "platform/Picture.h"
-#include "platform/PlaneView.h"
+#include "platform/pictures/Picture.h"
+#include "platform/values/PlaneView.h"
 
 /// Takes the grey level of each pixel, which is the largest of its red, green and blue, into both planes, over the part
 /// that the picture and the planes have in common. Returns the highest level, -1 for an empty picture. A picture made

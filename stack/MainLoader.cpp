@@ -6,9 +6,9 @@
 #include "catalogue/WindowOverview.h"
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
-#include "platform/Dialogs.h"
-#include "platform/PictureSequence.h"
-#include "platform/Screen.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/pictures/PictureSequence.h"
+#include "platform/widgets/Screen.h"
 #include "stack/ColorMapping.h"
 #include "stack/LevelTaking.h"
 

@@ -4,7 +4,7 @@
 #include "appcore/Globals.h"
 #include "appcore/Menu.h"
 #include "mainwindow/Main.h"
-#include "platform/Dialogs.h"
+#include "platform/widgets/Dialogs.h"
 #include "stack/ColorMapping.h"
 #include "stack/CurveLUT.h"
 

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "mainwindow/Main.h"
-#include "platform/Dialogs.h"
-#include "platform/Numbers.h"
-#include "platform/Parallel.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/values/Numbers.h"
+#include "platform/values/Parallel.h"
 #include "stack/Smoothing.h"
 
 using namespace platform;

@@ -9,7 +9,7 @@
 #include <sys/mman.h>
 #endif
 
-#include "platform/Errors.h"
+#include "platform/values/Errors.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/PlaneView.h"
+#include "platform/values/PlaneView.h"
 
 class PlaneStack {
  public:

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Errors.h"
-#include "platform/Parallel.h"
+#include "platform/values/Errors.h"
+#include "platform/values/Parallel.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "stack/Smoothing.cpp"

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/PlaneView.h"
+#include "platform/values/PlaneView.h"
 
 struct SmoothJob {
   platform::PlaneView<const std::uint8_t> original;

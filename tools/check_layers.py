@@ -1,20 +1,30 @@
 #!/usr/bin/python3
-"""Checks that includes follow the layers of the house (docs/house.md). Prints each breach and ends with 1 if there is
-one. Without an argument it checks the tree that it lies in."""
+"""Checks that includes follow the layers of the house (docs/house.md): a folder includes only the folders that ALLOWED
+names for it. Prints each breach and exits with 1 if there is one. Checks the tree that it is part of, or the one given."""
 import os
 import re
 import sys
 
-# Headers of platform/ that know no widget and no event loop. Every other header of platform/ stands in WIDGETS.
-VALUES = """Array BackgroundTask BinaryStream Color DragItem Errors FileType FolderItem Graphics GreyScaling Numbers PNGu
-    Parallel Picture PictureReaders PictureSequence PlaneView ReaderTools Ref String""".split()
-WIDGETS = """Application Buttons Canvas Control Dialogs Displays Inputs Listbox MenuBar MouseCursor Screen Testing Timer
-    Window""".split()
-
-# Rooms whose plain functions are arithmetic: the files that their CMakeLists.txt gives to vornalite_arithmetic.
-ROOMS = ["catalogue", "stack", "mainwindow", "composite", "output"]
-# Where the toolkit and the decoders may be named (benches compare with both), and X11, which the tests' own driver speaks; it keeps what it sees on
-# the screen by libpng and so owes nothing to the readers that it helps to test.
+PLATFORM = ["platform/values", "platform/pictures", "platform/widgets"]
+# Each folder of the product, and the other folders that its files may include.
+ALLOWED = {
+    "platform/values": [],
+    "platform/pictures": ["platform/values", "platform/pictures/readers"],
+    "platform/pictures/readers": ["platform/values", "platform/pictures"],
+    "platform/widgets": ["platform/values", "platform/pictures"],
+    "platform/qt": PLATFORM,
+    "catalogue": PLATFORM + ["appcore", "mainwindow"],
+    "stack": PLATFORM + ["appcore", "catalogue", "composite", "mainwindow"],
+    "mainwindow": PLATFORM + ["appcore", "catalogue", "composite", "stack"],
+    "composite": PLATFORM + ["appcore", "mainwindow", "stack"],
+    "output": PLATFORM + ["appcore", "catalogue", "composite", "mainwindow"],
+    "appcore": PLATFORM + ["catalogue", "stack", "mainwindow", "composite", "output"],
+}
+# Above the arithmetic, which is the files that a room's CMakeLists.txt gives to vornalite_arithmetic.
+ABOVE_ARITHMETIC = ("platform/widgets/", "platform/qt/", "appcore/")
+# The toolkit and the decoders may be named by the implementation files of platform/, and where tests and benchmarks
+# compare with them. The driver for X servers keeps screenshots with libpng, so that it shares nothing with the readers
+# that it helps to test.
 TOOLKIT = re.compile(r"^(Q[A-Za-z]|qt?[a-z]*\.h|private/q|qpa/|tiff|png|xcb/)")
 TOOLKIT_FOLDERS = ("platform/", "tests/platform/", "tests/support/", "bench/")
 X11 = re.compile(r"^X11/")
@@ -42,7 +52,7 @@ def read_tree(root):
 
 def arithmetic_files(root, tree):
     files = []
-    for room in ROOMS:
+    for room in ALLOWED:
         lists = os.path.join(root, room, "CMakeLists.txt")
         if not os.path.exists(lists):
             continue
@@ -54,7 +64,7 @@ def arithmetic_files(root, tree):
 
 
 def reached(tree, start):
-    """Every file of the tree that `start` includes at first or second hand -> the file that includes it."""
+    """Every file of the tree that `start` includes directly or indirectly -> the file that includes it."""
     parents, todo = {}, [start]
     while todo:
         path = todo.pop()
@@ -69,14 +79,13 @@ def check(root):
     tree = read_tree(root)
     breaches = []
     windows = {path for path, includes in tree.items()
-               if path.endswith(".h") and not path.startswith("platform/") and (True, "platform/Window.h") in includes}
+               if path.endswith(".h") and not path.startswith("platform/")
+               and (True, "platform/widgets/Window.h") in includes}
     for path, includes in sorted(tree.items()):
-        name = path[len("platform/"):-len(".h")]
-        if path.startswith("platform/") and path.endswith(".h") and "/" not in name:
-            if (name in VALUES) == (name in WIDGETS):
-                breaches.append(f"{path}: name it in VALUES or in WIDGETS of tools/check_layers.py")
+        folder = os.path.dirname(path)
+        public_header = path.startswith("platform/") and path.endswith(".h") and folder != "platform/qt"
         for quoted, header in includes:
-            public_header = path.startswith("platform/") and path.endswith(".h") and path.count("/") == 1
+            target = os.path.dirname(header)
             if (TOOLKIT.match(header) and DRIVER.get(path) != header
                     and (public_header or not path.startswith(TOOLKIT_FOLDERS))):
                 breaches.append(f"{path}: includes {header}; only implementation files of platform/ name the toolkit")
@@ -84,19 +93,19 @@ def check(root):
                 breaches.append(f"{path}: includes {header}")
             if quoted and header not in tree and not FOREIGN.search(header) and not TOOLKIT.match(header):
                 breaches.append(f"{path}: includes {header}, which is no path from the top of the tree")
-            if header.startswith("platform/qt/") and not path.startswith(TOOLKIT_FOLDERS):
-                breaches.append(f"{path}: includes {header}; platform/qt/ belongs to platform/ alone")
-            if path.startswith("platform/") and header in tree and not header.startswith("platform/"):
-                breaches.append(f"{path}: includes {header}; the platform knows no room")
+            if quoted and header in tree and folder in ALLOWED and target not in [folder] + ALLOWED[folder]:
+                breaches.append(f"{path}: includes {header}; {folder}/ may not include {target}/")
+            if header.startswith("platform/qt/") and not path.startswith(("platform/qt/", "tests/support/")):
+                breaches.append(f"{path}: includes {header}; only platform/qt/ and the testing hooks know it")
             if path in windows and header in windows:
                 breaches.append(f"{path}: includes {header}; windows know one another in .cpp files only")
+        if folder not in ALLOWED and path.startswith("platform/"):
+            breaches.append(f"{path}: {folder}/ is missing in ALLOWED of tools/check_layers.py")
 
-    widget_headers = {f"platform/{name}.h" for name in WIDGETS}
-    value_files = [path for path in tree if path in {f"platform/{name}{end}" for name in VALUES for end in (".h", ".cpp")}]
-    for path in sorted(value_files + arithmetic_files(root, tree)):
+    for path in sorted(arithmetic_files(root, tree)):
         for header, parent in sorted(reached(tree, path).items()):
-            if header in widget_headers or header in windows or header.startswith("appcore/"):
-                breaches.append(f"{path}: reaches {header} through {parent}; it stands below the widgets")
+            if header in windows or header.startswith(ABOVE_ARITHMETIC):
+                breaches.append(f"{path}: reaches {header} through {parent}; arithmetic knows no widget and no window")
     return breaches
 
 

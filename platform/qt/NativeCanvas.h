@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/Canvas.h"
+#include "platform/widgets/Canvas.h"
 #include "platform/qt/NativeControl.h"
 
 namespace platform {

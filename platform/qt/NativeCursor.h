@@ -2,7 +2,7 @@
 
 #include <QCursor>
 
-#include "platform/MouseCursor.h"
+#include "platform/widgets/MouseCursor.h"
 
 namespace platform {
 

@@ -4,7 +4,7 @@
 #include <QTableView>
 #include <vector>
 
-#include "platform/Listbox.h"
+#include "platform/widgets/Listbox.h"
 #include "platform/qt/NativeControl.h"
 
 namespace platform {

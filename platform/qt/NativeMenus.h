@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <vector>
 
-#include "platform/MenuBar.h"
+#include "platform/widgets/MenuBar.h"
 
 namespace platform {
 

@@ -8,10 +8,10 @@
 #include <QString>
 #include <functional>
 
-#include "platform/Color.h"
-#include "platform/Picture.h"
-#include "platform/PlaneView.h"
-#include "platform/String.h"
+#include "platform/values/Color.h"
+#include "platform/pictures/Picture.h"
+#include "platform/values/PlaneView.h"
+#include "platform/values/String.h"
 
 class QPaintEvent;
 class QWidget;

@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "platform/Window.h"
+#include "platform/widgets/Window.h"
 #include "platform/qt/NativeControl.h"
 
 class QEventLoop;

@@ -1,6 +1,6 @@
 // Start, state of the menus, commands.
 
-#include "tests/WindowsFixture.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

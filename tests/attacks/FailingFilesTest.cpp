@@ -11,7 +11,7 @@
 #include <cstring>
 #include <fstream>
 
-#include "tests/WindowsFixture.h"
+#include "tests/support/WindowsFixture.h"
 
 namespace {
 

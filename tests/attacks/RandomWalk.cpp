@@ -21,8 +21,8 @@
 #include "catalogue/WindowOverview.h"
 #include "mainwindow/Main.h"
 #include "mainwindow/WindowSelectColor.h"
-#include "platform/Dialogs.h"
-#include "platform/Testing.h"
+#include "platform/widgets/Dialogs.h"
+#include "tests/support/Testing.h"
 #include "tests/support/VisibleState.h"
 
 using namespace platform;

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "catalogue/MapFile.h"
-#include "tests/catalogue/Messages.h"
-#include "tests/platform/Folder.h"
+#include "tests/support/Messages.h"
+#include "tests/support/Folder.h"
 
 using platform::Array;
 using platform::BinaryStream;

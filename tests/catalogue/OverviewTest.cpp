@@ -1,6 +1,6 @@
 // Drops, rows, boxes and colours of the Overview window.
 
-#include "tests/WindowsFixture.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "catalogue/SpeciesNames.h"
-#include "tests/catalogue/Messages.h"
+#include "tests/support/Messages.h"
 
 using platform::Array;
 using platform::String;

@@ -1,8 +1,8 @@
 // The composite window and the species windows.
 
-#include "platform/Screen.h"
+#include "platform/widgets/Screen.h"
 #include "stack/DisplayCurve.h"
-#include "tests/WindowsFixture.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

@@ -12,11 +12,12 @@ from check_layers import check
 class CheckLayers(unittest.TestCase):
     def breaches(self, **files):
         """Of a sound tree with these files in addition; a name is written with __ for / and _ for the last point."""
-        tree = {"platform__String_h": "", "platform__Window_h": '#include "platform/String.h"',
-                "platform__qt__Native_h": "#include <QWidget>", "platform__String_cpp": "#include <QString>",
-                "stack__Curve_h": '#include "platform/String.h"', "stack__Curve_cpp": '#include "stack/Curve.h"',
-                "stack__CMakeLists_txt": "vornalite_arithmetic(stack_arithmetic Curve.cpp  # one\n  Smooth.cpp)",
-                "mainwindow__Main_h": '#include "platform/Window.h"',
+        tree = {"platform__values__String_h": "", "platform__values__String_cpp": "#include <QString>",
+                "platform__widgets__Window_h": '#include "platform/values/String.h"',
+                "platform__qt__Native_h": "#include <QWidget>",
+                "stack__Curve_h": '#include "platform/values/String.h"', "stack__Curve_cpp": '#include "stack/Curve.h"',
+                "stack__CMakeLists_txt": "vornalite_arithmetic(stack SOURCES Curve.cpp  # one\n  Smooth.cpp)",
+                "mainwindow__Main_h": '#include "platform/widgets/Window.h"',
                 "mainwindow__Main_cpp": '#include "mainwindow/Main.h"\n#include "stack/Curve.h"'}
         tree.update(files)
         with tempfile.TemporaryDirectory() as root:
@@ -38,17 +39,19 @@ class CheckLayers(unittest.TestCase):
                       dict(stack__Loose_cpp="#  include <tiffio.h>"),
                       dict(tests__stack__A_cpp="#include <png.h>"),
                       dict(tests__stack__A_cpp="#include <X11/Xlib.h>"),
-                      dict(platform__String_h="#include <QString>"),
+                      dict(platform__values__String_h="#include <QString>"),
                       dict(platform__Novel_h=""),
-                      dict(stack__Loose_cpp='#include "../platform/String.h"'),
+                      dict(stack__Loose_cpp='#include "../platform/values/String.h"'),
                       dict(stack__Loose_cpp='#include "platform/qt/Native.h"'),
+                      dict(tests__stack__A_cpp='#include "platform/qt/Native.h"'),
                       dict(platform__qt__Native_cpp='#include "stack/Curve.h"'),
-                      dict(mainwindow__Main_h='#include "platform/Window.h"\n#include "output/About.h"',
-                           output__About_h='#include "platform/Window.h"'),
-                      dict(stack__Smooth_cpp='#include "platform/Window.h"'),
+                      dict(catalogue__A_cpp='#include "stack/Curve.h"'),
+                      dict(mainwindow__Main_h='#include "platform/widgets/Window.h"\n#include "output/About.h"',
+                           output__About_h='#include "platform/widgets/Window.h"'),
+                      dict(stack__Smooth_cpp='#include "platform/widgets/Window.h"'),
                       dict(stack__Smooth_cpp='#include "stack/Hidden.h"',
                            stack__Hidden_h='#include "mainwindow/Main.h"'),
-                      dict(platform__String_cpp='#include "platform/Window.h"')):
+                      dict(platform__values__String_cpp='#include "platform/widgets/Window.h"')):
             with self.subTest(files):
                 self.assertNotEqual(self.breaches(**files), [])
 

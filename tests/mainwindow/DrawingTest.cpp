@@ -1,7 +1,7 @@
 // Freehand drawing over all maps, and the colour picker.
 
 #include "mainwindow/WindowSelectColor.h"
-#include "tests/WindowsFixture.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

@@ -3,7 +3,7 @@
 #include <random>
 
 #include "mainwindow/LinkedCursor.h"
-#include "tests/WindowsFixture.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

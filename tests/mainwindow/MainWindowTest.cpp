@@ -1,7 +1,7 @@
 // Layout of Main, species list, keys.
 
 #include "mainwindow/CursorGeometry.h"
-#include "tests/WindowsFixture.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

@@ -2,8 +2,8 @@
 
 #include "output/TextLogWindow.h"
 #include "output/WindowAbout.h"
-#include "platform/Screen.h"
-#include "tests/WindowsFixture.h"
+#include "platform/widgets/Screen.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

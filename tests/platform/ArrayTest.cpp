@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "platform/Array.h"
-#include "platform/Numbers.h"
-#include "platform/Ref.h"
-#include "platform/String.h"
+#include "platform/values/Array.h"
+#include "platform/values/Numbers.h"
+#include "platform/values/Ref.h"
+#include "platform/values/String.h"
 
 namespace platform {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "platform/FolderItem.h"
-#include "tests/platform/Folder.h"
+#include "platform/pictures/FolderItem.h"
+#include "tests/support/Folder.h"
 
 namespace platform {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "tests/platform/Drawn.h"
+#include "tests/support/Drawn.h"
 
 namespace platform {
 namespace {

@@ -3,7 +3,7 @@
 #include <limits>
 #include <random>
 
-#include "tests/platform/Drawn.h"
+#include "tests/support/Drawn.h"
 
 namespace platform {
 namespace {

@@ -6,9 +6,9 @@
 #include <QImage>
 #include <csignal>
 
-#include "platform/PNGu.h"
-#include "tests/platform/Drawn.h"
-#include "tests/platform/Folder.h"
+#include "platform/pictures/PNGu.h"
+#include "tests/support/Drawn.h"
+#include "tests/support/Folder.h"
 
 namespace platform {
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/PictureReaders.h"
+#include "platform/pictures/readers/PictureReaders.h"
 
 // The files are written by tools/odd_picts.py, by netpbm and by ImageMagick; here is how each of them looks.
 

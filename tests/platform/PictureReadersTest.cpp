@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/GreyScaling.h"
-#include "platform/PictureReaders.h"
-#include "tests/platform/Folder.h"
+#include "platform/pictures/GreyScaling.h"
+#include "platform/pictures/readers/PictureReaders.h"
+#include "tests/support/Folder.h"
 
 namespace platform {
 namespace {

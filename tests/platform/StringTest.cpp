@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/String.h"
+#include "platform/values/String.h"
 
 namespace platform {
 namespace {

@@ -7,17 +7,17 @@
 #include <stdexcept>
 #include <thread>
 
-#include "platform/Application.h"
-#include "platform/Buttons.h"
-#include "platform/Canvas.h"
-#include "platform/Dialogs.h"
-#include "platform/Displays.h"
-#include "platform/FileType.h"
-#include "platform/Inputs.h"
-#include "platform/Listbox.h"
-#include "platform/Screen.h"
-#include "platform/Testing.h"
-#include "platform/Timer.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Buttons.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/widgets/Displays.h"
+#include "platform/values/FileType.h"
+#include "platform/widgets/Inputs.h"
+#include "platform/widgets/Listbox.h"
+#include "platform/widgets/Screen.h"
+#include "tests/support/Testing.h"
+#include "platform/widgets/Timer.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "platform/PNGu.h"
+#include "platform/pictures/PNGu.h"
 #include "stack/ColorTables.h"
 #include "stack/Smoothing.h"
 

@@ -1,6 +1,6 @@
 #include <vector>
 
-#include "platform/Errors.h"
+#include "platform/values/Errors.h"
 #include "stack/ColorMapping.h"
 #include "tests/stack/EveryTarget.h"
 

@@ -1,7 +1,7 @@
 // From a checked row to the stack and its colours.
 
 #include "stack/DisplayCurve.h"
-#include "tests/WindowsFixture.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/Parallel.h"
+#include "platform/values/Parallel.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/Errors.h"
+#include "platform/values/Errors.h"
 #include "stack/PlaneStack.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Smoothing as a command on the whole stack.
 
-#include "platform/Parallel.h"
-#include "tests/WindowsFixture.h"
+#include "platform/values/Parallel.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

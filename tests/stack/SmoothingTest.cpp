@@ -2,8 +2,8 @@
 #include <random>
 #include <vector>
 
-#include "platform/Errors.h"
-#include "platform/Parallel.h"
+#include "platform/values/Errors.h"
+#include "platform/values/Parallel.h"
 #include "stack/Smoothing.h"
 #include "tests/stack/EveryTarget.h"
 

@@ -23,11 +23,11 @@
 #include <map>
 #include <set>
 
-#include "platform/Application.h"
-#include "platform/Canvas.h"
-#include "platform/Inputs.h"
-#include "platform/Listbox.h"
-#include "platform/Testing.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Inputs.h"
+#include "platform/widgets/Listbox.h"
+#include "tests/support/Testing.h"
 #include "platform/qt/NativeCaption.h"
 #include "platform/qt/NativeCursor.h"
 #include "platform/qt/NativeListbox.h"

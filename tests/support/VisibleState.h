@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Displays.h"
-#include "platform/Picture.h"
+#include "platform/widgets/Displays.h"
+#include "platform/pictures/Picture.h"
 
 namespace platform::testing {
 

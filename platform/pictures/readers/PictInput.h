@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/ReaderTools.h"
+#include "platform/pictures/readers/ReaderTools.h"
 
 namespace platform::pict {
 

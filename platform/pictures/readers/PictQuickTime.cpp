@@ -5,7 +5,7 @@
 #include <cmath>
 #include <string>
 
-#include "platform/GreyScaling.h"
+#include "platform/pictures/GreyScaling.h"
 #include "platform/pictures/readers/PictRaster.h"
 
 namespace platform::pict {

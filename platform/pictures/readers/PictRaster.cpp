@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/GreyScaling.h"
+#include "platform/pictures/GreyScaling.h"
 
 namespace platform::pict {
 

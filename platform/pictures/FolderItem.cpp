@@ -1,0 +1,68 @@
+#include "platform/pictures/FolderItem.h"
+
+#include <QFile>
+#include <QStandardPaths>
+#include <QString>
+#include <fstream>
+#include <system_error>
+
+namespace platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The path without the slash that may end the path of a folder, so that its last component is the name.
+fs::path WithoutEndSlash(const fs::path& path) {
+  return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
+}
+
+fs::path StandardFolder(QStandardPaths::StandardLocation location) {
+  return QFile::encodeName(QStandardPaths::writableLocation(location)).toStdString();
+}
+
+}  // namespace
+
+String FolderItem::DisplayName() const {
+  const fs::path whole = WithoutEndSlash(path_);
+  const String name(whole.has_filename() ? whole.filename().native() : whole.native());
+  const auto composed = QString::fromStdU32String(name.Characters()).normalized(QString::NormalizationForm_C);
+  return String(composed.toStdU32String());
+}
+
+bool FolderItem::Exists() const {
+  std::error_code error;
+  return fs::exists(path_, error);
+}
+
+bool FolderItem::IsReadable() const {
+  std::error_code error;
+  return fs::is_regular_file(path_, error) && std::ifstream(path_).is_open();
+}
+
+Ref<FolderItem> FolderItem::Parent() const {
+  const fs::path place = WithoutEndSlash(fs::absolute(path_));
+  if (!place.has_relative_path()) return nullptr;
+  return MakeRef<FolderItem>(place.parent_path());
+}
+
+Ref<FolderItem> FolderItem::Child(const String& name) const {
+  std::error_code error;
+  if (!fs::is_directory(path_, error)) ThrowNil(("The folder " + path_.string() + " does not exist.").c_str());
+  // A name is a name: one that begins with a slash still lies in this folder.
+  return MakeRef<FolderItem>(path_ / fs::path(name.Utf8()).relative_path());
+}
+
+void FolderItem::MacType(const String& /*code*/) {}
+
+void FolderItem::MacCreator(const String& /*code*/) {}
+
+Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool write) const { return write ? nullptr : BinaryStream::Open(path_); }
+
+Ref<FolderItem> DesktopFolder() {
+  const fs::path desktop = StandardFolder(QStandardPaths::DesktopLocation);
+  std::error_code error;
+  return MakeRef<FolderItem>(fs::is_directory(desktop, error) ? desktop : StandardFolder(QStandardPaths::HomeLocation));
+}
+
+}  // namespace platform

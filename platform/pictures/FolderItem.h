@@ -1,0 +1,45 @@
+#pragma once
+/// A file or folder, by its place; it need not exist. Every item is handled through Ref<FolderItem>, which may be nil.
+
+#include <filesystem>
+
+#include "platform/values/BinaryStream.h"
+#include "platform/pictures/Picture.h"
+#include "platform/values/Ref.h"
+#include "platform/values/String.h"
+
+namespace platform {
+
+class FolderItem {
+ public:
+  explicit FolderItem(std::filesystem::path path) : path_(std::move(path)) {}
+
+  /// The name that the user sees, extension included, accented letters composed (NFC).
+  String DisplayName() const;
+  bool Exists() const;
+  /// Whether this is a file that can be opened for reading now.
+  bool IsReadable() const;
+  /// The folder that holds the item; nil for a root.
+  Ref<FolderItem> Parent() const;
+  /// The item of that name in this folder; it need not exist. Throws NilObjectException if this folder does not exist.
+  Ref<FolderItem> Child(const String& name) const;
+  /// Mac OS file codes, four characters each. Other systems keep none: the extension tells the type there.
+  void MacType(const String& code);
+  void MacCreator(const String& code);
+
+  /// The picture in the file, whatever its extension says, or nil. A nil comes with one line on standard error that
+  /// names the file and the reason. See PictureReaders.h for what is read and how.
+  Ref<Picture> OpenAsPicture() const;
+  /// The file for reading bytes, or nil. Writing is not provided: `write` true gives nil.
+  Ref<BinaryStream> OpenAsBinaryFile(bool write) const;
+
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// The user's desktop folder; the home folder where there is no desktop folder.
+Ref<FolderItem> DesktopFolder();
+
+}  // namespace platform

@@ -1,0 +1,185 @@
+#include <algorithm>
+#include <cstring>
+
+#include "platform/pictures/Graphics.h"
+
+namespace platform {
+
+namespace {
+
+__extension__ typedef unsigned __int128 Wide;
+
+/// Where the middles of target pixels lie in the picture along one axis, in 1/256 of a picture pixel, rounded down.
+/// Only pixels that are seen and whose middle lies inside the picture are listed; they follow one another.
+struct Places {
+  std::int64_t first = 0;  ///< the device pixel of the first place
+  std::vector<std::int64_t> at;
+  bool natural = false;  ///< one picture pixel to a device pixel
+
+  int Pixel(std::size_t i) const { return static_cast<int>(at[i] >> 8); }
+};
+
+/// The target runs from t0 to t1, of which s0 to s1 are seen; `size` is the picture's.
+Places PlacesAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std::int64_t s1, int source, int sourceSize,
+                   int size) {
+  Places places;
+  const auto length = static_cast<std::uint64_t>(t1 - t0);
+  places.natural = length == static_cast<std::uint64_t>(sourceSize);
+  // Pixel k has its middle at (2k + 1) * sourceSize / (2 * length): the quotient and its remainder go along with k.
+  const auto divisor = 2 * length;
+  const auto step = 512 * static_cast<std::uint64_t>(sourceSize);
+  const Wide start = (2 * Wide(static_cast<std::uint64_t>(s0 - t0)) + 1) * static_cast<std::uint64_t>(sourceSize) * 256;
+  auto whole = static_cast<std::int64_t>(start / divisor) + std::int64_t{source} * 256;
+  auto part = static_cast<std::uint64_t>(start % divisor);
+  for (std::int64_t pixel = s0; pixel < s1; ++pixel) {
+    if (whole >= 0 && whole < std::int64_t{size} * 256) {
+      if (places.at.empty()) places.first = pixel;
+      places.at.push_back(whole);
+    }
+    whole += static_cast<std::int64_t>(step / divisor);
+    part += step % divisor;
+    if (part >= divisor) part -= divisor, ++whole;
+  }
+  return places;
+}
+
+/// Target rows by the nearest picture pixel.
+class HardRows {
+ public:
+  HardRows(PlaneView<Color> picture, const Places& columns) : picture_(picture), natural_(columns.natural) {
+    for (std::size_t i = 0; i < columns.at.size(); ++i) from_.push_back(columns.Pixel(i));
+  }
+
+  void Row(std::int64_t place, Color* to) {
+    const int y = static_cast<int>(place >> 8);
+    const Color* const row = picture_.Row(y);
+    if (y == lastY_ && to == last_) return;
+    // A picture may be drawn on itself, hence no memcpy.
+    if (y == lastY_)
+      std::memmove(to, last_, from_.size() * sizeof(Color));
+    else if (natural_)
+      std::memmove(to, row + from_.front(), from_.size() * sizeof(Color));
+    else
+      std::transform(from_.begin(), from_.end(), to, [row](int x) { return row[x]; });
+    lastY_ = y;
+    last_ = to;
+  }
+
+ private:
+  PlaneView<Color> picture_;
+  bool natural_;
+  std::vector<int> from_;
+  int lastY_ = -1;
+  const Color* last_ = nullptr;
+};
+
+/// Target rows by bilinear interpolation between the middles of picture pixels; what lies beyond the edge is as the
+/// edge. All sums are whole numbers: weights of 8 bits across and 8 bits down, rounded once.
+class SmoothRows {
+ public:
+  SmoothRows(PlaneView<Color> picture, const Places& columns) : picture_(picture) {
+    for (const std::int64_t place : columns.at)
+      across_.push_back({Inside((place - 128) >> 8, picture.width), Inside(((place - 128) >> 8) + 1, picture.width),
+                         static_cast<std::uint64_t>((place - 128) & 255)});
+    upper_.sums.resize(across_.size());
+    lower_.sums.resize(across_.size());
+  }
+
+  void Row(std::int64_t place, Color* to) {
+    const std::int64_t y = (place - 128) >> 8;
+    const auto below = static_cast<std::uint64_t>((place - 128) & 255);
+    Need(upper_, Inside(y, picture_.height));
+    Need(lower_, Inside(y + 1, picture_.height));
+    // Red and blue lie 32 bits apart, green between them, so that each sum has room for its 24 bits.
+    constexpr std::uint64_t kRedBlue = 0x0000FFFF0000FFFF;
+    for (std::size_t i = 0; i < across_.size(); ++i) {
+      const std::uint64_t upper = upper_.sums[i];
+      const std::uint64_t lower = lower_.sums[i];
+      const std::uint64_t redBlue =
+          (upper & kRedBlue) * (256 - below) + (lower & kRedBlue) * below + 0x0000800000008000;
+      const std::uint64_t green = (upper >> 16 & 0xFFFF) * (256 - below) + (lower >> 16 & 0xFFFF) * below + 0x8000;
+      to[i] = static_cast<Color>((redBlue >> 32 & 0xFF0000) | (green >> 8 & 0xFF00) | (redBlue >> 16 & 0xFF));
+    }
+  }
+
+ private:
+  struct Across {
+    int left, right;
+    std::uint64_t share;  ///< of the right one, in 256 parts
+  };
+  /// A picture row interpolated across: three sums of 16 bits a target pixel.
+  struct Sums {
+    int y = -1;
+    std::vector<std::uint64_t> sums;
+  };
+
+  static int Inside(std::int64_t place, int size) {
+    return static_cast<int>(std::clamp<std::int64_t>(place, 0, size - 1));
+  }
+  static std::uint64_t Spread(Color color) {
+    return static_cast<std::uint64_t>(color & 0xFF0000) << 16 | (color & 0xFF00) << 8 | (color & 0xFF);
+  }
+  void Need(Sums& row, int y) {
+    if (row.y == y) return;
+    if (&row == &upper_ && lower_.y == y) return std::swap(upper_, lower_);
+    const Color* const from = picture_.Row(y);
+    for (std::size_t i = 0; i < across_.size(); ++i)
+      row.sums[i] =
+          Spread(from[across_[i].left]) * (256 - across_[i].share) + Spread(from[across_[i].right]) * across_[i].share;
+    row.y = y;
+  }
+
+  PlaneView<Color> picture_;
+  std::vector<Across> across_;
+  Sums upper_, lower_;
+};
+
+/// Each component mixed by that of the mask: 0 shows the picture, 255 what was there.
+Color Masked(Color under, Color over, Color mask) {
+  const auto mixed = [=](int shift) {
+    const Color hides = mask >> shift & 0xFF;
+    return ((under >> shift & 0xFF) * hides + (over >> shift & 0xFF) * (255 - hides) + 127) / 255 << shift;
+  };
+  return mixed(16) | mixed(8) | mixed(0);
+}
+
+template <class Rows>
+void DrawRows(Rows source, const Places& columns, const Places& rows, PlaneView<Color> device,
+              const Ref<Picture>& mask) {
+  std::vector<Color> line(mask ? columns.at.size() : 0);
+  for (std::size_t j = 0; j < rows.at.size(); ++j) {
+    Color* const to = device.Row(static_cast<int>(rows.first) + static_cast<int>(j)) + columns.first;
+    source.Row(rows.at[j], mask ? line.data() : to);
+    if (!mask) continue;
+    const Color* const hides = mask->Pixels().Row(rows.Pixel(j));
+    for (std::size_t i = 0; i < line.size(); ++i) to[i] = Masked(to[i], line[i], hides[columns.Pixel(i)]);
+  }
+}
+
+}  // namespace
+
+void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int w, int h, int sx, int sy, int sw, int sh) {
+  if (!picture) return;
+  const auto orOwn = [](int size, int own) { return size == kOwnSize ? own : size; };
+  w = orOwn(w, picture->Width());
+  h = orOwn(h, picture->Height());
+  sw = orOwn(sw, picture->Width());
+  sh = orOwn(sh, picture->Height());
+  if (w < 1 || h < 1 || sw < 1 || sh < 1) return;
+
+  const Span target = ToDevice(x, y, w, h);
+  const Span seen = Visible(target);
+  if (seen.x0 >= seen.x1 || seen.y0 >= seen.y1) return;
+  const Places columns = PlacesAlong(target.x0, target.x1, seen.x0, seen.x1, sx, sw, picture->Width());
+  const Places rows = PlacesAlong(target.y0, target.y1, seen.y0, seen.y1, sy, sh, picture->Height());
+  if (columns.at.empty() || rows.at.empty()) return;
+
+  const Ref<Picture> mask = picture->HasMask() ? picture->Mask() : nullptr;
+  if (UseOldRenderer || (columns.natural && rows.natural))
+    DrawRows(HardRows(picture->Pixels(), columns), columns, rows, device_, mask);
+  else
+    DrawRows(SmoothRows(picture->Pixels(), columns), columns, rows, device_, mask);
+  Touch(x, y, w, h);
+}
+
+}  // namespace platform

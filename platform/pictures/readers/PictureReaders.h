@@ -1,0 +1,38 @@
+#pragma once
+/// Pictures in: one reader a format, chosen by the content of the file. FolderItem::OpenAsPicture is the way in for the
+/// program; these are for the tests and fuzz targets of the readers.
+///
+/// All readers: the first image of a file counts. A grey image gives a picture made from grey levels, any other one
+/// colours. Eight-bit values are never touched. A grey plane of another depth (9 to 32 or 64 bits, signed, unsigned
+/// or floating point) is scaled linearly from what it holds, rounded to nearest: from 0, or from its lowest value if
+/// that is negative, to its highest. Not-a-number counts as the lowest. Alpha is composited on white; a colour profile
+/// is ignored. Of a PICT the rasters and QuickTime images are read, not its vectors and text. An image of more than
+/// kMaximumPixels, or one that memory does not hold, is refused.
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+#include "platform/pictures/Picture.h"
+#include "platform/values/String.h"
+
+namespace platform {
+
+constexpr std::int64_t kMaximumPixels = std::int64_t{1} << 30;
+
+struct OpenedPicture {
+  Ref<Picture> picture;  ///< nil on failure
+  String failure;        ///< "truncated", "unsupported", "not an image" or "cannot be read", then the particulars
+};
+
+OpenedPicture ReadPicture(const std::filesystem::path& path);
+
+/// The same from memory, by format. Never throws, never prints.
+OpenedPicture ReadPicture(std::span<const std::uint8_t> bytes);
+OpenedPicture ReadTiff(std::span<const std::uint8_t> bytes);
+OpenedPicture ReadPict(std::span<const std::uint8_t> bytes);
+OpenedPicture ReadPng(std::span<const std::uint8_t> bytes);
+/// BMP, GIF and JPEG.
+OpenedPicture ReadToolkitPicture(std::span<const std::uint8_t> bytes);
+
+}  // namespace platform

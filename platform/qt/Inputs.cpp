@@ -1,0 +1,76 @@
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QSignalBlocker>
+#include <QSlider>
+
+#include "platform/widgets/Inputs.h"
+#include "platform/qt/NativeToolkit.h"
+#include "platform/qt/NativeWindow.h"
+
+namespace platform {
+
+namespace {
+
+class MenuBox : public QComboBox {
+ public:
+  using QComboBox::QComboBox;
+  void showPopup() override {
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + 24);  // texts may be wider than the box
+    QComboBox::showPopup();
+  }
+};
+
+QComboBox& BoxOf(const RectControl& control) { return static_cast<QComboBox&>(*control.NeedNative().widget); }
+QSlider& SliderOf(const RectControl& control) { return static_cast<QSlider&>(*control.NeedNative().widget); }
+
+}  // namespace
+
+std::unique_ptr<NativeControl> PopupMenu::MakeNative(NativeWindow& window, const String&) {
+  auto* box = new MenuBox(window.content);
+  box->setFocusPolicy(Qt::TabFocus);
+  auto native = std::make_unique<NativeControl>(window, box);
+  QObject::connect(box, &QComboBox::activated, box, [this, made = native.get()] { made->RaiseFromUser(Change); });
+  return native;
+}
+
+void PopupMenu::DeleteAllRows() { BoxOf(*this).clear(); }
+
+void PopupMenu::AddRow(const String& text) {
+  QComboBox& box = BoxOf(*this);
+  const int chosen = box.currentIndex();
+  box.addItem(ToQString(text));
+  box.setCurrentIndex(chosen);  // the toolkit chooses the first row by itself
+}
+
+int PopupMenu::ListCount() const { return BoxOf(*this).count(); }
+int PopupMenu::ListIndex() const { return BoxOf(*this).currentIndex(); }
+
+void PopupMenu::ListIndex(int index) {
+  QComboBox& box = BoxOf(*this);
+  box.setCurrentIndex(index >= 0 && index < box.count() ? index : -1);
+  NeedNative().Raise(Change);
+}
+
+std::unique_ptr<NativeControl> Slider::MakeNative(NativeWindow& window, const String&) {
+  auto* slider = new QSlider(Qt::Horizontal, window.content);
+  slider->setFocusPolicy(Qt::TabFocus);
+  auto native = std::make_unique<NativeControl>(window, slider);
+  QObject::connect(slider, &QSlider::valueChanged, slider,
+                   [this, made = native.get()] { made->RaiseFromUser(ValueChanged); });
+  return native;
+}
+
+void Slider::Setup(const SliderSettings& settings) {
+  QSlider& slider = SliderOf(*this);
+  const QSignalBlocker quiet(slider);
+  slider.setRange(settings.minimum, settings.maximum);
+  slider.setSingleStep(settings.lineStep);
+  slider.setPageStep(settings.pageStep);
+  slider.setTracking(settings.liveScroll);
+  slider.setValue(settings.value);
+}
+
+int Slider::Value() const { return SliderOf(*this).value(); }
+void Slider::Value(int value) { SliderOf(*this).setValue(value); }
+
+}  // namespace platform

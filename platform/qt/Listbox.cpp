@@ -1,0 +1,456 @@
+#include <QFontMetricsF>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleOptionButton>
+#include <QStyledItemDelegate>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/widgets/Listbox.h"
+#include "platform/qt/NativeListbox.h"
+#include "platform/qt/NativeToolkit.h"
+#include "platform/qt/NativeWindow.h"
+
+namespace platform {
+
+namespace {
+
+constexpr int kMargin = 4;  ///< between the edge of a cell and its text
+constexpr int kIndicatorSize = 13;
+constexpr Color kSelection = 0xCDE4FF;
+constexpr Color kGrid = 0xD8D8D8;
+constexpr Color kFocus = 0x5C9BD6;
+
+/// Darkens the pixels by a colour, so that what was painted behind the text stays to be seen.
+void Tint(PlaneView<Color> pixels, Color tint) {
+  const auto times = [](int a, int b) { return a * b / 255; };
+  for (int y = 0; y < pixels.height; ++y)
+    for (int x = 0; x < pixels.width; ++x) {
+      Color& pixel = pixels(x, y);
+      pixel = RGB(times(Red(pixel), Red(tint)), times(Green(pixel), Green(tint)), times(Blue(pixel), Blue(tint)));
+    }
+}
+
+class CellDelegate : public QStyledItemDelegate {
+ public:
+  CellDelegate(QObject* parent, NativeListbox& native) : QStyledItemDelegate(parent), native_(native) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const bool framed = (option.state & QStyle::State_HasFocus) && (option.state & QStyle::State_KeyboardFocusChange);
+    native_.PaintCell(*painter, option.rect, index, (option.state & QStyle::State_Selected) != 0, framed);
+  }
+  /// The view's own mouse handling toggles the boxes; the toolkit's would do it a second time.
+  bool editorEvent(QEvent*, QAbstractItemModel*, const QStyleOptionViewItem&, const QModelIndex&) override {
+    return false;
+  }
+
+ private:
+  NativeListbox& native_;
+};
+
+class View : public QTableView {
+ public:
+  View(QWidget* parent, NativeListbox& native) : QTableView(parent), native_(native) {}
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    const QPoint at = PixelOf(event->position());
+    const QModelIndex index = indexAt(at);
+    pressedBox_ = QPersistentModelIndex();
+    if (event->button() != Qt::LeftButton) return;
+    if (!index.isValid() && selectionMode() == QAbstractItemView::SingleSelection) return clearSelection();
+    if (index.isValid()) {
+      const QPoint corner = visualRect(index).topLeft();
+      const int row = index.row(), column = index.column();
+      if (native_.Ask(native_.list.CellClick, row, column, at.x() - corner.x(), at.y() - corner.y())) return;
+      if (!index.model() || row >= model()->rowCount()) return;  // the handler took rows away
+      if (native_.IsCheckBox(column) && native_.IndicatorRect(index).contains(at)) {
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+        pressedBox_ = index;
+        return;
+      }
+    }
+    passesClick_ = true;
+    QTableView::mousePressEvent(event);
+  }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    if (passesClick_) QTableView::mouseMoveEvent(event);
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    const QPersistentModelIndex pressed = pressedBox_;
+    pressedBox_ = QPersistentModelIndex();
+    const bool passes = passesClick_;
+    passesClick_ = false;
+    if (pressed.isValid() && native_.IndicatorRect(pressed).contains(PixelOf(event->position())))
+      native_.Toggle(pressed);
+    else if (passes)
+      QTableView::mouseReleaseEvent(event);
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    const QPersistentModelIndex index = indexAt(PixelOf(event->position()));
+    const bool editable = index.isValid() && (index.flags() & Qt::ItemIsEditable);
+    mousePressEvent(event);  // a second click is a click
+    if (editable && index.isValid() && passesClick_) {
+      passesClick_ = false;
+      edit(index);
+    }
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Space && currentIndex().isValid() && native_.IsCheckBox(currentIndex().column()))
+      return native_.Toggle(currentIndex());
+    QTableView::keyPressEvent(event);
+  }
+  void focusInEvent(QFocusEvent* event) override {
+    QTableView::focusInEvent(event);
+    native_.Raise(native_.list.GotFocus);
+    const bool forward = event->reason() == Qt::TabFocusReason;
+    if (!hasFocus() && (forward || event->reason() == Qt::BacktabFocusReason)) PassOn(forward);
+  }
+  void resizeEvent(QResizeEvent* event) override {
+    QTableView::resizeEvent(event);
+    native_.FitColumns();
+  }
+  void showEvent(QShowEvent* event) override {
+    QTableView::showEvent(event);
+    if (native_.wantedTop >= 0) native_.list.ScrollPosition(native_.wantedTop);
+  }
+  void paintEvent(QPaintEvent* event) override {
+    const PaintScope scope;
+    QTableView::paintEvent(event);
+  }
+
+ private:
+  /// A list that never keeps the keyboard hands it to the next control, so that Tab does not end here.
+  void PassOn(bool forward) {
+    QWidget* next = this;
+    const auto takes = [&] {
+      return (next->focusPolicy() & Qt::TabFocus) && !next->focusProxy() && next->isVisible() && next->isEnabled();
+    };
+    do next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
+    while (next != this && !takes());
+    if (next != this) next->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  }
+
+  NativeListbox& native_;
+  QPersistentModelIndex pressedBox_;
+  bool passesClick_ = false;  ///< the click is the toolkit's
+};
+
+class Header : public QHeaderView {
+ public:
+  Header(QWidget* parent, NativeListbox& native) : QHeaderView(Qt::Horizontal, parent), native_(native) {
+    QObject::connect(this, &QHeaderView::sectionClicked, this, [this](int column) {
+      native_.RaiseFromUser([this, column] { native_.list.PressHeader(column); });
+    });
+  }
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    setSectionsClickable(static_cast<bool>(native_.list.HeaderPressed));
+    QHeaderView::mousePressEvent(event);
+  }
+
+ private:
+  NativeListbox& native_;
+};
+
+QPalette BlackOnWhite(QPalette palette) {
+  palette.setColor(QPalette::Base, Qt::white);
+  palette.setColor(QPalette::Text, Qt::black);
+  palette.setColor(QPalette::Highlight, ToQColor(kSelection));
+  palette.setColor(QPalette::HighlightedText, Qt::black);
+  return palette;
+}
+
+NativeListbox& ListOf(const RectControl& control) { return static_cast<NativeListbox&>(control.NeedNative()); }
+
+}  // namespace
+
+NativeListbox::NativeListbox(NativeWindow& owner, Listbox& control)
+    : NativeControl(owner, nullptr), list(control), model(std::make_unique<CellModel>(*this)) {
+  view = new View(owner.content, *this);
+  widget = view;
+  view->setModel(model.get());
+  view->setItemDelegate(new CellDelegate(view, *this));
+  view->setHorizontalHeader(new Header(view, *this));
+  view->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  view->horizontalHeader()->setHighlightSections(false);
+  view->horizontalHeader()->setMinimumSectionSize(1);
+  view->verticalHeader()->hide();
+  view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  view->verticalHeader()->setMinimumSectionSize(1);
+  view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  view->setSelectionBehavior(QAbstractItemView::SelectRows);
+  view->setCornerButtonEnabled(false);
+  view->setWordWrap(false);
+  view->setTabKeyNavigation(false);
+  view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  view->setFrameShape(QFrame::Box);
+  view->setFrameShadow(QFrame::Plain);
+  view->setLineWidth(1);
+  QPalette palette = BlackOnWhite(view->palette());
+  view->setPalette(palette);
+  palette.setColor(QPalette::WindowText, QColor(180, 180, 180));
+  view->setPalette(palette);
+  QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, view, [this] {
+    if (!selectionSettles) ChangeSelection([] {});
+  });
+  Setup({});
+}
+
+NativeListbox::~NativeListbox() {
+  selectionSettles = true;
+  delete widget;
+}
+
+void NativeListbox::Refresh() {
+  view->visualRect(model->index(0, 0));    // lets a layout that waits take place
+  PutOnScreen(window, *view->viewport());  // a repaint of the view would leave the cells out
+}
+
+void NativeListbox::Setup(const ListboxSettings& wanted) {
+  settings = wanted;
+  std::vector<CellModel::Column> columns;
+  const String widths = wanted.columnWidths.Empty() ? "*" : wanted.columnWidths;
+  for (int i = 1;; ++i) {
+    const String field = NthField(widths, ",", i);
+    if (field.Empty()) break;
+    columns.emplace_back().width = InStr(field, "*") > 0 ? -1 : static_cast<int>(Val(field));
+  }
+  if (columns.size() < wanted.headings.size()) columns.resize(wanted.headings.size());
+  for (std::size_t i = 0; i < wanted.headings.size(); ++i) columns[i].heading = ToQString(wanted.headings[i]);
+  ChangeSelection([&] { model->SetColumns(std::move(columns)); });
+  view->horizontalHeader()->setVisible(!wanted.headings.empty());
+  view->verticalHeader()->setDefaultSectionSize(wanted.defaultRowHeight);
+  view->setShowGrid(false);
+  view->setSelectionMode(wanted.multipleSelection ? QAbstractItemView::ExtendedSelection
+                                                  : QAbstractItemView::SingleSelection);
+  FitColumns();
+}
+
+void NativeListbox::FitColumns() {
+  int used = 0, sharing = 0;
+  for (int i = 0; i < model->columnCount(); ++i) {
+    const int width = model->ColumnAt(i).width;
+    width < 0 ? ++sharing : used += width;
+  }
+  int rest = std::max(0, view->viewport()->width() - used);
+  for (int i = 0; i < model->columnCount(); ++i) {
+    int width = model->ColumnAt(i).width;
+    if (width < 0) {
+      width = rest / sharing--;
+      rest -= width;
+    }
+    view->setColumnHidden(i, width == 0);
+    if (width > 0) view->setColumnWidth(i, width);
+  }
+}
+
+std::vector<int> NativeListbox::SelectedRows() const {
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : view->selectionModel()->selection())
+    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  return rows;
+}
+
+int NativeListbox::SelCount() const { return static_cast<int>(SelectedRows().size()); }
+
+void NativeListbox::ChangeSelection(const std::function<void()>& change) {
+  const bool settles = std::exchange(selectionSettles, true);
+  change();
+  selectionSettles = settles;
+  auto rows = SelectedRows();
+  if (settles || rows == knownSelection) return;
+  knownSelection = std::move(rows);
+  Raise(list.Change);
+}
+
+bool NativeListbox::IsCheckBox(int column) const { return model->ColumnAt(column).type == Listbox::kTypeCheckBox; }
+
+QRect NativeListbox::IndicatorRect(const QModelIndex& index) const {
+  const QRect cell = view->visualRect(index);
+  return {cell.x() + kMargin, cell.y() + (cell.height() - kIndicatorSize) / 2, kIndicatorSize, kIndicatorSize};
+}
+
+void NativeListbox::Toggle(const QModelIndex& index) {
+  const bool checked = model->At(index.row(), index.column()).checked;
+  model->setData(index, static_cast<int>(checked ? Qt::Unchecked : Qt::Checked), Qt::CheckStateRole);
+}
+
+void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModelIndex& index, bool selected,
+                              bool framed) {
+  const int grid = settings.gridLines ? 1 : 0;
+  const int width = rect.width() - grid, height = rect.height() - grid;
+  const int row = index.row(), column = index.column();
+  if (width <= 0 || height <= 0) return;
+  const double ratio = view->devicePixelRatioF();
+  QImage image(static_cast<int>(std::ceil(width * ratio)), static_cast<int>(std::ceil(height * ratio)),
+               QImage::Format_RGB32);
+  image.fill(0x00FFFFFFU);
+  const PlaneView<Color> pixels{reinterpret_cast<Color*>(image.bits()), image.width(), image.height(), image.width()};
+
+  Graphics behind(pixels, ratio, width, height);
+  Ask(list.CellBackgroundPaint, behind, row, column);
+  if (selected) Tint(pixels, kSelection);
+
+  int textLeft = kMargin;
+  if (IsCheckBox(column)) {
+    QPainter box(&image);
+    box.scale(ratio, ratio);
+    QStyleOptionButton option;
+    option.palette = view->palette();
+    option.rect = IndicatorRect(index).translated(-view->visualRect(index).topLeft());
+    option.state = QStyle::State_Enabled;
+    option.state |= model->At(row, column).checked ? QStyle::State_On : QStyle::State_Off;
+    view->style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &box, view);
+    textLeft += kIndicatorSize + kMargin;
+  }
+
+  // The handler may take its own steps with the surface; the default text gets another one.
+  const String text = model->At(row, column).text;
+  Graphics g(pixels, ratio, width, height);
+  const QString whole = ToQString(text);
+  QFont font = SystemFont(TextFont::System);
+  font.setPixelSize(g.TextSize);
+  const QFontMetricsF metrics(font);
+  const int alignment = model->ColumnAt(column).alignment;
+  const auto textX = [&](double textWidth) {
+    if (alignment == Listbox::kAlignRight) return width - kMargin - static_cast<int>(std::ceil(textWidth));
+    if (alignment == Listbox::kAlignCenter)
+      return textLeft - kMargin + (width - textLeft + kMargin - static_cast<int>(std::ceil(textWidth))) / 2;
+    return textLeft;
+  };
+  const int y = static_cast<int>(std::lround((height + metrics.ascent() - metrics.descent()) / 2));
+  if (!Ask(list.CellTextPaint, g, row, column, textX(metrics.horizontalAdvance(whole)), y) && !whole.isEmpty()) {
+    const QString shown = metrics.elidedText(whole, Qt::ElideRight, width - textLeft - kMargin / 2);
+    Graphics(pixels, ratio, width, height).DrawString(FromQString(shown), textX(metrics.horizontalAdvance(shown)), y);
+  }
+  if (framed) {
+    Graphics frame(pixels, ratio, width, height);
+    frame.ForeColor = kFocus;
+    frame.DrawRect(0, 0, width, height);
+  }
+  QImage composed = OpaqueImage(pixels, image.rect());
+  composed.setDevicePixelRatio(ratio);
+  painter.drawImage(rect.topLeft(), composed);
+  if (grid == 0) return;
+  painter.fillRect(QRect(rect.right(), rect.top(), 1, rect.height()), ToQColor(kGrid));
+  painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), ToQColor(kGrid));
+}
+
+std::unique_ptr<NativeControl> Listbox::MakeNative(NativeWindow& window, const String&) {
+  return std::make_unique<NativeListbox>(window, *this);
+}
+
+void Listbox::Setup(const ListboxSettings& settings) { ListOf(*this).Setup(settings); }
+
+void Listbox::AddRow(const String& text) { ListOf(*this).model->Append(text); }
+
+void Listbox::RemoveRow(int row) {
+  auto& native = ListOf(*this);
+  native.model->CheckBounds(row, 0);
+  native.ChangeSelection([&] { native.model->Remove(row); });
+}
+
+void Listbox::DeleteAllRows() {
+  auto& native = ListOf(*this);
+  native.ChangeSelection([&] { native.model->Clear(); });
+}
+
+int Listbox::ListCount() const { return ListOf(*this).model->rowCount(); }
+int Listbox::ColumnCount() const { return ListOf(*this).model->columnCount(); }
+int Listbox::SelCount() const { return ListOf(*this).SelCount(); }
+
+bool Listbox::Selected(int row) const {
+  const auto& native = ListOf(*this);
+  native.model->CheckBounds(row, 0);
+  const auto rows = native.SelectedRows();
+  return std::binary_search(rows.begin(), rows.end(), row);
+}
+
+void Listbox::Selected(int row, bool selected) {
+  auto& native = ListOf(*this);
+  native.model->CheckBounds(row, 0);
+  const auto how = !selected                           ? QItemSelectionModel::Deselect
+                   : native.settings.multipleSelection ? QItemSelectionModel::Select
+                                                       : QItemSelectionModel::ClearAndSelect;
+  native.view->selectionModel()->select(native.model->index(row, 0), how | QItemSelectionModel::Rows);
+}
+
+String Listbox::Cell(int row, int column) const { return ListOf(*this).model->At(row, column).text; }
+
+void Listbox::Cell(int row, int column, const String& text) {
+  auto& native = ListOf(*this);
+  auto& cell = native.model->At(row, column);
+  if (cell.text.Identical(text)) return;
+  cell.text = text;
+  native.model->Changed(row, column);
+}
+
+bool Listbox::CellTag(int row, int column) const { return ListOf(*this).model->At(row, column).tag; }
+void Listbox::CellTag(int row, int column, bool tag) { ListOf(*this).model->At(row, column).tag = tag; }
+bool Listbox::CellCheck(int row, int column) const { return ListOf(*this).model->At(row, column).checked; }
+
+void Listbox::CellCheck(int row, int column, bool checked) {
+  auto& native = ListOf(*this);
+  auto& cell = native.model->At(row, column);
+  if (cell.checked == checked) return;
+  cell.checked = checked;
+  native.model->Changed(row, column);
+}
+
+void Listbox::InvalidateCell(int row, int column) {
+  auto& native = ListOf(*this);
+  if (row < -1 || row >= ListCount() || column < -1 || column >= ColumnCount() || ListCount() == 0) return;
+  QRect area = native.view->viewport()->rect();
+  if (row >= 0) {
+    area.setTop(native.view->rowViewportPosition(row));
+    area.setHeight(native.view->rowHeight(row));
+  }
+  if (column >= 0) {
+    area.setLeft(native.view->columnViewportPosition(column));
+    area.setWidth(native.view->columnWidth(column));
+  }
+  native.view->viewport()->update(area);
+}
+
+void Listbox::ColumnAlignment(int column, int alignment) {
+  auto& native = ListOf(*this);
+  native.model->ColumnAt(column).alignment = alignment;
+  native.view->viewport()->update();
+  native.view->horizontalHeader()->viewport()->update();
+}
+
+void Listbox::ColumnType(int column, int type) {
+  auto& native = ListOf(*this);
+  native.model->ColumnAt(column).type = type;
+  native.view->viewport()->update();
+}
+
+void Listbox::Reveal(int row) {
+  auto& native = ListOf(*this);
+  const int shown = native.view->horizontalHeader()->logicalIndexAt(0);  // the view does not scroll to hidden cells
+  native.view->scrollTo(native.model->index(row, shown));
+}
+
+void Listbox::ScrollPosition(int row) {
+  auto& native = ListOf(*this);
+  native.wantedTop = native.view->isVisible() ? -1 : row;
+  if (row >= ListCount())
+    native.view->scrollToBottom();
+  else if (row >= 0)
+    native.view->scrollTo(native.model->index(row, 0), QAbstractItemView::PositionAtTop);
+}
+
+void Listbox::PressHeader(int column) {
+  auto& native = ListOf(*this);
+  native.model->ColumnAt(column);
+  if (native.Ask(HeaderPressed, column)) return;
+  native.ChangeSelection([&] { native.model->Sort(column); });
+}
+
+}  // namespace platform

@@ -1,0 +1,103 @@
+#include <QFontMetricsF>
+#include <QPainter>
+#include <cmath>
+
+#include "platform/pictures/Graphics.h"
+#include "platform/qt/NativeControl.h"
+#include "platform/qt/NativeLook.h"
+#include "platform/qt/NativeToolkit.h"
+
+namespace platform {
+
+namespace {
+
+QFont SurfaceFont(const Graphics& surface) {
+  QFont font = SystemFont(TextFont::System);
+  font.setPixelSize(std::max(1, surface.TextSize));
+  font.setStyleStrategy(QFont::NoSubpixelAntialias);
+  return font;
+}
+
+void Draw(const Graphics& surface, const Rect& clip, const String& text, int x, int y) {
+  const auto device = surface.Device();
+  if (text.Empty() || device.width <= 0 || device.height <= 0) return;
+  const QString shown = ToQString(text);
+  const QFont font = SurfaceFont(surface);
+  const double scale = surface.Scale();
+  QImage image(reinterpret_cast<uchar*>(device.data), device.width, device.height,
+               static_cast<qsizetype>(device.pitch) * 4, QImage::Format_RGB32);
+  {
+    QPainter painter(&image);
+    painter.scale(scale, scale);
+    painter.setClipRect(clip.x, clip.y, clip.width, clip.height);
+    painter.setFont(font);
+    painter.setPen(ToQColor(surface.ForeColor));
+    painter.drawText(QPointF(x, y), shown);
+  }
+  // The painter leaves the unused byte set; a colour of ours has it 0.
+  const QRectF drawn = QFontMetricsF(font).boundingRect(shown).translated(x, y).adjusted(-4, -4, 4, 4);
+  const int x0 = std::max(0, static_cast<int>(std::floor(drawn.left() * scale)));
+  const int y0 = std::max(0, static_cast<int>(std::floor(drawn.top() * scale)));
+  const int x1 = std::min(device.width, static_cast<int>(std::ceil(drawn.right() * scale)) + 1);
+  const int y1 = std::min(device.height, static_cast<int>(std::ceil(drawn.bottom() * scale)) + 1);
+  for (int row = y0; row < y1; ++row)
+    for (int column = x0; column < x1; ++column) device(column, row) &= 0xFFFFFFU;
+}
+
+double Width(const Graphics& surface, const String& text) {
+  return QFontMetricsF(SurfaceFont(surface)).horizontalAdvance(ToQString(text));
+}
+
+}  // namespace
+
+void InstallTextDrawing() { SetTextDrawing({.draw = Draw, .width = Width}); }
+
+QString ToQString(const String& text) {
+  const auto& characters = text.Characters();
+  return QString::fromUcs4(characters.data(), static_cast<qsizetype>(characters.size()));
+}
+
+String FromQString(const QString& text) {
+  const auto codes = text.toUcs4();
+  return String(std::u32string(codes.begin(), codes.end()));
+}
+
+QString WithoutAccessKey(const String& text) { return ToQString(text).replace('&', "&&"); }
+
+Ref<Picture> ToPicture(const QImage& image) {
+  const QImage pixels = image.convertToFormat(QImage::Format_RGB32);
+  auto picture = MakeRef<Picture>(pixels.width(), pixels.height());
+  const auto view = picture->Pixels();
+  for (int y = 0; y < view.height; ++y) {
+    const auto* line = reinterpret_cast<const QRgb*>(pixels.constScanLine(y));
+    std::transform(line, line + view.width, view.Row(y), [](QRgb pixel) { return pixel & 0xFFFFFFU; });
+  }
+  return picture;
+}
+
+QImage OpaqueImage(PlaneView<const Color> pixels, const QRect& part) {
+  QImage image(part.size(), QImage::Format_RGB32);
+  if (image.isNull()) return image;
+  for (int y = 0; y < part.height(); ++y) {
+    const Color* line = pixels.Row(part.y() + y) + part.x();
+    std::transform(line, line + part.width(), reinterpret_cast<QRgb*>(image.scanLine(y)),
+                   [](Color pixel) { return pixel | 0xFF000000U; });
+  }
+  return image;
+}
+
+QImage ToQImage(const Ref<Picture>& picture) {
+  const auto view = picture->Pixels();
+  QImage image(view.width, view.height, QImage::Format_ARGB32);
+  const Ref<Picture> mask = picture->HasMask() ? picture->Mask() : Ref<Picture>();
+  for (int y = 0; y < view.height; ++y) {
+    auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < view.width; ++x) {
+      const Color hidden = mask ? static_cast<Color>(qGray(mask->Pixels()(x, y))) : 0U;
+      line[x] = view(x, y) | (255U - hidden) << 24;
+    }
+  }
+  return image;
+}
+
+}  // namespace platform

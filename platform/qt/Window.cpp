@@ -1,0 +1,464 @@
+#include <QApplication>
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+
+#include "platform/widgets/Listbox.h"
+#include "platform/widgets/Window.h"
+#include "platform/qt/NativeCanvas.h"
+#include "platform/qt/NativeMenus.h"
+#include "platform/qt/NativeToolkit.h"
+#include "platform/qt/NativeWindow.h"
+
+namespace platform {
+
+namespace {
+
+/// The open windows, and those that are closed and end after the running event.
+std::vector<std::unique_ptr<Window>> windows;
+std::vector<std::unique_ptr<Window>> closedWindows;
+unsigned long long timesInFront = 0;
+
+class FrameWidget : public QWidget {
+ public:
+  FrameWidget(NativeWindow& native, Qt::WindowFlags flags) : QWidget(nullptr, flags), native_(native) {}
+  NativeWindow& Native() const { return native_; }
+
+ protected:
+  bool event(QEvent* event) override {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::WindowStateChange) native_.SyncAway();
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate) native_.SyncActive();
+    return handled;
+  }
+  void resizeEvent(QResizeEvent*) override {
+    const bool fixed = !native_.settings.resizeable;
+    native_.Adopt(fixed ? native_.settings.width : width(),
+                  fixed ? native_.settings.height : height() - native_.BarHeight());
+  }
+  void closeEvent(QCloseEvent* event) override {
+    event->ignore();
+    native_.AskToClose();
+  }
+  void keyPressEvent(QKeyEvent* event) override { event->setAccepted(native_.KeyDown(*event)); }
+  void dragEnterEvent(QDragEnterEvent* event) override { Consider(*event); }
+  void dragMoveEvent(QDragMoveEvent* event) override { Consider(*event); }
+  void dropEvent(QDropEvent* event) override {
+    if (!Consider(*event)) return;
+    native_.TakeDrop(*event->mimeData());
+  }
+
+ private:
+  /// Answers a drag by what it holds. Each of its steps asks anew: the source may change what it offers.
+  bool Consider(QDropEvent& event) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    const bool accepts = (!modal || modal == this) && !native_.closed && native_.Accepts(*event.mimeData());
+    accepts ? event.acceptProposedAction() : event.ignore();
+    return accepts;
+  }
+
+  NativeWindow& native_;
+};
+
+Qt::WindowFlags FlagsOf(const WindowSettings& settings) {
+  constexpr Qt::WindowFlags basic =
+      Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+  if (settings.frame != Frame::Document) return Qt::Dialog | basic;
+  const Qt::WindowFlags document = Qt::Window | basic | Qt::WindowMinimizeButtonHint;
+  return settings.resizeable ? document | Qt::WindowMaximizeButtonHint : document;
+}
+
+}  // namespace
+
+NativeWindow::NativeWindow(Window& owner, const WindowSettings& wanted)
+    : window(owner), settings(wanted), frame(std::make_unique<FrameWidget>(*this, FlagsOf(wanted))) {
+  content = new QWidget(frame.get());
+  frame->setWindowTitle(ToQString(settings.title));
+  frame->setFocusPolicy(Qt::NoFocus);
+  content->setGeometry(0, 0, settings.width, settings.height);
+  frame->resize(settings.width, settings.height);
+  SetMenuBar(wanted.menuBar);
+  SetLimits();
+}
+
+NativeWindow::~NativeWindow() { Retire(); }
+
+void NativeWindow::Retire() {
+  closed = true;
+  showSoon = false;
+}
+
+void NativeWindow::Raise(const std::function<void(Window&)>& event) {
+  if (!closed && opened) Dispatch([&] { event(window); });
+}
+
+void NativeWindow::Arrange() {
+  if (bar) bar->setGeometry(0, 0, frame->width(), barHeight);
+  content->setGeometry(0, barHeight, settings.width, settings.height);
+}
+
+void NativeWindow::Adopt(int newWidth, int newHeight) {
+  const int widthChange = newWidth - settings.width, heightChange = newHeight - settings.height;
+  settings.width = newWidth;
+  settings.height = newHeight;
+  Arrange();
+  if (widthChange == 0 && heightChange == 0) return;
+  for (NativeControl* control : controls)
+    if (control->page == kNoPage) control->Follow(widthChange, heightChange);
+  const auto tell = [this] { Raise([](Window& resized) { resized.Event_Resized(); }); };
+  if (!HandlerRuns()) return tell();
+  RunSoon([guard = QPointer<QWidget>(frame.get()), tell] {
+    if (guard) tell();
+  });
+}
+
+void NativeWindow::SetLimits() {
+  const bool fixed = !settings.resizeable;
+  const int minWidth = fixed ? settings.width : std::min(settings.minWidth, settings.width);
+  const int minHeight = fixed ? settings.height : std::min(settings.minHeight, settings.height);
+  const int maxWidth = fixed ? settings.width : std::max(settings.maxWidth, settings.width);
+  const int maxHeight = fixed ? settings.height : std::max(settings.maxHeight, settings.height);
+  frame->setMinimumSize(minWidth, minHeight + barHeight);
+  frame->setMaximumSize(maxWidth, maxHeight + barHeight);
+}
+
+void NativeWindow::SetSize(int newWidth, int newHeight) {
+  newWidth = std::max(0, newWidth);
+  newHeight = std::max(0, newHeight);
+  if (newWidth == settings.width && newHeight == settings.height) return;
+  // The limits make room first; an X server's window cannot be empty, so the frame keeps a pixel.
+  const QSize size(std::max(1, newWidth), std::max(1, newHeight + barHeight));
+  frame->setMinimumSize(frame->minimumSize().boundedTo(size));
+  frame->setMaximumSize(frame->maximumSize().expandedTo(size));
+  if (settings.resizeable) {
+    frame->resize(size);
+    Adopt(newWidth, newHeight);
+  } else {
+    Adopt(newWidth, newHeight);
+    frame->resize(size);
+  }
+  SetLimits();
+}
+
+QPoint NativeWindow::Place() const { return frame->geometry().topLeft() + QPoint(0, barHeight); }
+
+void NativeWindow::SetPlace(int left, int top) {
+  settings.centered = false;
+  frame->setGeometry(QRect(QPoint(left, top - barHeight), frame->size()));
+  // A hidden window that has this position already must still learn that it is ours, not the window manager's.
+  if (QWindow* handle = frame->windowHandle(); handle && !frame->isVisible()) handle->setGeometry(frame->geometry());
+}
+
+void NativeWindow::SetMenuBar(platform::MenuBar* newBar) {
+  menuBar = newBar;
+  delete bar;
+  bar = nullptr;
+  const auto actions = frame->actions();
+  for (QAction* action : actions) frame->removeAction(action);
+  AttachMenus();
+  const int newHeight = bar ? bar->sizeHint().height() : 0;
+  if (newHeight == barHeight) return;
+  const QPoint place = Place();
+  const bool placed = frame->testAttribute(Qt::WA_Moved);
+  barHeight = newHeight;
+  frame->setMinimumSize(0, 0);
+  frame->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  frame->resize(settings.width, settings.height + barHeight);
+  SetLimits();
+  Arrange();
+  if (placed) SetPlace(place.x(), place.y());
+}
+
+void NativeWindow::AttachMenus() {
+  if (menuBar) {
+    bar = new QMenuBar(frame.get());
+#ifndef Q_OS_MACOS
+    bar->setNativeMenuBar(false);
+#endif
+    for (const auto& menu : menuBar->NativeBar().menus)
+      if (menu) bar->addAction(menu->menuAction());
+    bar->show();
+    return;
+  }
+  // Without a bar the keys work all the same, but not under a modal window.
+  Application* application = Application::Current();
+  if (!application || !application->MenuBar() || settings.frame == Frame::MovableModal) return;
+  for (const auto& item : application->MenuBar()->Items()) {
+    QAction* action = item->NativeItem().action;
+    if (action && !action->shortcut().isEmpty()) frame->addAction(action);
+  }
+}
+
+bool NativeWindow::Visible() const { return showSoon || (frame->isVisible() && !away); }
+
+void NativeWindow::Show() {
+  if (closed) return;
+  showSoon = away = false;
+  if (!frame->isVisible()) {
+    if (settings.centered) {
+      const QScreen* screen = QGuiApplication::primaryScreen();
+      const QRect area = screen ? screen->availableGeometry() : QRect();
+      SetPlace(area.center().x() - settings.width / 2, area.center().y() - settings.height / 2);
+    }
+    if (!frame->focusWidget()) {
+      const auto isList = [](const NativeControl* c) { return c->widget && c->widget->inherits("QTableView"); };
+      const auto list = std::find_if(controls.begin(), controls.end(), isList);
+      list == controls.end() ? content->setFocus() : (*list)->widget->setFocus();
+    }
+    awaitsExposure = true;
+  }
+  if (frame->isMinimized()) frame->setWindowState(frame->windowState() & ~Qt::WindowMinimized);
+  frame->show();
+  frame->raise();
+  frame->activateWindow();
+  BringToFront(*this);
+}
+
+void NativeWindow::ShowSoon() {
+  if (HandlerRuns())
+    showSoon = true;
+  else
+    Show();
+}
+
+void NativeWindow::Hide() {
+  showSoon = false;
+  if (modalLoop) modalLoop->quit();
+  // Without an application that runs there is no user who would need the menus again.
+  if (closed || !menuBar || !frame->isVisible() || !ApplicationRuns()) return Leave();
+  away = true;
+  if (!HandlerRuns()) SettleAwayWindows();
+}
+
+void NativeWindow::Leave() {
+  away = false;
+  if (!frame->isVisible()) return;
+  QWindow* handle = frame->windowHandle();
+  const bool placed = handle && (handle->isExposed() || frame->isMinimized());
+  const QPoint place = Place();
+  frame->hide();
+  // The next showing gets a new window from the window system. Window managers move one that they let go of, some only
+  // when it is shown again already, and one that was an icon before would come back as an icon.
+  if (handle) handle->destroy();
+  if (placed) SetPlace(place.x(), place.y());
+}
+
+void NativeWindow::SyncAway() {
+  if (!away || frame->isMinimized()) return;
+  away = false;
+  SyncActive();
+}
+
+void NativeWindow::ShowModal() {
+  if (modalLoop || closed) return;
+  QEventLoop loop;
+  modalLoop = &loop;
+  Leave();
+  frame->setWindowModality(Qt::ApplicationModal);
+  frame->winId();  // makes the window, so that the one it belongs to can be told
+  QWidget* below = QApplication::activeWindow();
+  if (below && below != frame.get()) frame->windowHandle()->setTransientParent(below->windowHandle());
+  Show();
+  {
+    const NestedLoop nested;
+    loop.exec();
+  }
+  modalLoop = nullptr;
+  Leave();
+  frame->setWindowModality(Qt::NonModal);
+}
+
+void NativeWindow::SyncActive() {
+  if (HandlerRuns())
+    return RunSoon([guard = QPointer<QWidget>(frame.get()), this] {
+      if (guard) SyncActive();
+    });
+  const bool isActive = frame->isActiveWindow() && frame->isVisible() && !away;
+  if (isActive == active) return;
+  active = isActive;
+  if (active) BringToFront(*this);
+  Raise([isActive](Window& told) { isActive ? told.Event_Activate() : told.Event_Deactivate(); });
+}
+
+void NativeWindow::AskToClose() {
+  Raise([this](Window& asked) {
+    if (asked.Event_CancelClose(false)) return;
+    modalLoop ? Hide() : asked.Close();
+  });
+}
+
+Window::Window(const WindowSettings& settings) : native_(std::make_unique<NativeWindow>(*this, settings)) {}
+Window::~Window() = default;
+
+void Window::Show() { native_->Show(); }
+void Window::Hide() { native_->Hide(); }
+void Window::ShowModal() { native_->ShowModal(); }
+void Window::SetFocus() { native_->content->setFocus(); }
+bool Window::Visible() const { return native_->Visible(); }
+void Window::Visible(bool visible) { visible ? Show() : Hide(); }
+bool Window::Closed() const { return native_->closed; }
+
+void Window::Close() {
+  const auto found = std::find_if(windows.begin(), windows.end(), [this](const auto& w) { return w.get() == this; });
+  if (found == windows.end()) return;
+  closedWindows.push_back(std::move(*found));
+  windows.erase(found);
+  native_->Retire();
+  native_->Hide();
+  RunSoon(EndClosedWindows);
+}
+
+int Window::Left() const { return native_->Place().x(); }
+void Window::Left(int left) { native_->SetPlace(left, Top()); }
+int Window::Top() const { return native_->Place().y(); }
+void Window::Top(int top) { native_->SetPlace(Left(), top); }
+int Window::Width() const { return native_->settings.width; }
+void Window::Width(int width) { native_->SetSize(width, Height()); }
+int Window::Height() const { return native_->settings.height; }
+void Window::Height(int height) { native_->SetSize(Width(), height); }
+int Window::MinWidth() const { return native_->settings.minWidth; }
+int Window::MinHeight() const { return native_->settings.minHeight; }
+int Window::MaxWidth() const { return native_->settings.maxWidth; }
+
+void Window::MinWidth(int width) {
+  native_->settings.minWidth = width;
+  native_->SetLimits();
+  if (Width() < width) Width(width);
+}
+
+void Window::MinHeight(int height) {
+  native_->settings.minHeight = height;
+  native_->SetLimits();
+  if (Height() < height) Height(height);
+}
+
+void Window::MaxWidth(int width) {
+  native_->settings.maxWidth = width;
+  native_->SetLimits();
+  if (Width() > width) Width(width);
+}
+
+String Window::Title() const { return native_->settings.title; }
+
+void Window::Title(const String& title) {
+  native_->settings.title = title;
+  native_->frame->setWindowTitle(ToQString(title));
+}
+
+platform::MenuBar* Window::MenuBar() const { return native_->menuBar; }
+void Window::MenuBar(platform::MenuBar* bar) { native_->SetMenuBar(bar); }
+void Window::AcceptFileDrop(const String& typeName) { native_->AcceptDrops(typeName); }
+
+void Window::Refresh() {
+  for (NativeControl* control : native_->controls)
+    if (auto* canvas = dynamic_cast<NativeCanvas*>(control)) {
+      canvas->dirty = true;
+      if (!InsidePaint() && canvas->widget->isVisible() && !native_->awaitsExposure) {
+        canvas->FitBacking();
+        canvas->Compose();
+      }
+    }
+  // A repaint of the frame leaves out the opaque widgets in it, such as canvases, unless they wait for a paint.
+  if (!InsidePaint())
+    for (QWidget* widget : native_->frame->findChildren<QWidget*>()) widget->update();
+  PutOnScreen(*native_, *native_->frame);
+}
+
+Control* Window::FindControl(const String& name, int index) const {
+  for (Control* control : controls_)
+    if (control->Name() == name && control->Index() == index) return control;
+  return nullptr;
+}
+
+void Window::CreateControl(Control& control, const char* name) {
+  control.name_ = name;
+  control.window_ = this;
+  controls_.push_back(&control);
+}
+
+void Window::CreateControl(const ControlRow& row) {
+  RectControl& control = *row.control;
+  CreateControl(control, row.name);
+  control.index_ = row.index;
+  control.native_ = control.MakeNative(*native_, row.text);
+  NativeControl& made = *control.native_;
+  made.locks = row.locks;
+  made.page = row.page;
+  const QString name = ToQString(control.name_);
+  made.widget->setObjectName(row.index == 0 ? name : name + QString::number(row.index));
+  if (made.widget->accessibleName().isEmpty() && *row.text == '\0') made.widget->setAccessibleName(name);
+  made.SetFont(TextFont::System);
+  made.SetPlace({row.left, row.top, row.width, row.height});
+  made.SyncVisible();
+}
+
+void Window::CreateControls(std::initializer_list<ControlRow> rows) {
+  for (const ControlRow& row : rows) CreateControl(row);
+}
+
+int WindowCount() { return static_cast<int>(windows.size()); }
+
+Window& WindowAt(int index) {
+  if (index < 0 || index >= WindowCount()) ThrowOutOfBounds("window list", index, WindowCount() - 1);
+  return *windows[static_cast<std::size_t>(index)];
+}
+
+void OpenWindow(std::unique_ptr<Window> window) {
+  Window& opened = *window;
+  windows.push_back(std::move(window));
+  opened.native_->opened = true;
+  Dispatch([&] {
+    for (std::size_t i = 0; i < opened.controls_.size(); ++i)
+      if (opened.controls_[i]->Open) opened.controls_[i]->Open();
+    opened.Event_Open();
+  });
+  if (opened.native_->settings.visible) opened.native_->ShowSoon();
+}
+
+NativeWindow* NativeWindowOf(const QWidget* widget) {
+  auto* frame = widget ? dynamic_cast<FrameWidget*>(widget->window()) : nullptr;
+  return frame ? &frame->Native() : nullptr;
+}
+
+void BringToFront(NativeWindow& window) { window.lastInFront = ++timesInFront; }
+
+void ShowWaitingWindows() {
+  for (std::size_t i = 0; i < windows.size(); ++i)
+    if (windows[i]->Native().showSoon) windows[i]->Native().Show();
+}
+
+void SettleAwayWindows() {
+  bool wayBack = std::any_of(windows.begin(), windows.end(),
+                             [](const auto& window) { return window->MenuBar() && window->Visible(); });
+  for (const auto& window : windows) {
+    NativeWindow& native = window->Native();
+    if (!native.away) continue;
+    if (wayBack) {
+      native.Leave();
+    } else {
+      // While it is on the screen: some window managers ignore the wish of a hidden window.
+      if (!native.frame->isMinimized()) native.frame->setWindowState(native.frame->windowState() | Qt::WindowMinimized);
+      wayBack = true;
+    }
+  }
+}
+
+bool WindowsWaitForTheirEnd() { return !closedWindows.empty(); }
+
+void EndClosedWindows() {
+  if (HandlerBegun()) return;  // the end of the last handler asks again
+  const auto ending = std::move(closedWindows);
+  closedWindows.clear();
+}
+
+void EndAllWindows() {
+  for (const auto& window : windows) window->Native().Retire();
+  windows.clear();
+  closedWindows.clear();
+}
+
+}  // namespace platform

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/widgets/Control.h"
+#include "platform/pictures/Picture.h"
+
+namespace platform {
+
+/// Buttons take the keyboard by Tab, never by a click.
+class PushButton : public RectControl {
+ public:
+  /// The button of the Return key, or of the Escape key, in its window and page.
+  void Default(bool isDefault);
+  void Cancel(bool isCancel);
+  std::function<void()> Action;
+
+ protected:
+  std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) override;
+};
+
+/// A button with an icon, beside a caption if it has one.
+class BevelButton : public RectControl {
+ public:
+  /// The picture's mask makes parts of the icon transparent. The picture is copied.
+  void Icon(const Ref<Picture>& icon);
+  std::function<void()> Action;
+
+ protected:
+  std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) override;
+};
+
+class CheckBox : public RectControl {
+ public:
+  bool Value() const;
+  /// Does not raise Action.
+  void Value(bool checked);
+  std::function<void()> Action;
+
+ protected:
+  std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) override;
+};
+
+}  // namespace platform

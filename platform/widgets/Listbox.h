@@ -1,0 +1,73 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/widgets/Control.h"
+#include "platform/pictures/Graphics.h"
+
+namespace platform {
+
+/// What a list is made with.
+struct ListboxSettings {
+  String columnWidths{};           ///< logical pixels, comma-separated; "*" takes the rest, 0 hides the column
+  std::vector<String> headings{};  ///< one a column; none: no heading row
+  int defaultRowHeight = 20;
+  bool gridLines = false;  ///< in both directions
+  bool multipleSelection = false;
+};
+
+/// Rows of cells of text. Rows and columns are counted from 0; one out of range throws OutOfBoundsException. The
+/// colours are fixed, black on white, whatever the desktop's theme.
+class Listbox : public RectControl {
+ public:
+  static constexpr int kAlignLeft = 1, kAlignCenter = 2, kAlignRight = 3;
+  static constexpr int kTypeText = 0, kTypeCheckBox = 2, kTypeEditable = 3;
+
+  void Setup(const ListboxSettings& settings);
+
+  void AddRow(const String& text);  ///< text goes into column 0
+  void RemoveRow(int row);
+  void DeleteAllRows();
+  int ListCount() const;
+  int ColumnCount() const;
+  int SelCount() const;
+  bool Selected(int row) const;
+  void Selected(int row, bool selected);
+  String Cell(int row, int column) const;
+  void Cell(int row, int column, const String& text);
+  bool CellTag(int row, int column) const;
+  void CellTag(int row, int column, bool tag);
+  bool CellCheck(int row, int column) const;
+  /// Does not raise CellAction.
+  void CellCheck(int row, int column, bool checked);
+  /// Repaints a cell soon; -1 stands for all rows or all columns. A row or column that is not there is ignored.
+  void InvalidateCell(int row, int column);
+  void ColumnAlignment(int column, int alignment);
+  void ColumnType(int column, int type);
+  /// Makes the row the first one seen; past the end shows the end.
+  void ScrollPosition(int row);
+  /// Scrolls no further than it takes to see the row; one that is not there is ignored.
+  void Reveal(int row);
+  /// As if the user had pressed the heading: HeaderPressed, then the list's own sort of that column, ascending and
+  /// regardless of letter case; equal rows keep their order.
+  void PressHeader(int column);
+
+  std::function<void()> GotFocus;
+  /// A mouse press in a cell, x and y relative to it. True stops the normal click.
+  std::function<bool(int row, int column, int x, int y)> CellClick;
+  /// Draw the text of a cell; x and y are where the baseline of the cell's text begins by its alignment. True: done.
+  std::function<bool(Graphics& g, int row, int column, int x, int y)> CellTextPaint;
+  /// Draw behind the text. The origin of `g` is the cell's corner, its size the cell's.
+  std::function<bool(Graphics& g, int row, int column)> CellBackgroundPaint;
+  /// The selection changed.
+  std::function<void()> Change;
+  /// The user pressed a heading. True stops the list's own sort. Headings can be pressed only where this is set.
+  std::function<bool(int column)> HeaderPressed;
+  /// The user changed a check box or an editable cell.
+  std::function<void(int row, int column)> CellAction;
+
+ protected:
+  std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) override;
+};
+
+}  // namespace platform

@@ -1,0 +1,75 @@
+#pragma once
+/// The one menu bar. Windows that carry it show the same items; the keys of its items work in every window.
+///
+/// Before the menus are seen or a key is tried the items are brought up to date: each item's Enabled becomes its
+/// AutoEnable, then the application's and the front window's Event_EnableMenuItems run. A chosen item is handled by the
+/// front window's handler of that name; if there is none, or it returns false, by the application's. An item that
+/// neither handles does nothing.
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "platform/values/String.h"
+
+namespace platform {
+
+class MenuItem {
+ public:
+  /// `key` is a shortcut such as "Cmd+N", or empty. Cmd is Ctrl but on a Mac.
+  MenuItem(const String& name, const String& text, const String& key, bool autoEnable);
+  ~MenuItem();
+
+  const String& Name() const { return name_; }
+  const String& KeyboardShortcut() const { return key_; }
+  bool AutoEnable() const { return autoEnable_; }
+  void AutoEnable(bool on) { autoEnable_ = on; }
+  String Text() const { return text_; }
+  void Text(const String& text);
+  bool Checked() const { return checked_; }
+  void Checked(bool checked);
+  bool Enabled() const { return enabled_; }
+  void Enabled(bool enabled);
+
+  struct Native;
+  Native& NativeItem() { return *native_; }
+
+ private:
+  String name_, text_, key_;
+  bool autoEnable_;
+  bool checked_ = false;
+  bool enabled_ = true;
+  std::unique_ptr<Native> native_;
+};
+
+/// Where an item of the program's table of menus belongs. A text of "-" is a separator.
+struct MenuRow {
+  const char* name;
+  const char* parent;  ///< name of a row before, or nullptr for the menu bar itself
+  const char* text;
+  const char* key;
+  bool autoEnable;
+  enum class Role { Plain, Quit, About } role = Role::Plain;  ///< what the desktop may move to a place of its own
+};
+
+class MenuBar {
+ public:
+  MenuBar();
+  virtual ~MenuBar();
+  MenuBar(const MenuBar&) = delete;
+
+  void Add(const MenuRow& row);
+  /// By name, regardless of letter case. Throws NilObjectException for a name that is not there.
+  MenuItem& Item(const String& name);
+  const std::vector<std::unique_ptr<MenuItem>>& Items() const { return items_; }
+
+  struct Native;
+  Native& NativeBar() { return *native_; }
+
+ private:
+  std::vector<std::unique_ptr<MenuItem>> items_;
+  std::map<String, MenuItem*> byName_;
+  std::unique_ptr<Native> native_;
+};
+
+}  // namespace platform

@@ -1,0 +1,272 @@
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+#include <QWindow>
+
+#include "platform/widgets/Application.h"
+#include "tests/support/Testing.h"
+#include "platform/qt/NativeCanvas.h"
+#include "platform/qt/NativeCaption.h"
+#include "platform/qt/NativeListbox.h"
+#include "platform/qt/NativeMenus.h"
+#include "platform/qt/NativeToolkit.h"
+#include "platform/qt/NativeWindow.h"
+
+namespace platform::testing {
+
+namespace {
+
+QPointer<QWindow> pointerWindow;  ///< the window that the pointer is in
+
+Qt::KeyboardModifiers Held() {
+  return heldKeys > 0 ? Qt::KeyboardModifiers(static_cast<Qt::KeyboardModifier>(heldKeys)) : Qt::NoModifier;
+}
+
+QWidget& WidgetOf(RectControl& control) { return *control.NeedNative().widget; }
+QWindow* HandleOf(const QWidget& widget) { return widget.window()->windowHandle(); }
+QPoint InWindow(const QWidget& widget, QPoint at) { return widget.mapTo(widget.window(), at); }
+QTableView& TableOf(Listbox& list) { return *static_cast<NativeListbox&>(list.NeedNative()).view; }
+
+QModelIndex IndexOf(Listbox& list, int row, int column) {
+  static_cast<NativeListbox&>(list.NeedNative()).model->CheckBounds(row, column);
+  return TableOf(list).model()->index(row, column);
+}
+
+void MoveTo(const QWidget& widget, QPoint at) {
+  QWindow* handle = HandleOf(widget);
+  if (!handle) return;
+  const QPoint inWindow = InWindow(widget, at);
+  if (pointerWindow != handle) {
+    if (pointerWindow) {
+      QEvent leave(QEvent::Leave);
+      QCoreApplication::sendEvent(pointerWindow, &leave);
+    }
+    pointerWindow = handle;
+    QEnterEvent enter(inWindow, inWindow, handle->mapToGlobal(inWindow));
+    QCoreApplication::sendEvent(handle, &enter);
+  }
+  QTest::mouseMove(handle, inWindow);
+  ProcessEvents();
+}
+
+void PressAt(const QWidget& widget, QPoint at) {
+  MoveTo(widget, at);
+  if (QWindow* handle = HandleOf(widget)) QTest::mousePress(handle, Qt::LeftButton, Held(), InWindow(widget, at));
+  ProcessEvents();
+}
+
+void ReleaseAt(const QWidget& widget, QPoint at) {
+  if (QWindow* handle = HandleOf(widget)) QTest::mouseRelease(handle, Qt::LeftButton, Held(), InWindow(widget, at));
+  ProcessEvents();
+}
+
+void ClickAt(QWidget& widget, QPoint at) {
+  const QPointer<QWidget> guard(&widget);
+  PressAt(widget, at);
+  if (guard) ReleaseAt(widget, at);
+}
+
+std::unique_ptr<QMimeData> FilesAsMime(const std::vector<std::string>& paths) {
+  QList<QUrl> urls;
+  for (const std::string& path : paths)
+    urls.push_back(QUrl::fromEncoded("file://" + QByteArray::fromStdString(path).toPercentEncoding("/")));
+  auto data = std::make_unique<QMimeData>();
+  data->setUrls(urls);
+  return data;
+}
+
+/// Enters the window with a drag and moves over it; true if the window would take the drop.
+bool DragOver(Window& window, const QMimeData& data) {
+  QWindow* handle = window.Native().frame->windowHandle();
+  if (!handle) return false;
+  const QPoint middle(handle->width() / 2, handle->height() / 2);
+  QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Held());
+  QCoreApplication::sendEvent(handle, &enter);
+  QDragMoveEvent move(middle, Qt::CopyAction, &data, Qt::LeftButton, Held());
+  QCoreApplication::sendEvent(handle, &move);
+  return enter.isAccepted() && move.isAccepted();
+}
+
+}  // namespace
+
+void ProcessEvents() { QCoreApplication::processEvents(); }
+
+bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds) {
+  return QTest::qWaitFor(condition, limitMilliseconds);
+}
+
+void Later(const std::function<void()>& step) { QTimer::singleShot(0, qApp, step); }
+
+void Activate(Window& window) {
+  window.Native().frame->activateWindow();
+  (void)QTest::qWaitForWindowActive(window.Native().frame.get());
+  ProcessEvents();
+}
+
+void MouseMove(RectControl& control, int x, int y) { MoveTo(WidgetOf(control), {x, y}); }
+
+void MouseLeave(RectControl& control) {
+  if (QWindow* handle = HandleOf(WidgetOf(control))) {
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(handle, &leave);
+  }
+  pointerWindow = nullptr;
+  ProcessEvents();
+}
+
+void MousePress(RectControl& control, int x, int y) { PressAt(WidgetOf(control), {x, y}); }
+void MouseDragTo(RectControl& control, int x, int y) { MoveTo(WidgetOf(control), {x, y}); }
+void MouseRelease(RectControl& control, int x, int y) { ReleaseAt(WidgetOf(control), {x, y}); }
+
+void Click(RectControl& control) {
+  QWidget& widget = WidgetOf(control);
+  const bool isCheckBox = widget.inherits("QCheckBox");
+  ClickAt(widget, {isCheckBox ? 7 : widget.width() / 2, widget.height() / 2});
+}
+
+void Click(RectControl& control, int x, int y) { ClickAt(WidgetOf(control), {x, y}); }
+
+void PostClick(RectControl& control) {
+  QWindow* handle = HandleOf(WidgetOf(control));
+  if (!handle) return;
+  const QPoint at = InWindow(WidgetOf(control), WidgetOf(control).rect().center());
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QCoreApplication::postEvent(handle,
+                                new QMouseEvent(type, at, handle->mapToGlobal(at), Qt::LeftButton, held, Held()));
+  }
+}
+
+void Post(std::function<void()> work) { QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection); }
+
+void ClickCell(Listbox& list, int row, int column, int x, int y) {
+  QTableView& table = TableOf(list);
+  table.scrollTo(IndexOf(list, row, column));
+  ClickAt(*table.viewport(), table.visualRect(IndexOf(list, row, column)).topLeft() + QPoint(x, y));
+}
+
+void ClickCellCheck(Listbox& list, int row, int column) {
+  QTableView& table = TableOf(list);
+  table.scrollTo(IndexOf(list, row, column));
+  const auto& native = static_cast<NativeListbox&>(list.NeedNative());
+  ClickAt(*table.viewport(), native.IndicatorRect(IndexOf(list, row, column)).center());
+}
+
+void ClickHeader(Listbox& list, int column) {
+  QHeaderView& header = *TableOf(list).horizontalHeader();
+  ClickAt(*header.viewport(),
+          {header.sectionViewportPosition(column) + header.sectionSize(column) / 2, header.height() / 2});
+}
+
+void EditCell(Listbox& list, int row, int column, const String& text) {
+  QTableView& table = TableOf(list);
+  const QPoint middle = table.visualRect(IndexOf(list, row, column)).center();
+  ClickAt(*table.viewport(), middle);
+  QTest::mouseDClick(table.viewport(), Qt::LeftButton, Held(), middle);
+  ProcessEvents();
+  auto* editor = table.viewport()->findChild<QLineEdit*>();
+  if (!editor) return;
+  editor->selectAll();
+  QTest::keyClicks(editor, ToQString(text));
+  QTest::keyClick(editor, Qt::Key_Return);
+  ProcessEvents();
+}
+
+void ChooseRow(PopupMenu& menu, int row) {
+  auto& box = static_cast<QComboBox&>(WidgetOf(menu));
+  box.showPopup();
+  box.view()->setCurrentIndex(box.model()->index(row, 0));
+  QTest::keyClick(box.view(), Qt::Key_Return);
+  ProcessEvents();
+}
+
+void Key(Window& window, const std::string& key) {
+  QWidget& frame = *window.Native().frame;
+  if (!frame.isActiveWindow()) Activate(window);
+  QWidget* target = frame.focusWidget() ? frame.focusWidget() : &frame;
+  if (key.size() == 1) {
+    QTest::keyClick(target, key[0], Held());
+  } else {
+    const QKeyCombination keys = QKeySequence(QString::fromStdString(key))[0];
+    QTest::keyClick(target, keys.key(), keys.keyboardModifiers() | Held());
+  }
+  ProcessEvents();
+}
+
+bool WouldAccept(Window& window, const std::vector<std::string>& paths) {
+  const auto data = FilesAsMime(paths);
+  const bool accepts = DragOver(window, *data);
+  QDragLeaveEvent leave;
+  if (QWindow* handle = window.Native().frame->windowHandle()) QCoreApplication::sendEvent(handle, &leave);
+  return accepts;
+}
+
+void Drop(Window& window, const std::vector<std::string>& paths) {
+  const auto data = FilesAsMime(paths);
+  if (!DragOver(window, *data)) return;
+  QWindow* handle = window.Native().frame->windowHandle();
+  QDropEvent drop(QPointF(handle->width() / 2.0, handle->height() / 2.0), Qt::CopyAction, data.get(), Qt::LeftButton,
+                  Held());
+  QCoreApplication::sendEvent(handle, &drop);
+  ProcessEvents();
+}
+
+void CloseButton(Window& window) {
+  if (QWindow* handle = window.Native().frame->windowHandle()) {
+    QCloseEvent close;
+    QCoreApplication::sendEvent(handle, &close);
+  }
+  ProcessEvents();
+}
+
+void ChooseMenu(const String& itemName) {
+  Application* application = Application::Current();
+  if (!application || !application->MenuBar()) return;
+  application->UpdateMenus();
+  if (QAction* action = application->MenuBar()->Item(itemName).NativeItem().action) action->trigger();
+  ProcessEvents();
+}
+
+void HoldKeys(bool shift, bool control, bool option) {
+#ifdef Q_OS_MACOS
+  constexpr int controlKey = Qt::MetaModifier;
+#else
+  constexpr int controlKey = Qt::ControlModifier;
+#endif
+  heldKeys = (shift ? static_cast<int>(Qt::ShiftModifier) : 0) | (control ? controlKey : 0) |
+             (option ? static_cast<int>(Qt::AltModifier) : 0);
+}
+
+Ref<Picture> Shot(RectControl& control) { return ToPicture(WidgetOf(control).grab().toImage()); }
+Ref<Picture> Shot(Window& window) { return ToPicture(window.Native().content->grab().toImage()); }
+
+Rect CellRect(Listbox& list, int row, int column) {
+  QTableView& table = TableOf(list);
+  const QRect rect = table.visualRect(IndexOf(list, row, column)).translated(table.viewport()->pos());
+  return {rect.x(), rect.y(), rect.width(), rect.height()};
+}
+
+std::vector<Rect> TakeRepaints(Canvas& canvas) {
+  auto& native = static_cast<NativeCanvas&>(canvas.NeedNative());
+  native.recording = true;
+  return std::exchange(native.repaints, {});
+}
+
+bool CaptionFits(RectControl& control) {
+  const auto* native = dynamic_cast<NativeCaption*>(&control.NeedNative());
+  if (!native) return true;
+  const QFontMetrics metrics(native->widget->font());
+  int lines = 1;
+  if (const auto* label = qobject_cast<QLabel*>(native->widget)) lines += static_cast<int>(label->text().count('\n'));
+  return metrics.horizontalAdvance(native->caption) <= native->place.width - native->besides &&
+         metrics.height() * lines <= native->place.height + 2;
+}
+
+}  // namespace platform::testing

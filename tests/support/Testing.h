@@ -1,0 +1,63 @@
+#pragma once
+/// The user's hands and eyes for tests: real toolkit events to the real widgets, found through the controls. Positions
+/// are relative to the control, logical pixels. Every action returns when its events have been handled.
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Inputs.h"
+#include "platform/widgets/Listbox.h"
+#include "platform/widgets/Window.h"
+
+namespace platform::testing {
+
+/// Handles what is waiting in the event loop.
+void ProcessEvents();
+/// Runs the event loop until the condition holds; false when it did not within the limit.
+bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds = 5000);
+
+/// Calls `step` from the event loop: the way to act while a modal window holds its caller.
+void Later(const std::function<void()>& step);
+
+void Activate(Window& window);
+void MouseMove(RectControl& control, int x, int y);  ///< no button; enters the control when it was outside
+void MouseLeave(RectControl& control);
+void MousePress(RectControl& control, int x, int y);
+void MouseDragTo(RectControl& control, int x, int y);  ///< the button is down
+void MouseRelease(RectControl& control, int x, int y);
+void Click(RectControl& control);  ///< in its middle, or on the box of a check box
+void Click(RectControl& control, int x, int y);
+/// Puts a click in the middle of the control into the event loop, to be met by whoever serves it next.
+void PostClick(RectControl& control);
+/// Runs the work when the event loop comes to it, also that of a dialog.
+void Post(std::function<void()> work);
+void ClickCell(Listbox& list, int row, int column, int x, int y);
+void ClickCellCheck(Listbox& list, int row, int column);
+void ClickHeader(Listbox& list, int column);
+void EditCell(Listbox& list, int row, int column, const String& text);
+void ChooseRow(PopupMenu& menu, int row);
+/// Keys as "Up", "Down", "Return", "Escape", "Tab", "Ctrl+Z" or a character; to the widget that has the keyboard.
+void Key(Window& window, const std::string& key);
+void Drop(Window& window, const std::vector<std::string>& paths);
+/// Whether the window would take a drag of these files.
+bool WouldAccept(Window& window, const std::vector<std::string>& paths);
+/// Presses the close button of the frame.
+void CloseButton(Window& window);
+/// Chooses a menu item as the mouse would: does nothing if it is disabled.
+void ChooseMenu(const String& itemName);
+/// Held modifier keys for Keyboard and for the following mouse events.
+void HoldKeys(bool shift, bool control, bool option);
+
+/// What the control, or the content of the window, looks like now.
+Ref<Picture> Shot(RectControl& control);
+Ref<Picture> Shot(Window& window);
+/// The rectangle of a cell relative to the list.
+Rect CellRect(Listbox& list, int row, int column);
+/// The rectangles that were put on the screen from a canvas since the last call.
+std::vector<Rect> TakeRepaints(Canvas& canvas);
+/// Whether all of a control's caption is visible in its place with its font.
+bool CaptionFits(RectControl& control);
+
+}  // namespace platform::testing
