@@ -14,7 +14,6 @@ class LinkedCursorTest : public WindowsTest {
     const auto view = image->Pixels();
     return {view.data, view.data + view.pitch * view.height};
   }
-  std::string Cur(int row) { return main().SpeciesLB.Cell(row, Main::kCurColumn).Utf8(); }
   void WaitForTick() {
     int ticks = 0;
     const auto action = main().Timer1.Action;
@@ -26,52 +25,6 @@ class LinkedCursorTest : public WindowsTest {
     main().Timer1.Action = action;
   }
 };
-
-TEST_F(LinkedCursorTest, EverySpeciesTellsItsLevelUnderThePointer) {
-  LoadThree(60, 40);
-  for (const auto& [item, x, y, imageX, imageY] :
-       {std::tuple{"Window100", 20, 30, 20, 30}, {"Window300", 100, 40, 33, 13}, {"Window50", 20, 15, 40, 30}}) {
-    user::ChooseMenu(item);
-    user::MouseMove(main().cvTIF, x, y);
-    for (int species = 0; species < 3; ++species)
-      EXPECT_EQ(Cur(species), std::to_string(Level(species, imageX, imageY))) << item;
-  }
-  EXPECT_TRUE(main().Timer1.Enabled());
-  EXPECT_EQ(main().CursorChosen, 1);
-  user::MouseLeave(main().cvTIF);
-  EXPECT_EQ(Cur(0), "-");
-  EXPECT_EQ(Cur(2), "-");
-  EXPECT_FALSE(main().Timer1.Enabled());
-  // An inactive window lets the mouse pass.
-  user::Activate(overview());
-  user::MouseMove(main().cvTIF, 5, 5);
-  EXPECT_EQ(Cur(0), "-");
-}
-
-TEST_F(LinkedCursorTest, MarksAreDrawnOnAllMaps) {
-  LoadThree(60, 60);
-  OpenEverything();
-  ASSERT_EQ(speciesWindows().size(), 3u);
-  const auto bare = PixelsOf(main().cvTIF);
-  user::MouseMove(main().cvTIF, 30, 20);
-  EXPECT_EQ(PixelsOf(main().cvTIF), bare);  // the pointer itself shows the place there
-  for (Canvas* canvas : AllCanvases()) {
-    if (canvas == &main().cvTIF) continue;
-    for (const auto& [x, y] : {std::pair{28, 20}, {24, 20}, {32, 20}, {36, 20}, {30, 18}, {30, 14}, {30, 22}, {30, 26}})
-      EXPECT_EQ(PixelOf(*canvas, x, y), 0x808080u);
-    EXPECT_NE(PixelOf(*canvas, 30, 20), 0x808080u);
-    EXPECT_NE(PixelOf(*canvas, 23, 20), 0x808080u);
-  }
-  user::Click(main().BBcursorCircles);
-  EXPECT_EQ(main().CursorChosen, 3);
-  Globals::fCursorSize = 10;
-  user::MouseMove(main().cvTIF, 31, 30);
-  for (Canvas* canvas : AllCanvases()) EXPECT_EQ(PixelOf(*canvas, 31, 20), 0x808080u);
-  // A paint wipes the marks.
-  user::MousePress(main().cvTIF, 31, 30);
-  user::MouseRelease(main().cvTIF, 31, 30);
-  EXPECT_EQ(PixelsOf(main().cvTIF), bare);
-}
 
 TEST_F(LinkedCursorTest, NoTraceOfAMarkIsLeftAtAnyZoom) {
   LoadThree(67, 53);
@@ -146,22 +99,4 @@ TEST_F(LinkedCursorTest, HeldKeysChangeSizeAndColour) {
   WaitForTick();
   EXPECT_EQ(Globals::fCursorColor, 0xFFFFFFu);
   user::HoldKeys(false, false, false);
-}
-
-TEST_F(LinkedCursorTest, ClicksMarkTheLevelsOfAllSpeciesOneStepBehind) {
-  LoadThree(40, 40);
-  Main& m = main();
-  user::MousePress(m.cvTIF, 3, 2);
-  for (int species = 0; species < 3; ++species) EXPECT_TRUE(m.Clicks(0, species, Level(species, 3, 2)));
-  user::MouseDragTo(m.cvTIF, 4, 2);
-  EXPECT_FALSE(m.Clicks(0, 0, Level(0, 4, 2)));
-  user::MouseDragTo(m.cvTIF, 5, 2);
-  EXPECT_TRUE(m.Clicks(0, 0, Level(0, 4, 2)));
-  user::MouseDragTo(m.cvTIF, 500, 2);  // outside: not accepted
-  EXPECT_EQ(m.InX, 5);
-  user::MouseRelease(m.cvTIF, 500, 2);
-  EXPECT_FALSE(m.Clicks(0, 0, Level(0, 5, 2)));
-  user::ChooseMenu("Window200");
-  user::Click(m.cvTIF, 21, 31);
-  EXPECT_TRUE(m.Clicks(0, 1, Level(1, 10, 15)));
 }

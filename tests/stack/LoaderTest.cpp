@@ -48,22 +48,6 @@ TEST_F(LoaderTest, StackAndDisplayHoldWhatTheFilesHold) {
   EXPECT_EQ(m.Title().Utf8().find_first_not_of("0123456789 "), std::string::npos);
 }
 
-TEST_F(LoaderTest, AnAbsentSpeciesHasARowAndNoMap) {
-  Drop({WriteMap("a_Al.tif", 6, 6, Flat(50)), WriteMap("a_Fe.tif", 6, 6, Flat(60))});
-  Drop({WriteMap("b_Fe.tif", 6, 6, Flat(70)), WriteMap("b_Mg.tif", 6, 6, Flat(80))});
-  CheckRow(1);
-  Main& m = main();
-  EXPECT_EQ(m.SpeciesLB.ListCount(), 3);
-  EXPECT_FALSE(m.TIFexists(0));
-  EXPECT_EQ(m.TIFmax(0), -1);
-  EXPECT_EQ(m.TIFmax(2), 80);
-  EXPECT_EQ(m.SelectedRow, 0);  // kept, although this cluster lacks it
-  EXPECT_EQ(PixelOf(m.cvTIF, 2, 2), 0x999999u);
-  EXPECT_EQ(m.SpeciesName.Text().Utf8(), " ");
-  user::Click(m.CB_ScaleUp);
-  EXPECT_TRUE(messages.empty());
-}
-
 TEST_F(LoaderTest, SelectionSmoothingAndMarksSurviveAnotherCluster) {
   LoadThree(12, 12);
   user::Key(main(), "Down");
@@ -97,16 +81,6 @@ TEST_F(LoaderTest, ShowingAgainDoesNotLoadAgain) {
   // Each showing and hiding appends a time.
   EXPECT_EQ(Left(main().Title(), Len(before)), before);
   EXPECT_GE(Len(main().Title()), Len(before) + 6);
-}
-
-TEST_F(LoaderTest, AMapOfAnotherSizeStopsTheLoad) {
-  Drop({WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteMap("a_Fe.tif", 6, 7, Flat(2)), WriteMap("a_Mg.tif", 6, 6, Flat(3))});
-  CheckRow(0);
-  EXPECT_EQ(messages, std::vector<std::string>{"Cannot load images. All images have to be of the same pixel size."});
-  EXPECT_FALSE(main().TIFready);
-  EXPECT_EQ(main().PPbuttons.Value(), Main::kPageLoading);
-  EXPECT_EQ(main().TIFarray(0, 0, 0), 1);
-  EXPECT_EQ(main().currFileNb.Utf8(), Cell(0, 0));
 }
 
 TEST_F(LoaderTest, AFirstFileThatIsGoneEndsTheProgramWithCode3) {

@@ -26,18 +26,6 @@ TEST_F(SmoothCommandTest, LevelsStartFromTheOriginalEachTime) {
   EXPECT_TRUE(messages.empty());
 }
 
-TEST_F(SmoothCommandTest, EachSpeciesPassesByAndTheSelectedOneStays) {
-  LoadThree(10, 10);
-  user::Key(main(), "Down");
-  user::TakeRepaints(main().cvTIF);
-  user::ChooseMenu("OptionsSmooth4");
-  EXPECT_GE(user::TakeRepaints(main().cvTIF).size(), 3u);
-  EXPECT_EQ(main().SelectedRow, 1);
-  EXPECT_EQ(main().SpeciesName.Text().Utf8(), "Fe (sm4)");
-  EXPECT_EQ(main().PPbuttons.Value(), Main::kPageNormal);
-  EXPECT_TRUE(messages.empty());
-}
-
 TEST_F(SmoothCommandTest, ALevelBelowZeroShowsTheSecondWorkPlane) {
   LoadThree(4, 4);
   main().temp2(2, 1) = 41.9;

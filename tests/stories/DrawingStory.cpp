@@ -31,6 +31,9 @@ TEST_F(DrawingStory, LinesLieOverAllMaps) {
   OpenEverything();
   user::Click(main().PBdraw);
   Stop("the drawing page");
+  user::Activate(overview());
+  Stop("Overview in front has nothing to undo");
+  user::Activate(main());
   user::MousePress(main().cvTIF, 10, 10);
   Stop("a press stamps a pixel, with the pen as pointer");
   user::MouseDragTo(main().cvTIF, 20, 15);
@@ -69,11 +72,19 @@ TEST_F(DrawingStory, LinesLieOverAllMaps) {
     user::CloseButton(picker);
   });
   Stop("the close box takes nothing after that either");
+  Pick([&](WindowSelectColor& picker) {
+    user::Click(picker.Canvas1, 15, 55);
+    user::Key(picker, "Escape");
+  });
+  bool confirm = false;
   Dialogs().selectColor = [&](Color& color, const String& prompt) {
     Note("the system's chooser: " + prompt.Utf8());
     color = 0x123456;
-    return true;
+    return confirm;
   };
+  Pick([&](WindowSelectColor& picker) { user::Click(picker.PBother); });
+  Stop("Escape takes nothing, nor does a chooser that is cancelled");
+  confirm = true;
   Pick([&](WindowSelectColor& picker) { user::Click(picker.PBother); });
   Stop("another colour");
   LoadThree(24, 24);
