@@ -89,7 +89,7 @@ String Globals::CleanString(const String& name) {
 }
 
 String catalogue::StripCommon(const Array<String>& names, Array<String>& shorts) {
-  String common = names(0);
+  const String& common = names(0);
   if (names.Ubound() != shorts.Ubound()) return Globals::CleanString(common);
   if (names.Ubound() < 1 || names(0) == names(1)) {
     for (int i = 0; i <= names.Ubound(); ++i) shorts(i) = Globals::CleanString(names(i));

@@ -86,7 +86,7 @@ void Globals::fCursorRedraw(int x, int y, bool restore, bool draw) {
     map.surface->UseOldRenderer = false;
     map.surface->PenHeight = map.surface->PenWidth = pen;
   }
-  const auto drawCircle = [&oval](Graphics& g) { g.DrawOval(oval.x, oval.y, oval.width, oval.height); };
+  const auto drawCircle = [&oval = oval](Graphics& g) { g.DrawOval(oval.x, oval.y, oval.width, oval.height); };
   drawCircle(*shown.surface);
   drawCircle(*mixed.surface);
   for (const Map& map : species) drawCircle(*map.surface);

@@ -138,7 +138,7 @@ enum class Renderer { AsItIs, Old, New };
 
 /// An icon of 20 by 20 pixels from a picture of the resources and its mask.
 Ref<Picture> MakeIcon(const Ref<Picture>& picture, const Ref<Picture>& mask, Renderer renderer) {
-  const Ref<Picture> icon = NewPicture(20, 20, 32);
+  Ref<Picture> icon = NewPicture(20, 20, 32);
   Graphics g = icon->Graphics();
   Graphics m = icon->Mask()->Graphics();
   if (renderer != Renderer::AsItIs) g.UseOldRenderer = m.UseOldRenderer = renderer == Renderer::Old;

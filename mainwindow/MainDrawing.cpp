@@ -32,7 +32,7 @@ void OnAllMaps(Draw draw) {
 
 /// The swatch of the colour button.
 Ref<Picture> MakeSwatch() {
-  const Ref<Picture> swatch = NewPicture(14, 14, 32);
+  Ref<Picture> swatch = NewPicture(14, 14, 32);
   Graphics g = swatch->Graphics();
   g.ForeColor = Globals::DrawColor;
   g.FillRect(0, 0, 14, 14);

@@ -18,7 +18,7 @@ constexpr std::string_view kLines[] = {
 /// Takes the first field off the row of comma-separated fields.
 String TakeField(std::u32string_view& fields) {
   const auto comma = fields.find(U',');
-  const String field{std::u32string(fields.substr(0, comma))};
+  String field{std::u32string(fields.substr(0, comma))};
   fields.remove_prefix(comma == fields.npos ? fields.size() : comma + 1);
   return field;
 }

@@ -62,7 +62,7 @@ void PlaneStack::Redim(int species, int x, int y) {
   for (int bound : {species, x, y})
     if (bound < -1) platform::ThrowOutOfBounds("Redim", bound, -1);
   const int width = x + 1, height = y + 1;
-  const auto count = static_cast<std::size_t>(species + 1);
+  const auto count = static_cast<std::size_t>(species) + 1;
 
   if (count < planes_.size()) planes_.resize(count);
   if (width != width_ || height != height_) {

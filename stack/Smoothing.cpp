@@ -372,10 +372,10 @@ void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth n
   const int width = job.original.width, height = job.original.height;
 
   // Rows a multiple of 4 KB apart would compete for the same lines of the cache.
-  std::size_t stride = static_cast<std::size_t>(RoundUp(width, kLine) + 2 * kLine);
+  std::size_t stride = static_cast<std::size_t>(RoundUp(width, kLine)) + std::size_t{2} * kLine;
   if (stride % 512 == 0) stride += kLine;
   const std::size_t repeats = static_cast<std::size_t>(level) - 1;
-  const std::size_t rowCount = 2 * repeats + 2 * kStep;
+  const std::size_t rowCount = 2 * (repeats + kStep);
   const auto memory = hwy::AllocateAligned<double>(rowCount * stride);
   if (!memory) throw std::bad_alloc();
   std::fill_n(memory.get(), rowCount * stride, 0.0);
@@ -415,7 +415,7 @@ void SmoothPlane(SmoothJob& job, int level) {
   if (level == 1)
     SmoothOnce(job, first);
   else if (level <= kMaximumLevelOfSplitNinth)
-    SmoothRepeatedly(job, first, level, SplitNinth());
+    SmoothRepeatedly(job, first, level, SplitNinth());  // NOLINT(bugprone-branch-clone): PlainNinth on some targets
   else
     SmoothRepeatedly(job, first, level, PlainNinth());
 }

@@ -122,7 +122,8 @@ void Graphics::DrawString(const String& text, int x, int y) {
   textDrawing.draw(*this, clip_, text, x, y);
   // Letters may reach a little beyond their places: the rectangle leaves room for that on every side.
   const auto width = static_cast<std::int64_t>(std::ceil(StringWidth(text)));
-  Touch(std::int64_t{x} - TextSize, std::int64_t{y} - 2 * TextSize, width + 2 * TextSize, 3 * TextSize);
+  const std::int64_t size = TextSize;
+  Touch(x - size, y - 2 * size, width + 2 * size, 3 * size);
 }
 
 double Graphics::StringWidth(const String& text) const {

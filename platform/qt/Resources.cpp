@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 QImage Load(const char* kind, int id) {
-  const QImage image(QString(":/vornalite/%1-%2.png").arg(kind).arg(id));
+  QImage image(QString(":/vornalite/%1-%2.png").arg(kind).arg(id));
   if (image.isNull()) ThrowNil("a resource that is not there was asked for");
   return image;
 }

@@ -149,7 +149,7 @@ class ArrayN {
     }
     Memory values = Allocate(count);
     if (!Empty(bounds_) && !Empty(wanted)) {
-      const auto run = static_cast<std::size_t>(std::min(bounds_.back(), wanted.back()) + 1);
+      const auto run = static_cast<std::size_t>(std::min(bounds_.back(), wanted.back())) + 1;
       Bounds index{};
       do {
         T* from = values_.get() + Place(index, bounds_);

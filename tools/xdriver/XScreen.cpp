@@ -47,7 +47,7 @@ std::string XScreen::Title(Window window) {
   for (const char* property : {"_NET_WM_NAME", "WM_NAME"}) {
     XTextProperty text;
     if (!XGetTextProperty(display_, window, &text, Named(property)) || !text.value) continue;
-    const std::string title(reinterpret_cast<char*>(text.value), text.nitems);
+    std::string title(reinterpret_cast<char*>(text.value), text.nitems);
     XFree(text.value);
     return title;
   }

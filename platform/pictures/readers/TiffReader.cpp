@@ -368,7 +368,7 @@ Ref<Picture> Upright(std::vector<std::uint8_t> levels, const Layout& layout) {
 Ref<Picture> Upright(const Ref<Picture>& stored, const Layout& layout) {
   const Orientation orientation(layout.orientation, static_cast<int>(layout.width), static_cast<int>(layout.height));
   if (orientation.Upright()) return stored;
-  const auto upright = MakeRef<Picture>(orientation.Width(), orientation.Height());
+  auto upright = MakeRef<Picture>(orientation.Width(), orientation.Height());
   orientation.Apply(stored->Pixels().data, upright->Pixels().data);
   return upright;
 }
