@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <type_traits>
 
@@ -35,13 +36,37 @@ Range<Sample> FiniteRangeOf(std::span<const Sample> samples) {
   return range;
 }
 
+/// The 99.9th percentile by nearest rank: of n samples the (n / 1000 + 1)-th largest. `lowest` if fewer of them lie
+/// above that. One pass that keeps the largest samples seen so far.
+template <class Sample>
+Sample PercentileOf(std::span<const Sample> samples, Sample lowest) {
+  const std::size_t rank = samples.size() / 1000 + 1;
+  std::vector<Sample> largest;
+  largest.reserve(2 * rank);
+  const auto dropSmaller = [&largest, rank] {
+    const auto last = largest.begin() + static_cast<std::ptrdiff_t>(rank) - 1;
+    std::nth_element(largest.begin(), last, largest.end(), std::greater<>());
+    largest.resize(rank);
+    return largest.back();
+  };
+  Sample bound = lowest;
+  for (const Sample sample : samples) {
+    if (!(sample > bound)) continue;  // not-a-number too
+    largest.push_back(sample);
+    if (largest.size() == 2 * rank) bound = dropSmaller();
+  }
+  return largest.size() < rank ? lowest : dropSmaller();
+}
+
 /// The scaling as a function of one value. For whole numbers of up to 32 bits every product is exact in a double, and
 /// a quotient that is no half is farther from it than the rounding error; so the result is the exact one.
 class Scaler {
  public:
-  Scaler(double lowest, double highest) : shrink_(highest - lowest > 1e300 ? 0x1p-16 : 1.0) {
+  Scaler(double lowest, double percentile, double highest) : shrink_(highest - lowest > 1e300 ? 0x1p-16 : 1.0) {
     lowest_ = lowest * shrink_;
     range_ = highest * shrink_ - lowest_;
+    const double limit = 2 * (percentile * shrink_ - lowest_);
+    if (limit > 0) range_ = std::min(range_, limit);
   }
   bool Flat() const { return !(range_ > 0); }
   std::uint8_t operator()(double value) const {
@@ -64,9 +89,11 @@ template <class Sample>
 std::vector<std::uint8_t> ScaledToLevels(std::span<const Sample> samples) {
   std::vector<std::uint8_t> levels(samples.size());
   const Range<Sample> range = FiniteRangeOf(samples);
-  const Scaler scale(static_cast<double>(range.lowest), static_cast<double>(range.highest));
+  const Sample percentile = PercentileOf(samples, range.lowest);
+  const Scaler scale(static_cast<double>(range.lowest), static_cast<double>(percentile),
+                     static_cast<double>(range.highest));
   if (scale.Flat()) return levels;
-  if constexpr (sizeof(Sample) == 2) {
+  if constexpr (sizeof(Sample) <= 2) {
     // Few distinct values: one table look-up a sample instead of one division.
     std::vector<std::uint8_t> table(static_cast<std::size_t>(range.highest - range.lowest) + 1);
     for (std::size_t i = 0; i < table.size(); ++i)
@@ -80,6 +107,7 @@ std::vector<std::uint8_t> ScaledToLevels(std::span<const Sample> samples) {
   return levels;
 }
 
+template std::vector<std::uint8_t> ScaledToLevels(std::span<const std::int8_t>);
 template std::vector<std::uint8_t> ScaledToLevels(std::span<const std::uint16_t>);
 template std::vector<std::uint8_t> ScaledToLevels(std::span<const std::int16_t>);
 template std::vector<std::uint8_t> ScaledToLevels(std::span<const std::uint32_t>);

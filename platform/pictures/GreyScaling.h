@@ -6,12 +6,18 @@
 #include <span>
 #include <vector>
 
+#include "platform/values/Color.h"
+
 namespace platform {
 
-/// The levels of a plane of more than 8 bits: level = 255 (v - lowest) / (highest - lowest), to the nearest, halves
-/// upward; `lowest` is 0, or the plane's lowest value if that is negative. Not-a-number counts as the lowest. Infinite
-/// values take no part in finding the range and become 0 or 255. A plane without a range is all 0.
-/// Made for std::uint16_t, std::int16_t, std::uint32_t, std::int32_t, std::uint64_t, std::int64_t, float and double.
+/// The levels of a plane of more than 8 bits: level = 255 (v - lower) / (upper - lower), to the nearest, halves upward;
+/// at least 0 and at most 255. `lower` is 0, or the plane's lowest value if that is negative. `upper` is the highest
+/// value, unless that is more than twice as far from `lower` as the 99.9th percentile (nearest rank over all pixels):
+/// then it is at twice the percentile's distance, so that a few hot pixels do not make a map black. A percentile at
+/// `lower` does not count. Not-a-number counts as the lowest. Infinite values become 0 or 255; the highest value is the
+/// highest finite one. A plane without a range is all 0.
+/// Made for std::int8_t, std::uint16_t, std::int16_t, std::uint32_t, std::int32_t, std::uint64_t, std::int64_t, float
+/// and double.
 template <class Sample>
 std::vector<std::uint8_t> ScaledToLevels(std::span<const Sample> samples);
 
@@ -25,5 +31,8 @@ void CompositeOnWhite(std::span<std::uint8_t> levels, std::span<const std::uint8
 
 /// One level over white: level * alpha + 255 * (1 - alpha), alpha from 0 to 255, to the nearest.
 constexpr int OverWhite(int level, int alpha) { return (level * alpha + 127) / 255 + 255 - alpha; }
+constexpr Color ColorOverWhite(Color color, int alpha) {
+  return RGB(OverWhite(Red(color), alpha), OverWhite(Green(color), alpha), OverWhite(Blue(color), alpha));
+}
 
 }  // namespace platform

@@ -154,7 +154,6 @@ const Kind kGreyKinds[] = {
     {"8 bits, deflate, large, big-endian", 8, 1, COMPRESSION_DEFLATE, PHOTOMETRIC_MINISBLACK, "wb8"},
     {"8 bits, PackBits, tiled", 8, 1, COMPRESSION_PACKBITS, PHOTOMETRIC_MINISBLACK, "wl", true},
     {"8 bits, LZMA", 8, 1, COMPRESSION_LZMA},
-    {"8 bits, signed by its tag", 8, SAMPLEFORMAT_INT},
     {"8 bits, a sample that is no alpha", 8, 1, 1, 1, "wl", false, 2, false, EXTRASAMPLE_UNSPECIFIED},
     {"8 bits, three channels apart", 8, 1, COMPRESSION_LZW, 1, "wl", false, 3, true},
 };
@@ -174,6 +173,7 @@ TEST(TiffReader, GreyOfUpTo8BitsFillsTheScale) {
 }
 
 const Kind kDeepKinds[] = {
+    {"8 bits, signed", 8, SAMPLEFORMAT_INT},
     {"9 bits", 9, 0, COMPRESSION_NONE},
     {"10 bits, big-endian", 10, 0, COMPRESSION_LZW, PHOTOMETRIC_MINISBLACK, "wb"},
     {"12 bits, packed", 12},
@@ -196,7 +196,7 @@ TEST(TiffReader, DeeperGreyIsScaledFromWhatItHolds) {
     SCOPED_TRACE(kind.name);
     const bool isFloat = kind.format == SAMPLEFORMAT_IEEEFP || kind.format == -1;
     const int lowest = kind.format == SAMPLEFORMAT_INT || kind.format == SAMPLEFORMAT_IEEEFP ? -57 : 0;
-    const int highest = 200;
+    const int highest = kind.bits == 8 ? 127 : 200;
     kind.format = std::max(kind.format, 0);
     // From the lowest to the highest value, both of which occur.
     const auto value = [&](int x, int y) { return lowest + (x * 7 + y * 37) % (highest - lowest + 1); };
@@ -416,6 +416,60 @@ TEST(GreyScaling, RangesAtTheEdges) {
   EXPECT_EQ(Scale<double>({kNan, -4, 6}), (Bytes{0, 0, 255}));
   EXPECT_EQ(Scale<double>({kNan, kNan}), (Bytes{0, 0}));
   EXPECT_EQ(Scale<float>({}), Bytes{});
+  EXPECT_EQ(Scale<std::int8_t>({-128, -1, 0, 127}), (Bytes{0, 127, 128, 255}));
+}
+
+/// The levels of the values of a plane in which each of them occurs so many times. The order must not matter.
+template <class Sample>
+Bytes LevelsOfValues(const std::vector<std::pair<Sample, int>>& values) {
+  std::vector<Sample> samples;
+  for (const auto& [value, count] : values) samples.insert(samples.end(), static_cast<std::size_t>(count), value);
+  Bytes levels = Scale(samples);
+  std::ranges::reverse(samples);
+  Bytes reversed = Scale(samples);
+  std::ranges::reverse(reversed);
+  EXPECT_EQ(reversed, levels);
+  Bytes ofValues;
+  std::size_t end = 0;
+  for (const auto& value : values) ofValues.push_back(levels[(end += static_cast<std::size_t>(value.second)) - 1]);
+  return ofValues;
+}
+
+template <class Sample>
+void ExpectHotPixelsLimited() {
+  using Values = std::vector<std::pair<Sample, int>>;
+  // The 99.9th percentile by nearest rank: of 1000 the 999th, of 999 the 999th, of 1001 the 1000th.
+  EXPECT_EQ(LevelsOfValues(Values{{10, 998}, {20, 1}, {100, 1}}), (Bytes{64, 128, 255}));  // up to 2 * 20
+  EXPECT_EQ(LevelsOfValues(Values{{10, 997}, {20, 1}, {100, 1}}), (Bytes{26, 51, 255}));
+  EXPECT_EQ(LevelsOfValues(Values{{10, 999}, {20, 1}, {100, 1}}), (Bytes{64, 128, 255}));
+  EXPECT_EQ(LevelsOfValues(Values{{10, 998}, {100, 2}}), (Bytes{26, 255}));
+  EXPECT_EQ(LevelsOfValues(Values{{30, 998}, {40, 1}, {80, 1}}), (Bytes{96, 128, 255})) << "exactly twice as far";
+  EXPECT_EQ(LevelsOfValues(Values{{0, 999}, {7, 1}}), (Bytes{0, 255})) << "the percentile is at the lower end";
+  if constexpr (std::numeric_limits<Sample>::is_signed) {
+    EXPECT_EQ(LevelsOfValues(Values{{-100, 998}, {-80, 1}, {100, 1}}), (Bytes{0, 128, 255}));
+  }
+}
+
+TEST(GreyScaling, AFewHotPixelsDoNotMakeAMapBlack) {
+  ExpectHotPixelsLimited<std::int8_t>();
+  ExpectHotPixelsLimited<std::uint16_t>();
+  ExpectHotPixelsLimited<std::int16_t>();
+  ExpectHotPixelsLimited<std::uint32_t>();
+  ExpectHotPixelsLimited<std::int64_t>();
+  ExpectHotPixelsLimited<float>();
+  ExpectHotPixelsLimited<double>();
+  constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+  constexpr float kInfinity = std::numeric_limits<float>::infinity();
+  EXPECT_EQ(LevelsOfValues<float>({{kNan, 500}, {10, 498}, {20, 1}, {100, 1}}), (Bytes{0, 64, 128, 255}));
+  EXPECT_EQ(LevelsOfValues<float>({{10, 997}, {20, 1}, {kInfinity, 2}}), (Bytes{128, 255, 255}));
+  EXPECT_EQ(LevelsOfValues<double>({{-1e308, 998}, {-8e307, 1}, {1.7e308, 1}}), (Bytes{0, 128, 255}));
+  // 1 to 5000 and one that is far off: the percentile is 4996.
+  std::vector<std::pair<std::uint32_t, int>> values;
+  for (std::uint32_t value = 1; value <= 5000; ++value) values.emplace_back(value, 1);
+  values.emplace_back(4000000000u, 1);
+  const Bytes levels = LevelsOfValues(values);
+  EXPECT_EQ(levels[2497], 64);
+  EXPECT_EQ(levels[4995], 128);
 }
 
 }  // namespace

@@ -3,11 +3,10 @@
 /// program; these are for the tests and fuzz targets of the readers.
 ///
 /// All readers: the first image of a file counts. A grey image gives a picture made from grey levels, any other one
-/// colours. Eight-bit values are never touched. A grey plane of another depth (9 to 32 or 64 bits, signed, unsigned
-/// or floating point) is scaled linearly from what it holds, rounded to nearest: from 0, or from its lowest value if
-/// that is negative, to its highest. Not-a-number counts as the lowest. Alpha is composited on white; a colour profile
-/// is ignored. Of a PICT the rasters and QuickTime images are read, not its vectors and text. An image of more than
-/// kMaximumPixels, or one that memory does not hold, is refused.
+/// colours. Unsigned eight-bit values are never touched. A grey plane of another depth (signed of 8 bits, 9 to 32 or
+/// 64 bits of any kind, floating point) is scaled linearly from what it holds, see ScaledToLevels. Alpha is composited
+/// on white; a colour profile is ignored. Of a PICT the rasters and QuickTime images are read, not its vectors and
+/// text. An image of more than kMaximumPixels, or one that memory does not hold, is refused.
 
 #include <cstdint>
 #include <filesystem>

@@ -322,10 +322,12 @@ std::vector<std::uint8_t> ReadScaled(TIFF* tiff, const Source& source, const Lay
   return Scaled(ReadPlane<Unsigned>(tiff, source, layout, 0));
 }
 
-std::vector<std::uint8_t> ReadDeepLevels(TIFF* tiff, const Source& source, const Layout& layout) {
+std::vector<std::uint8_t> ReadScaledLevels(TIFF* tiff, const Source& source, const Layout& layout) {
   if (layout.bits > 32) return ReadScaled<std::uint64_t, std::int64_t, double>(tiff, source, layout);
   if (layout.bits > 16) return ReadScaled<std::uint32_t, std::int32_t, float>(tiff, source, layout);
-  if (layout.format == SAMPLEFORMAT_INT) return Scaled(ReadPlane<std::int16_t>(tiff, source, layout, 0));
+  if (layout.format == SAMPLEFORMAT_INT)
+    return layout.bits > 8 ? Scaled(ReadPlane<std::int16_t>(tiff, source, layout, 0))
+                           : Scaled(ReadPlane<std::int8_t>(tiff, source, layout, 0));
   const auto words = ReadPlane<std::uint16_t>(tiff, source, layout, 0);
   return layout.format == SAMPLEFORMAT_IEEEFP ? Scaled(FromHalves(words)) : Scaled(words);
 }
@@ -375,13 +377,14 @@ Ref<Picture> Upright(const Ref<Picture>& stored, const Layout& layout) {
 
 Ref<Picture> ReadGrey(TIFF* tiff, const Source& source, const Layout& layout) {
   CheckDepth(layout);
+  const bool scaled = layout.bits > 8 || layout.format == SAMPLEFORMAT_INT;
   std::vector<std::uint8_t> levels =
-      layout.bits > 8 ? ReadDeepLevels(tiff, source, layout) : ReadPlane<std::uint8_t>(tiff, source, layout, 0);
-  std::array<std::uint8_t, 256> table = LevelsOfBits(std::min<int>(layout.bits, 8));
+      scaled ? ReadScaledLevels(tiff, source, layout) : ReadPlane<std::uint8_t>(tiff, source, layout, 0);
+  std::array<std::uint8_t, 256> table = LevelsOfBits(scaled ? 8 : layout.bits);
   const bool minIsWhite = layout.photometric == PHOTOMETRIC_MINISWHITE;
   if (minIsWhite)
     for (std::uint8_t& level : table) level = static_cast<std::uint8_t>(255 - level);
-  if (layout.bits < 8 || minIsWhite)
+  if ((!scaled && layout.bits < 8) || minIsWhite)
     std::transform(levels.begin(), levels.end(), levels.begin(), [&](std::uint8_t value) { return table[value]; });
   if (layout.AlphaSample() > 0) CompositeOnWhite(levels, ReadAlpha(tiff, source, layout), layout.AlphaPremultiplied());
   return Upright(std::move(levels), layout);
