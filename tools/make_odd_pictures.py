@@ -3,8 +3,15 @@
 
     tools/make_odd_pictures.py tests/odd
 
-The tests open them, the fuzz targets damage them. Standard library only, so that the files can be made anywhere. Not
-made here: netpbm*.pict and imagemagick*.pict, which those programs wrote (ppmtopict, convert) from the same pixels.
+The tests open them, the fuzz targets damage them. Standard library only, so that the files can be made anywhere. Files
+whose names begin with a program's name were made by that program from rgb.tif or big.tif and stay as they are:
+
+    imagemagick-5-6-5.bmp            convert rgb.tif -define bmp:subtype=RGB565
+    imagemagick*.pict                convert
+    netpbm.pict                      ppmtopict
+    netpbm-os2.bmp                   ppmtobmp -os2
+    netpbm-interlaced.gif            ppmtogif -interlace
+    pillow-damaged-profile.jpg       save(quality=95, icc_profile=...) of a profile without its types "XYZ "
 """
 import base64
 import pathlib
@@ -25,6 +32,11 @@ FRUVDA8XGBYUGBIUFRT/wAALCAAIABABAREA/8QAHwAAAQUBAQEBAQEAAAAAAAAAAAECAwQFBgcICQoL
 BAQAAAF9AQIDAAQRBRIhMUEGE1FhByJxFDKBkaEII0KxwRVS0fAkM2JyggkKFhcYGRolJicoKSo0NTY3ODk6Q0RFRkdISUpTVFVW
 V1hZWmNkZWZnaGlqc3R1dnd4eXqDhIWGh4iJipKTlJWWl5iZmqKjpKWmp6ipqrKztLW2t7i5usLDxMXGx8jJytLT1NXW19jZ2uHi
 4+Tl5ufo6erx8vP09fb3+Pn6/9oACAEBAAA/APhSv2rr/9k=""")
+
+
+# Headers of processes that few decoders know; the data behind them is that of JPEG.
+LOSSLESS_JPEG = JPEG.replace(b"\xff\xc0\0\x0b\x08", b"\xff\xc3\0\x0b\x08")
+JPEG_OF_12_BITS = JPEG.replace(b"\xff\xc0\0\x0b\x08", b"\xff\xc1\0\x0b\x0c")
 
 
 def tiff(data, width, height, bits, order="<", big=False, next_directory=0, **tags):
@@ -91,7 +103,21 @@ def bmp(width, height, bits, palette, data, compression=0):
     return header + info + b"".join(struct.pack("<BBBB", b, g, r, 0) for r, g, b in palette) + data
 
 
-def gif(width, height, palette, pixels, before=b""):
+def bmp_with_masks(width, height, bits, masks, data, header_size):
+    """`masks` stand behind a header of 40 bytes and are a part of a larger one."""
+    after = struct.pack("<%dI" % len(masks), *masks)
+    offset = 54 + len(after)
+    return (struct.pack("<2sIHHI", b"BM", offset + len(data), 0, 0, offset)
+            + struct.pack("<IiiHHIIiiII", header_size, width, height, 1, bits, 3, len(data), 0, 0, 0, 0) + after + data)
+
+
+def bmp_of_os2(width, height, palette, data):
+    offset = 26 + 3 * len(palette)
+    return (struct.pack("<2sIHHI", b"BM", offset + len(data), 0, 0, offset)
+            + struct.pack("<IHHHH", 12, width, height, 1, 8) + b"".join(bytes(c[::-1]) for c in palette) + data)
+
+
+def gif(width, height, palette, pixels, before=b"", screen=None, place=(0, 0), background=0):
     """Codes of 9 bits without any compression, lowest bit first; `palette` has 256 colours."""
     codes = []
     for i in range(0, len(pixels), 200):
@@ -99,8 +125,9 @@ def gif(width, height, palette, pixels, before=b""):
     bits = sum(code << (9 * i) for i, code in enumerate(codes + [257]))
     data = bits.to_bytes((9 * (len(codes) + 1) + 7) // 8, "little")
     blocks = b"".join(bytes([len(data[i:i + 255])]) + data[i:i + 255] for i in range(0, len(data), 255))
-    return (b"GIF89a" + struct.pack("<HHBBB", width, height, 0xF7, 0, 0) + b"".join(bytes(c) for c in palette) + before
-            + b"\x2c" + struct.pack("<HHHHB", 0, 0, width, height, 0) + b"\x08" + blocks + b"\0;")
+    return (b"GIF89a" + struct.pack("<HHBBB", *(screen or (width, height)), 0xF7, background, 0)
+            + b"".join(bytes(c) for c in palette) + before + b"\x2c"
+            + struct.pack("<HHHHB", *place, width, height, 0) + b"\x08" + blocks + b"\0;")
 
 
 def jpeg_with_orientation(tag):
@@ -210,11 +237,30 @@ def odd_pictures():
     yield "runs.bmp", bmp(width, height, 8, greys, runs + b"\0\1", 1)
     yield "runs-that-skip-pixels.bmp", bmp(width, height, 8, greys, b"\x03\x64\0\2\2\1\x04\xc8\0\1", 1)
     yield "runs-without-end.bmp", bmp(width, height, 8, greys, bytes([0, width]) + rows8[0], 1)
+    runs4 = b"\x05\x12\0\4\x34\x56\3\x77\0\0\0\3\x9a\xb0\0\1"
+    yield "runs-of-4-bits.bmp", bmp(width, height, 4, greys[::17], runs4, 2)
+    rows24 = b"".join(bytes(spectrum[c][::-1]) for c in counts)
+    yield "top-down.bmp", bmp(width, -height, 24, [], rows24)
+    words32 = values("I", [r << 16 | g << 8 | b for r, g, b in (spectrum[c] for c in counts)])
+    eight = (0xFF0000, 0xFF00, 0xFF)
+    yield "header-of-52-bytes.bmp", bmp_with_masks(width, -height, 32, eight, words32, 52)
+    yield "header-of-56-bytes-alpha-all-0.bmp", bmp_with_masks(width, -height, 32, eight + (0xFF << 24,), words32, 56)
+    words10 = values("I", [r << 22 | g << 12 | b << 2 for r, g, b in
+                           (((n * 1023 + 127) // 255 for n in spectrum[c]) for c in counts)])
+    yield "masks-of-10-bits.bmp", bmp_with_masks(width, -height, 32, (0x3FF << 22, 0x3FF << 12, 0x3FF << 2), words10, 40)
+    yield "white-of-15-bits.bmp", bmp(width, height, 16, [], b"\xff\x7f" * (width * height))
+    yield "os2-of-3-colours.bmp", bmp_of_os2(width, height, [(0, 0, 0), (200, 100, 50), (255, 255, 255)],
+                                             bytes(i % 3 for i in range(width * height)))
+    yield "past-its-screen.gif", gif(width, height, spectrum, counts, screen=(10, 7), place=(3, 2), background=99)
+    yield "lies-16000-x-16000.gif", (b"GIF89a" + struct.pack("<HHBBB", 16000, 16000, 0x80, 0, 0) + b"\0\0\0\xff\xff\xff\x2c"
+                                    + struct.pack("<HHHHB", 0, 0, 1, 1, 0) + b"\2\2\x44\1\0;")
     yield "grey.gif", gif(width, height, greys, counts)
     yield "transparent-200.gif", gif(width, height, spectrum, counts, b"\x21\xf9\x04\x01\0\0\xc8\0")
     yield "grey.jpg", JPEG
     yield "turned-right.jpg", jpeg_with_orientation(6)
     yield "no-end-marker.jpg", JPEG[:-2]
+    yield "lossless.jpg", LOSSLESS_JPEG
+    yield "12-bits.jpg", JPEG_OF_12_BITS
     counts_png = png(width, height, 8, 0, rows8)
     yield from odd_picts([list(row) for row in rows8], counts_png, tiff(bytes8, width, height, 8), JPEG)
     yield "text-that-begins-with-BM.txt", b"BMW is a maker of cars, not a picture.\n"

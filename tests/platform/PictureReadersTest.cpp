@@ -281,7 +281,7 @@ TEST(TiffReader, OrientationIsApplied) {
                                                  : y == 1 && x == 0 ? 4
                                                                     : 50 + 20 * s; },
           [&](TIFF* tiff) { TIFFSetField(tiff, TIFFTAG_ORIENTATION, c.tag); });
-      const OpenedPicture opened = ReadTiff(file);
+      const OpenedPicture opened = ReadTiff(std::span<const std::uint8_t>(file));
       ASSERT_TRUE(opened.picture);
       ASSERT_EQ(opened.picture->Width(), c.width);
       const auto pixels = opened.picture->RGBSurface();
@@ -297,9 +297,12 @@ int Count(int i) { return i == 5 ? 200 : (i % 12 * 17 + i / 12 * 3) % 201; }
 
 TEST(OddFiles, OpenAsTheyShould) {
   Bytes plain, scaled;
+  std::vector<Color> colors;
   for (int i = 0; i < 72; ++i) {
-    plain.push_back(static_cast<std::uint8_t>(Count(i)));
-    scaled.push_back(static_cast<std::uint8_t>((Count(i) * 255 + 100) / 200));
+    const int count = Count(i);
+    plain.push_back(static_cast<std::uint8_t>(count));
+    scaled.push_back(static_cast<std::uint8_t>((count * 255 + 100) / 200));
+    colors.push_back(RGB(count, 255 - count, count / 2));
   }
   for (const char* name :
        {"counts-of-200-in-16-bits.tif", "big-endian-16-bits.tif", "signed-16-bits.tif", "signed-32-bits.tif",
@@ -310,7 +313,7 @@ TEST(OddFiles, OpenAsTheyShould) {
   for (const char* name :
        {"big.tif", "lzw.tif", "deflate.tif", "packbits.tif", "tile-larger-than-image.tif", "palette-all-grey.tif",
         "directory-follows-itself.tif", "strip-count-too-large.tif", "strip-count-missing.tif", "gamma-of-1.png",
-        "runs.bmp", "grey.gif", "grey.pict", "no-preamble.pict"})
+        "runs.bmp", "netpbm-os2.bmp", "grey.gif", "netpbm-interlaced.gif", "grey.pict", "no-preamble.pict"})
     EXPECT_EQ(LevelsOf(ReadPicture(OddFolder() / name)), plain) << name;
   // Its first bytes are those of a PNG; told to read a PICT, the reader must not be led astray.
   EXPECT_EQ(LevelsOf(ReadPict(FileContent(OddFolder() / "png-in-the-preamble.pict"))), plain);
@@ -320,9 +323,17 @@ TEST(OddFiles, OpenAsTheyShould) {
     return picture ? picture->RGBSurface().Pixel(x, y) : kBlack;
   };
   for (const char* name : {"palette.tif", "palette-of-8-bit-components.tif", "rgb.tif", "rgb-in-separate-planes.tif",
-                           "rgb-and-a-sample-that-is-no-alpha.tif"})
-    EXPECT_EQ(pixel(name, 3, 0), RGB(51, 204, 25)) << name;
+                           "rgb-and-a-sample-that-is-no-alpha.tif", "top-down.bmp", "header-of-52-bytes.bmp",
+                           "header-of-56-bytes-alpha-all-0.bmp", "masks-of-10-bits.bmp"})
+    EXPECT_EQ(ColorsOf(ReadPicture(OddFolder() / name)), colors) << name;
+  EXPECT_EQ(pixel("imagemagick-5-6-5.bmp", 0, 0), RGB(0, 255, 0));
+  EXPECT_EQ(pixel("white-of-15-bits.bmp", 11, 5), kWhite);
+  EXPECT_EQ(pixel("os2-of-3-colours.bmp", 1, 0), RGB(200, 100, 50));
   EXPECT_EQ(pixel("palette.bmp", 3, 5), RGB(51, 204, 25)) << "stored from the bottom up";
+  const auto beside = ReadPicture(OddFolder() / "past-its-screen.gif").picture;
+  ASSERT_TRUE(beside && beside->Width() == 10 && beside->Height() == 7);
+  EXPECT_EQ(beside->RGBSurface().Pixel(0, 0), RGB(99, 156, 49)) << "the background";
+  EXPECT_EQ(beside->RGBSurface().Pixel(9, 6), colors[4 * 12 + 6]) << "the frame, cut to the screen";
   EXPECT_EQ(pixel("transparent-200.gif", 5, 0), kWhite);
   EXPECT_EQ(pixel("transparent-grey.png", 5, 0), kWhite);
   const Bytes strange = LevelsOf(ReadPicture(OddFolder() / "float-with-nan-and-infinity.tif"));
@@ -331,6 +342,11 @@ TEST(OddFiles, OpenAsTheyShould) {
   ASSERT_EQ(skipping.size(), 72u);
   EXPECT_EQ(Bytes(skipping.end() - 12, skipping.end()), (Bytes{100, 100, 100, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
   EXPECT_EQ(Bytes(skipping.begin() + 48, skipping.begin() + 60), (Bytes{0, 0, 0, 0, 0, 200, 200, 200, 200, 0, 0, 0}));
+  const Bytes nibbles = LevelsOf(ReadPicture(OddFolder() / "runs-of-4-bits.bmp"));
+  ASSERT_EQ(nibbles.size(), 72u);
+  const Bytes last(nibbles.end() - 12, nibbles.end()), lastButOne(nibbles.end() - 24, nibbles.end() - 12);
+  EXPECT_EQ(last, (Bytes{17, 34, 17, 34, 17, 51, 68, 85, 102, 119, 119, 119}));
+  EXPECT_EQ(lastButOne, (Bytes{153, 170, 187, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
   const auto turned = ReadPicture(OddFolder() / "turned-right.jpg").picture;
   ASSERT_EQ(turned->Height(), 16);
   EXPECT_NEAR(turned->GreyLevels()[0], 40, 2);
@@ -343,11 +359,14 @@ TEST(OddFiles, AreRefusedForTheRightReason) {
       {"lies-30000-x-30000-deflate.tif", "truncated"},
       {"lies-30000-x-30000-lzma.tif", "truncated"},
       {"lies-30000-x-30000.png", "truncated"},
+      {"lies-16000-x-16000.gif", "truncated: 35 bytes cannot hold 16000 x 16000"},
       {"lies-strip-past-end.tif", "truncated"},
       {"lies-strip-of-no-rows.tif", "truncated"},
       {"lies-tile-of-a-gigapixel.tif", "unsupported size"},
       {"lies-65535-samples.tif", "truncated"},
       {"compression-unknown.tif", "unsupported compression: 4242"},
+      {"lossless.jpg", "unsupported: JPEG process 3 of 8 bits"},
+      {"12-bits.jpg", "unsupported: JPEG process 1 of 12 bits"},
       {"complex-numbers.tif", "unsupported depth: 64 bits, complex numbers"},
       {"rgb-float.tif", "unsupported depth: colours of 32 bits, floating point"},
       {"no-end-chunk.png", "truncated"},
@@ -392,6 +411,42 @@ TEST(OddFiles, CutShortAtAnyByteGiveNothingOrTheWholePictureAndNoWord) {
   }
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+/// Bytes that this process has read from files.
+std::int64_t BytesRead() {
+  std::ifstream file("/proc/self/io");
+  std::string word;
+  std::int64_t count = 0;
+  file >> word >> count;  // the first line is "rchar: "
+  return count;
+}
+
+TEST(OddFiles, AreReadNoFurtherThanTheFirstImage) {
+  const Folder folder;
+  const auto copy = folder.Path() / "copy";
+  for (const auto& entry : std::filesystem::directory_iterator(OddFolder())) {
+    if (!ReadPicture(entry.path()).picture || entry.path().extension() == ".pict") continue;
+    std::filesystem::copy_file(entry.path(), copy, std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::resize_file(copy, std::uintmax_t{2} << 30);
+    const std::int64_t before = BytesRead();
+    EXPECT_EQ(ColorsOf(ReadPicture(copy)), ColorsOf(ReadPicture(entry.path()))) << entry.path();
+    EXPECT_LT(BytesRead() - before, 1 << 20) << entry.path();
+  }
+}
+
+TEST(OddFiles, ShortenedWhileTheyAreReadAreTruncated) {
+  const Folder folder;
+  const auto copy = folder.Path() / "copy";
+  for (const auto& entry : std::filesystem::directory_iterator(OddFolder())) {
+    if (!ReadPicture(entry.path()).picture) continue;
+    std::filesystem::copy_file(entry.path(), copy, std::filesystem::copy_options::overwrite_existing);
+    ByteSource source(copy);
+    std::filesystem::resize_file(copy, 40);  // behind the signatures
+    const std::string failure = ReadPicture(std::move(source)).failure.Utf8();
+    EXPECT_TRUE(failure.starts_with("truncated") || entry.path().extension() == ".pict")
+        << entry.path() << ": " << failure;
+  }
 }
 
 template <class Sample>

@@ -99,7 +99,7 @@ OpenedPicture Decode(const std::string& codec, std::span<const std::uint8_t> dat
   if (codec == "jpeg") {
     constexpr std::array<std::uint8_t, 3> kJpeg = {0xFF, 0xD8, 0xFF};
     if (std::ranges::mismatch(kJpeg, data).in1 != kJpeg.end()) return {nullptr, "no JPEG"};
-    return ReadToolkitPicture(data);
+    return ReadJpeg(data);
   }
   if (codec == "png ") return ReadPng(data);
   if (codec == "tiff") return ReadTiff(data);

@@ -13,6 +13,7 @@
 #include <span>
 
 #include "platform/pictures/Picture.h"
+#include "platform/pictures/readers/ByteSource.h"
 #include "platform/values/String.h"
 
 namespace platform {
@@ -26,12 +27,16 @@ struct OpenedPicture {
 
 OpenedPicture ReadPicture(const std::filesystem::path& path);
 
-/// The same from memory, by format. Never throws, never prints.
+/// The same from memory. Never throws, never prints.
 OpenedPicture ReadPicture(std::span<const std::uint8_t> bytes);
-OpenedPicture ReadTiff(std::span<const std::uint8_t> bytes);
+OpenedPicture ReadPicture(ByteSource&& source);
+
+/// By format.
+OpenedPicture ReadTiff(ByteSource&& source);
 OpenedPicture ReadPict(std::span<const std::uint8_t> bytes);
-OpenedPicture ReadPng(std::span<const std::uint8_t> bytes);
-/// BMP, GIF and JPEG.
-OpenedPicture ReadToolkitPicture(std::span<const std::uint8_t> bytes);
+OpenedPicture ReadPng(ByteSource&& source);
+OpenedPicture ReadBmp(ByteSource&& source);
+OpenedPicture ReadGif(ByteSource&& source);
+OpenedPicture ReadJpeg(ByteSource&& source);
 
 }  // namespace platform

@@ -1,11 +1,9 @@
 #include <png.h>
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <csetjmp>
 #include <cstdio>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -18,19 +16,18 @@ namespace {
 
 /// The file as libpng reads it, and what libpng said about it.
 struct Source {
-  std::span<const std::uint8_t> bytes;
-  std::size_t position = 0;
+  ByteSource& bytes;
+  std::uint64_t position = 0;
   bool pastEnd = false;
   std::array<char, 160> error{};
 };
 
 void ReadBytes(png_structp png, png_bytep target, std::size_t count) {
   auto& source = *static_cast<Source*>(png_get_io_ptr(png));
-  if (count > source.bytes.size() - source.position) {
+  if (source.bytes.Read(source.position, target, count) != count) {
     source.pastEnd = true;
     png_error(png, "the data end too early");
   }
-  std::memcpy(target, source.bytes.data() + source.position, count);
   source.position += count;
 }
 
@@ -46,7 +43,7 @@ void DropWarning(png_structp, png_const_charp) {}
 /// nothing that needs a destructor.
 class Decoder {
  public:
-  explicit Decoder(std::span<const std::uint8_t> bytes) : source_{.bytes = bytes} {
+  explicit Decoder(ByteSource& bytes) : source_{.bytes = bytes} {
     png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &source_, KeepError, DropWarning);
     if (png_) info_ = png_create_info_struct(png_);
     if (!info_) {
@@ -168,14 +165,14 @@ Ref<Picture> ReadColors(Decoder& decoder, const Header& header) {
 
 }  // namespace
 
-OpenedPicture ReadPng(std::span<const std::uint8_t> bytes) {
-  return Guarded([bytes] {
-    if (png_sig_cmp(bytes.data(), 0, std::min<std::size_t>(bytes.size(), 8)) != 0)
-      throw ReadFailure("not an image: no PNG");
+OpenedPicture ReadPng(ByteSource&& bytes) {
+  return Guarded([&bytes] {
+    const auto signature = bytes.Bytes(0, 8);
+    if (png_sig_cmp(signature.data(), 0, signature.size()) != 0) throw ReadFailure("not an image: no PNG");
     Decoder decoder(bytes);
     const Header header = ReadHeader(decoder);
     CheckSize(header.width, header.height, 8);
-    CheckPlausible(header.width, header.height, bytes.size(), 16384);
+    CheckPlausible(header.width, header.height, bytes.Size(), 16384);
     if (!header.grey) return ReadColors(decoder, header);
     return MakeRef<Picture>(header.width, header.height,
                             header.depth == 16 ? ReadGrey16(decoder, header) : ReadGrey8(decoder, header));

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "platform/pictures/readers/PictureReaders.h"
@@ -17,11 +18,14 @@ class ReadFailure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Runs a reader's body; what it throws becomes the failure.
+/// Runs a reader's body, which returns a picture or what another reader has opened; what it throws becomes the failure.
 template <class Body>
 OpenedPicture Guarded(Body body) noexcept {
   try {
-    return {body(), {}};
+    if constexpr (std::is_same_v<decltype(body()), OpenedPicture>)
+      return body();
+    else
+      return {body(), {}};
   } catch (const ReadFailure& failure) {
     return {nullptr, failure.what()};
   } catch (const std::exception&) {

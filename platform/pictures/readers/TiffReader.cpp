@@ -24,7 +24,7 @@ namespace {
 
 /// The file as libtiff reads it, and what libtiff said about it.
 struct Source {
-  std::span<const std::uint8_t> bytes;
+  ByteSource& bytes;
   toff_t position = 0;
   bool pastEnd = false;           // libtiff asked for bytes that the file does not have
   std::array<char, 256> error{};  // its first error
@@ -34,10 +34,9 @@ Source& SourceOf(thandle_t handle) { return *static_cast<Source*>(handle); }
 
 tmsize_t ReadBytes(thandle_t handle, void* target, tmsize_t wanted) {
   Source& source = SourceOf(handle);
-  const toff_t left = source.position < source.bytes.size() ? source.bytes.size() - source.position : 0;
-  const toff_t count = std::min<toff_t>(left, static_cast<toff_t>(std::max<tmsize_t>(wanted, 0)));
-  if (count < static_cast<toff_t>(wanted)) source.pastEnd = true;
-  if (count > 0) std::memcpy(target, source.bytes.data() + source.position, count);
+  const std::size_t count =
+      source.bytes.Read(source.position, target, static_cast<std::size_t>(std::max<tmsize_t>(wanted, 0)));
+  if (static_cast<tmsize_t>(count) < wanted) source.pastEnd = true;
   source.position += count;
   return static_cast<tmsize_t>(count);
 }
@@ -46,12 +45,12 @@ tmsize_t WriteBytes(thandle_t, void*, tmsize_t) { return 0; }
 
 toff_t Seek(thandle_t handle, toff_t offset, int whence) {
   Source& source = SourceOf(handle);
-  const toff_t base = whence == SEEK_CUR ? source.position : whence == SEEK_END ? source.bytes.size() : 0;
+  const toff_t base = whence == SEEK_CUR ? source.position : whence == SEEK_END ? source.bytes.Size() : 0;
   return source.position = base + offset;
 }
 
 int Close(thandle_t) { return 0; }
-toff_t Size(thandle_t handle) { return SourceOf(handle).bytes.size(); }
+toff_t Size(thandle_t handle) { return SourceOf(handle).bytes.Size(); }
 
 int KeepError(TIFF*, void* handle, const char*, const char* format, va_list arguments) {
   Source& source = SourceOf(handle);
@@ -72,8 +71,8 @@ using Tiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
   throw ReadFailure("truncated or damaged: " + what);
 }
 
-/// No mapping is offered to libtiff: uncompressed strips then go from the file's bytes to our memory in one copy, and
-/// ReadBytes learns of every attempt to read past the end.
+/// No mapping is offered to libtiff: uncompressed strips then go from the file to our memory in one copy, and ReadBytes
+/// learns of every attempt to read past the end.
 Tiff Open(Source& source) {
   // Some messages of old parts of the library know no handle: nobody hears them.
   static std::once_flag silenced;
@@ -151,10 +150,10 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
   // Uncompressed YCbCr may hold its colour once for up to 16 pixels. Compression makes one byte of 65536 at the very
   // best: a blank page of fax.
   if (layout.compression == COMPRESSION_NONE)
-    CheckPlausible(layout.width, layout.height, source.bytes.size(),
+    CheckPlausible(layout.width, layout.height, source.bytes.Size(),
                    (layout.photometric == PHOTOMETRIC_YCBCR ? 4 : 1) / bytesPerPixel);
   else
-    CheckPlausible(layout.width, layout.height, source.bytes.size(), 65536 / bytesPerPixel);
+    CheckPlausible(layout.width, layout.height, source.bytes.Size(), 65536 / bytesPerPixel);
   if (TIFFIsTiled(tiff)) {
     std::uint32_t tileWidth = 0;
     std::uint32_t tileHeight = 0;
@@ -167,7 +166,7 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
   for (std::uint32_t i = 0; i < chunks && layout.compression != COMPRESSION_NONE; ++i) {
     const std::uint64_t offset = TIFFGetStrileOffset(tiff, i);
     const std::uint64_t count = TIFFGetStrileByteCount(tiff, i);
-    if (offset > source.bytes.size() || count > source.bytes.size() - offset)
+    if (offset > source.bytes.Size() || count > source.bytes.Size() - offset)
       throw ReadFailure("truncated: the data of the image go past the end of the file");
   }
 }
@@ -442,8 +441,8 @@ Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) 
 
 }  // namespace
 
-OpenedPicture ReadTiff(std::span<const std::uint8_t> bytes) {
-  return Guarded([bytes] {
+OpenedPicture ReadTiff(ByteSource&& bytes) {
+  return Guarded([&bytes] {
     Source source{.bytes = bytes};
     const Tiff tiff = Open(source);
     const Layout layout = LayoutOf(tiff.get());

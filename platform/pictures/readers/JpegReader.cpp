@@ -1,0 +1,122 @@
+#include <QBuffer>
+#include <QImageReader>
+#include <QLoggingCategory>
+#include <algorithm>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/pictures/GreyScaling.h"
+#include "platform/pictures/readers/ReaderTools.h"
+
+namespace platform {
+
+namespace {
+
+struct Structure {
+  std::uint64_t size = 0;       // up to the end-of-image marker
+  std::uint32_t process = 0;    // the marker of the frame: baseline, progressive, lossless ...
+  std::uint32_t precision = 8;  // bits of a sample
+};
+
+/// Walks the segments up to the end-of-image marker; the coded data behind a start of scan last until the next marker.
+/// The toolkit returns half a picture where a file is cut short.
+Structure StructureOf(ByteSource& source) {
+  Structure structure;
+  for (std::uint64_t place = 2;;) {
+    while (source.Byte(place) != 0xFF) ++place;
+    while (source.Byte(place) == 0xFF) ++place;
+    const std::uint32_t marker = source.Byte(place++);
+    if (marker == 0xD9) {
+      structure.size = place;
+      return structure;
+    }
+    const bool isFrame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+    if (isFrame && structure.process == 0) {
+      structure.process = marker;
+      structure.precision = source.Byte(place + 2);
+    }
+    const bool alone = marker == 0 || marker == 1 || (marker >= 0xD0 && marker <= 0xD8);
+    if (!alone) place += source.Big16(place);
+  }
+}
+
+/// Keeps the toolkit's remarks on damaged images and profiles off the standard error stream, whatever the user's
+/// logging rules.
+QLoggingCategory::CategoryFilter previousFilter = nullptr;
+void FilterRemarks(QLoggingCategory* category) {
+  if (previousFilter) previousFilter(category);
+  const std::string_view name = category->categoryName();
+  if (!name.starts_with("qt.gui.imageio") && !name.starts_with("qt.gui.icc")) return;
+  for (const QtMsgType type : {QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg}) category->setEnabled(type, false);
+}
+
+void PrepareToolkit() {
+  static std::once_flag prepared;
+  std::call_once(prepared, [] {
+    previousFilter = QLoggingCategory::installFilter(FilterRemarks);
+    QImageReader::setAllocationLimit(0);  // CheckSize has its own
+  });
+}
+
+std::vector<std::uint8_t> Levels(const QImage& image) {
+  std::vector<std::uint8_t> levels;
+  levels.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));
+  for (int y = 0; y < image.height(); ++y)
+    levels.insert(levels.end(), image.constScanLine(y), image.constScanLine(y) + image.width());
+  return levels;
+}
+
+Ref<Picture> Colors(const QImage& image) {
+  const QImage colors = image.convertToFormat(QImage::Format_RGB32);
+  if (colors.isNull()) throw std::bad_alloc();
+  const auto picture = MakeRef<Picture>(image.width(), image.height());
+  const PlaneView<Color> pixels = picture->Pixels();
+  for (int y = 0; y < pixels.height; ++y) {
+    const auto* row = reinterpret_cast<const QRgb*>(colors.constScanLine(y));
+    std::transform(row, row + pixels.width, pixels.Row(y),
+                   [](QRgb pixel) { return RGB(qRed(pixel), qGreen(pixel), qBlue(pixel)); });
+  }
+  return AsLevelsIfGrey(picture);
+}
+
+Ref<Picture> Read(ByteSource& source) {
+  if (source.Big16(0) != 0xFFD8 || source.Byte(2) != 0xFF) throw ReadFailure("not an image: no JPEG");
+  const Structure structure = StructureOf(source);
+  const std::vector<std::uint8_t> bytes = source.Bytes(0, structure.size);
+  if (bytes.size() != structure.size) throw ReadFailure("truncated: the data end too early");
+
+  PrepareToolkit();
+  if (!QImageReader::supportedImageFormats().contains("jpeg"))
+    throw ReadFailure("unsupported: the toolkit's plug-in for JPEG is not installed");
+  QByteArray array = QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), std::ssize(bytes));
+  QBuffer buffer(&array);
+  QImageReader reader(&buffer, "jpeg");
+  reader.setAutoDetectImageFormat(false);
+  reader.setAutoTransform(true);
+  const QSize size = reader.size();
+  if (size.isValid()) {
+    CheckSize(size.width(), size.height(), 8);
+    CheckPlausible(size.width(), size.height(), bytes.size(), 16384);
+  }
+  const QImage image = reader.read();
+  if (image.isNull()) {
+    // Baseline and progressive of 8 bits are what every decoder reads.
+    if (structure.process > 0xC2 || structure.precision != 8)
+      throw ReadFailure("unsupported: JPEG process " + std::to_string(structure.process - 0xC0) + " of " +
+                        std::to_string(structure.precision) + " bits");
+    throw ReadFailure("truncated or damaged: " + reader.errorString().toStdString());
+  }
+  if (image.format() == QImage::Format_Grayscale8)
+    return MakeRef<Picture>(image.width(), image.height(), Levels(image));
+  return Colors(image);
+}
+
+}  // namespace
+
+OpenedPicture ReadJpeg(ByteSource&& source) {
+  return Guarded([&source] { return Read(source); });
+}
+
+}  // namespace platform
