@@ -7,8 +7,9 @@ The tests open them, the fuzz targets damage them. Standard library only, so tha
 whose names begin with a program's name were made by that program from rgb.tif or big.tif and stay as they are:
 
     imagemagick-5-6-5.bmp            convert rgb.tif -define bmp:subtype=RGB565
-    imagemagick*.pict                convert
-    netpbm.pict                      ppmtopict
+    imagemagick-palette-alpha.tif    convert rgb.tif -alpha set -channel A -evaluate set 50% -type PaletteAlpha
+    graphicsmagick-float-24-bits.tif gm convert -define tiff:sample-format=ieeefp -define tiff:bits-per-sample=24
+    libtiff-rgb-no-photometric.tif   tiffset -u 262
     netpbm-os2.bmp                   ppmtobmp -os2
     netpbm-interlaced.gif            ppmtogif -interlace
     pillow-damaged-profile.jpg       save(quality=95, icc_profile=...) of a profile without its types "XYZ "
@@ -148,6 +149,7 @@ def odd_pictures():
     yield "counts-of-200-in-16-bits.tif", tiff(values("H", counts), width, height, 16)
     yield "big-endian-16-bits.tif", tiff(values("H", counts, ">"), width, height, 16, ">")
     yield "signed-16-bits.tif", tiff(values("h", [c - 50 for c in counts]), width, height, 16, t339=2)
+    yield "signed-8-bits.tif", tiff(values("b", [c // 2 - 50 for c in counts]), width, height, 8, t339=2)
     yield "signed-32-bits.tif", tiff(values("i", [c - 50 for c in counts]), width, height, 32, t339=2)
     yield "unsigned-32-bits-no-sample-format.tif", tiff(values("I", counts), width, height, 32)
     floats = [c / 8 for c in counts]
@@ -186,6 +188,7 @@ def odd_pictures():
     yield "rgb-in-separate-planes.tif", tiff(planes, width, height, 8, t258=three, t262=2, t277=3, t284=2, t273=starts,
                                              t279=(LONG, [len(counts)] * 3))
     yield "jpeg-in.tif", tiff(JPEG, 16, 8, 8, t259=7)
+    yield "lossless-jpeg-in.tif", tiff(LOSSLESS_JPEG, 16, 8, 8, t259=7)
 
     # Other ways to store.
     yield "big.tif", tiff(bytes8, width, height, 8, big=True)

@@ -225,6 +225,11 @@ TEST(TiffReader, ColoursComeOutOnWhite) {
   const auto multipliedOnWhite = [&](int x, int y, int s) { return multiplied(x, y, s) + 55; };
   const auto printed = [&](int x, int y, int s) { return (255 - base(x, y, s)) * (255 - base(x, y, 3)) / 255; };
   const auto flat = [](int, int, int s) { return s == 0 ? 200 : 70 * s - 40; };
+  const auto twelve = [&](int x, int y, int s) { return base(x, y, s) * 4095 / 255; };
+  const auto five = [&](int x, int y, int s) { return base(x, y, s) >> 3; };
+  const auto fiveSeen = [&](int x, int y, int s) { return static_cast<int>(std::lround(255.0 * five(x, y, s) / 31)); };
+  const auto bit = [&](int x, int y, int s) { return base(x, y, s) & 1; };
+  const auto bitOnWhite = [&](int x, int y, int s) { return bit(x, y, 3) ? 255 * bit(x, y, s) : 255; };
   const struct {
     Kind kind;
     std::function<int(int, int, int)> stored, seen;
@@ -234,6 +239,9 @@ TEST(TiffReader, ColoursComeOutOnWhite) {
       {{"apart", 8, 1, COMPRESSION_LZW, PHOTOMETRIC_RGB, "wb", false, 3, true}, base, base},
       {{"apart, tiled", 8, 1, COMPRESSION_LZW, PHOTOMETRIC_RGB, "wb", true, 3, true}, base, base},
       {{"16 bits", 16, 1, COMPRESSION_LZW, PHOTOMETRIC_RGB, "wb", false, 3}, deep, base},
+      {{"12 bits, apart, tiled", 12, 1, COMPRESSION_LZW, PHOTOMETRIC_RGB, "wb", true, 3, true}, twelve, base, 1},
+      {{"5 bits", 5, 0, COMPRESSION_NONE, PHOTOMETRIC_RGB, "wl", false, 3}, five, fiveSeen},
+      {{"1 bit, alpha", 1, 0, 1, PHOTOMETRIC_RGB, "wl", false, 4, false, EXTRASAMPLE_UNASSALPHA}, bit, bitOnWhite},
       {{"alpha", 8, 1, 1, PHOTOMETRIC_RGB, "wl", false, 4, false, EXTRASAMPLE_UNASSALPHA}, base, onWhite},
       {{"multiplied", 8, 1, 1, PHOTOMETRIC_RGB, "wl", false, 4, false, EXTRASAMPLE_ASSOCALPHA},
        multiplied,
@@ -296,12 +304,13 @@ TEST(TiffReader, OrientationIsApplied) {
 int Count(int i) { return i == 5 ? 200 : (i % 12 * 17 + i / 12 * 3) % 201; }
 
 TEST(OddFiles, OpenAsTheyShould) {
-  Bytes plain, scaled;
+  Bytes plain, scaled, halvesScaled;
   std::vector<Color> colors;
   for (int i = 0; i < 72; ++i) {
     const int count = Count(i);
     plain.push_back(static_cast<std::uint8_t>(count));
     scaled.push_back(static_cast<std::uint8_t>((count * 255 + 100) / 200));
+    halvesScaled.push_back(static_cast<std::uint8_t>((count / 2 * 255 + 50) / 100));
     colors.push_back(RGB(count, 255 - count, count / 2));
   }
   for (const char* name :
@@ -323,9 +332,14 @@ TEST(OddFiles, OpenAsTheyShould) {
     return picture ? picture->RGBSurface().Pixel(x, y) : kBlack;
   };
   for (const char* name : {"palette.tif", "palette-of-8-bit-components.tif", "rgb.tif", "rgb-in-separate-planes.tif",
-                           "rgb-and-a-sample-that-is-no-alpha.tif", "top-down.bmp", "header-of-52-bytes.bmp",
-                           "header-of-56-bytes-alpha-all-0.bmp", "masks-of-10-bits.bmp"})
+                           "rgb-and-a-sample-that-is-no-alpha.tif", "libtiff-rgb-no-photometric.tif", "top-down.bmp",
+                           "header-of-52-bytes.bmp", "header-of-56-bytes-alpha-all-0.bmp", "masks-of-10-bits.bmp"})
     EXPECT_EQ(ColorsOf(ReadPicture(OddFolder() / name)), colors) << name;
+  EXPECT_EQ(LevelsOf(ReadPicture(OddFolder() / "signed-8-bits.tif")), halvesScaled);
+  Bytes full = plain;
+  full[5] = 255;
+  EXPECT_EQ(LevelsOf(ReadPicture(OddFolder() / "graphicsmagick-float-24-bits.tif")), full);
+  EXPECT_EQ(pixel("imagemagick-palette-alpha.tif", 0, 0), RGB(127, 255, 127)) << "green with an alpha of 128";
   EXPECT_EQ(pixel("imagemagick-5-6-5.bmp", 0, 0), RGB(0, 255, 0));
   EXPECT_EQ(pixel("white-of-15-bits.bmp", 11, 5), kWhite);
   EXPECT_EQ(pixel("os2-of-3-colours.bmp", 1, 0), RGB(200, 100, 50));
@@ -365,6 +379,7 @@ TEST(OddFiles, AreRefusedForTheRightReason) {
       {"lies-tile-of-a-gigapixel.tif", "unsupported size"},
       {"lies-65535-samples.tif", "truncated"},
       {"compression-unknown.tif", "unsupported compression: 4242"},
+      {"lossless-jpeg-in.tif", "unsupported: Unsupported JPEG process"},
       {"lossless.jpg", "unsupported: JPEG process 3 of 8 bits"},
       {"12-bits.jpg", "unsupported: JPEG process 1 of 12 bits"},
       {"complex-numbers.tif", "unsupported depth: 64 bits, complex numbers"},

@@ -27,6 +27,7 @@ struct Source {
   ByteSource& bytes;
   toff_t position = 0;
   bool pastEnd = false;           // libtiff asked for bytes that the file does not have
+  bool paletteLost = false;       // it could not read the colour map, and goes on without
   std::array<char, 256> error{};  // its first error
 };
 
@@ -58,7 +59,12 @@ int KeepError(TIFF*, void* handle, const char*, const char* format, va_list argu
   return 1;
 }
 
-int DropWarning(TIFF*, void*, const char*, const char*, va_list) { return 1; }
+int KeepLossOfPalette(TIFF*, void* handle, const char*, const char* format, va_list arguments) {
+  std::array<char, 256> warning{};
+  std::vsnprintf(warning.data(), warning.size(), format, arguments);
+  if (std::strstr(warning.data(), "\"ColorMap\"")) SourceOf(handle).paletteLost = true;
+  return 1;
+}
 
 using Tiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
 
@@ -66,7 +72,8 @@ using Tiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
   const std::string_view error = source.error.data();
   const std::string what = error.empty() ? "the data end too early" : std::string(error);
   if (source.pastEnd) throw ReadFailure("truncated: " + what);
-  for (const std::string_view phrase : {"not support", "annot handle", "an not handle", "Sorry", "not configured"})
+  for (const std::string_view phrase :
+       {"not support", "nsupported", "annot handle", "an not handle", "Sorry", "not configured"})
     if (error.find(phrase) != std::string_view::npos) throw ReadFailure("unsupported: " + what);
   throw ReadFailure("truncated or damaged: " + what);
 }
@@ -85,7 +92,7 @@ Tiff Open(Source& source) {
   if (!options) throw std::bad_alloc();
   TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), tmsize_t{8} * kMaximumPixels);
   TIFFOpenOptionsSetErrorHandlerExtR(options.get(), KeepError, &source);
-  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), DropWarning, nullptr);
+  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), KeepLossOfPalette, &source);
   Tiff tiff(TIFFClientOpenExt("TIFF", "rm", &source, ReadBytes, WriteBytes, Seek, Close, Size, nullptr, nullptr,
                               options.get()),
             TIFFClose);
@@ -116,6 +123,20 @@ struct Layout {
   bool AlphaPremultiplied() const { return extras[AlphaSample() - (samples - extraCount)] == EXTRASAMPLE_ASSOCALPHA; }
 };
 
+/// A file that does not say what its samples mean: three or more are RGB. libtiff has counted all but one of them as
+/// extra samples, behind those that the file declares, and takes the image for grey as long as nobody corrects it.
+void GuessPhotometric(TIFF* tiff, Layout& layout) {
+  const bool fax = layout.compression >= COMPRESSION_CCITTRLE && layout.compression <= COMPRESSION_CCITTFAX4;
+  layout.photometric = layout.samples >= 3 ? PHOTOMETRIC_RGB : fax ? PHOTOMETRIC_MINISWHITE : PHOTOMETRIC_MINISBLACK;
+  if (layout.samples < 3) return;
+  std::uint16_t count = 0;
+  const std::uint16_t* kinds = nullptr;
+  TIFFGetField(tiff, TIFFTAG_EXTRASAMPLES, &count, &kinds);
+  const std::vector<std::uint16_t> extras(kinds, kinds + std::min<int>(count, layout.samples - 3));
+  TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, layout.photometric);
+  TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, static_cast<int>(extras.size()), extras.data());
+}
+
 Layout LayoutOf(TIFF* tiff) {
   Layout layout;
   TIFFGetField(tiff, TIFFTAG_IMAGEWIDTH, &layout.width);
@@ -128,14 +149,9 @@ Layout LayoutOf(TIFF* tiff) {
   std::uint16_t planar = PLANARCONFIG_CONTIG;
   TIFFGetFieldDefaulted(tiff, TIFFTAG_PLANARCONFIG, &planar);
   layout.separate = planar == PLANARCONFIG_SEPARATE && layout.samples > 1;
+  if (!TIFFGetField(tiff, TIFFTAG_PHOTOMETRIC, &layout.photometric)) GuessPhotometric(tiff, layout);
   TIFFGetField(tiff, TIFFTAG_EXTRASAMPLES, &layout.extraCount, &layout.extras);
   layout.extraCount = std::min(layout.extraCount, layout.samples);
-  if (!TIFFGetField(tiff, TIFFTAG_PHOTOMETRIC, &layout.photometric)) {
-    const bool fax = layout.compression >= COMPRESSION_CCITTRLE && layout.compression <= COMPRESSION_CCITTFAX4;
-    layout.photometric = layout.samples - layout.extraCount >= 3 ? PHOTOMETRIC_RGB
-                         : fax                                   ? PHOTOMETRIC_MINISWHITE
-                                                                 : PHOTOMETRIC_MINISBLACK;
-  }
   return layout;
 }
 
@@ -276,17 +292,22 @@ std::vector<Sample> ReadPlane(TIFF* tiff, const Source& source, const Layout& la
                            : ReadStrips<Sample>(tiff, source, layout, sample);
 }
 
-/// Numbers of 16 bits with a sign, 5 bits of exponent and 10 of mantissa.
-std::vector<float> FromHalves(const std::vector<std::uint16_t>& words) {
+/// Floating-point numbers shorter than those of the machine: a sign, then the exponent, then the mantissa.
+template <class Word>
+std::vector<float> FromShortFloats(const std::vector<Word>& words, int exponentBits, int mantissaBits) {
+  const int largest = (1 << exponentBits) - 1;
+  const int bias = largest / 2;
   std::vector<float> values(words.size());
-  std::transform(words.begin(), words.end(), values.begin(), [](std::uint16_t word) {
-    const int exponent = (word >> 10) & 31;
-    const int mantissa = word & 1023;
-    float value = exponent == 0 ? std::ldexp(static_cast<float>(mantissa), -24)
-                                : std::ldexp(static_cast<float>(mantissa + 1024), exponent - 25);
-    if (exponent == 31)
+  std::transform(words.begin(), words.end(), values.begin(), [=](Word word) {
+    const int exponent = static_cast<int>(word >> mantissaBits) & largest;
+    const int mantissa = static_cast<int>(word) & ((1 << mantissaBits) - 1);
+    const bool negative = (word >> (mantissaBits + exponentBits) & 1) != 0;
+    float value = exponent == 0
+                      ? std::ldexp(static_cast<float>(mantissa), 1 - bias - mantissaBits)
+                      : std::ldexp(static_cast<float>(mantissa + (1 << mantissaBits)), exponent - bias - mantissaBits);
+    if (exponent == largest)
       value = mantissa ? std::numeric_limits<float>::quiet_NaN() : std::numeric_limits<float>::infinity();
-    return word & 0x8000 ? -value : value;
+    return negative ? -value : value;
   });
   return values;
 }
@@ -323,17 +344,20 @@ std::vector<std::uint8_t> ReadScaled(TIFF* tiff, const Source& source, const Lay
 
 std::vector<std::uint8_t> ReadScaledLevels(TIFF* tiff, const Source& source, const Layout& layout) {
   if (layout.bits > 32) return ReadScaled<std::uint64_t, std::int64_t, double>(tiff, source, layout);
+  const bool isFloat = layout.format == SAMPLEFORMAT_IEEEFP;
+  if (layout.bits == 24 && isFloat)
+    return Scaled(FromShortFloats(ReadPlane<std::uint32_t>(tiff, source, layout, 0), 7, 16));
   if (layout.bits > 16) return ReadScaled<std::uint32_t, std::int32_t, float>(tiff, source, layout);
   if (layout.format == SAMPLEFORMAT_INT)
     return layout.bits > 8 ? Scaled(ReadPlane<std::int16_t>(tiff, source, layout, 0))
                            : Scaled(ReadPlane<std::int8_t>(tiff, source, layout, 0));
   const auto words = ReadPlane<std::uint16_t>(tiff, source, layout, 0);
-  return layout.format == SAMPLEFORMAT_IEEEFP ? Scaled(FromHalves(words)) : Scaled(words);
+  return isFloat ? Scaled(FromShortFloats(words, 5, 10)) : Scaled(words);
 }
 
 void CheckDepth(const Layout& layout) {
   const bool isFloat = layout.format == SAMPLEFORMAT_IEEEFP;
-  const bool known = isFloat ? layout.bits == 16 || layout.bits == 32 || layout.bits == 64
+  const bool known = isFloat ? layout.bits == 16 || layout.bits == 24 || layout.bits == 32 || layout.bits == 64
                              : layout.bits >= 1 && (layout.bits <= 32 || layout.bits == 64);
   if (!known || layout.format > SAMPLEFORMAT_VOID)
     throw ReadFailure("unsupported depth: " + std::to_string(layout.bits) + " bits" +
@@ -342,18 +366,21 @@ void CheckDepth(const Layout& layout) {
                                                            : ""));
 }
 
-/// The alpha of every pixel, from 0 to 255; its full scale is the largest number of its depth, or 1.
-std::vector<std::uint8_t> ReadAlpha(TIFF* tiff, const Source& source, const Layout& layout) {
-  const int sample = layout.AlphaSample();
-  if (layout.bits > 16 || layout.format == SAMPLEFORMAT_IEEEFP)
-    throw ReadFailure("unsupported depth: " + std::to_string(layout.bits) + " bits with alpha");
+/// One sample of every pixel, from 0 to 255; its full scale is the largest number of its depth, of 1 to 16 bits.
+std::vector<std::uint8_t> ReadFullScale(TIFF* tiff, const Source& source, const Layout& layout, int sample) {
   const auto words = ReadPlane<std::uint16_t>(tiff, source, layout, sample);
   const std::uint32_t fullScale = (std::uint32_t{1} << layout.bits) - 1;
-  std::vector<std::uint8_t> alpha(words.size());
-  std::transform(words.begin(), words.end(), alpha.begin(), [fullScale](std::uint32_t word) {
+  std::vector<std::uint8_t> levels(words.size());
+  std::transform(words.begin(), words.end(), levels.begin(), [fullScale](std::uint32_t word) {
     return static_cast<std::uint8_t>((word * 255 + fullScale / 2) / fullScale);
   });
-  return alpha;
+  return levels;
+}
+
+std::vector<std::uint8_t> ReadAlpha(TIFF* tiff, const Source& source, const Layout& layout) {
+  if (layout.bits > 16 || layout.format == SAMPLEFORMAT_IEEEFP)
+    throw ReadFailure("unsupported depth: " + std::to_string(layout.bits) + " bits with alpha");
+  return ReadFullScale(tiff, source, layout, layout.AlphaSample());
 }
 
 Ref<Picture> Upright(std::vector<std::uint8_t> levels, const Layout& layout) {
@@ -405,8 +432,30 @@ Ref<Picture> ReadPalette(TIFF* tiff, const Source& source, const Layout& layout)
   for (std::size_t i = 0; i < size; ++i) palette[i] = RGB(red[i] >> shift, green[i] >> shift, blue[i] >> shift);
   const auto indices = ReadPlane<std::uint8_t>(tiff, source, layout, 0);
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
-  std::transform(indices.begin(), indices.end(), picture->Pixels().data,
-                 [&](std::uint8_t index) { return palette[index]; });
+  Color* pixels = picture->Pixels().data;
+  std::transform(indices.begin(), indices.end(), pixels, [&](std::uint8_t index) { return palette[index]; });
+  if (layout.AlphaSample() > 0) {
+    // A colour of the palette serves pixels of any alpha, so it is never multiplied with one.
+    const auto alpha = ReadAlpha(tiff, source, layout);
+    std::transform(pixels, pixels + alpha.size(), alpha.begin(), pixels,
+                   [](Color color, int over) { return ColorOverWhite(color, over); });
+  }
+  return AsLevelsIfGrey(Upright(picture, layout));
+}
+
+/// RGB of a depth that libtiff does not convert.
+Ref<Picture> ReadUnusualRgb(TIFF* tiff, const Source& source, const Layout& layout) {
+  const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
+  Color* pixels = picture->Pixels().data;
+  std::fill_n(pixels, std::size_t{layout.width} * layout.height, kBlack);
+  const bool hasAlpha = layout.AlphaSample() > 0;
+  const auto alpha = hasAlpha ? ReadAlpha(tiff, source, layout) : std::vector<std::uint8_t>();
+  for (int sample = 0; sample < 3; ++sample) {
+    std::vector<std::uint8_t> levels = ReadFullScale(tiff, source, layout, sample);
+    if (hasAlpha) CompositeOnWhite(levels, alpha, layout.AlphaPremultiplied());
+    std::transform(pixels, pixels + levels.size(), levels.begin(), pixels,
+                   [shift = 16 - 8 * sample](Color color, Color level) { return color | level << shift; });
+  }
   return AsLevelsIfGrey(Upright(picture, layout));
 }
 
@@ -447,6 +496,7 @@ OpenedPicture ReadTiff(ByteSource&& bytes) {
     const Tiff tiff = Open(source);
     const Layout layout = LayoutOf(tiff.get());
     Check(tiff.get(), source, layout);
+    if (source.paletteLost && layout.bits <= 8) GiveUp(source);
     switch (layout.photometric) {
       case PHOTOMETRIC_MINISWHITE:
       case PHOTOMETRIC_MINISBLACK:
@@ -455,6 +505,11 @@ OpenedPicture ReadTiff(ByteSource&& bytes) {
       case PHOTOMETRIC_PALETTE:
         // Deep maps carry a stray colour map at times; their values are counts all the same.
         return layout.bits <= 8 ? ReadPalette(tiff.get(), source, layout) : ReadGrey(tiff.get(), source, layout);
+      case PHOTOMETRIC_RGB:
+        if (layout.samples - layout.extraCount < 3) return ReadGrey(tiff.get(), source, layout);
+        if (layout.bits < 16 && layout.bits != 8 && layout.format != SAMPLEFORMAT_INT)
+          return ReadUnusualRgb(tiff.get(), source, layout);
+        return ReadColors(tiff.get(), source, layout);
       default:
         return ReadColors(tiff.get(), source, layout);
     }
