@@ -10,6 +10,8 @@ whose names begin with a program's name were made by that program from rgb.tif o
     imagemagick-palette-alpha.tif    convert rgb.tif -alpha set -channel A -evaluate set 50% -type PaletteAlpha
     graphicsmagick-float-24-bits.tif gm convert -define tiff:sample-format=ieeefp -define tiff:bits-per-sample=24
     libtiff-rgb-no-photometric.tif   tiffset -u 262
+    imagemagick*.pict                convert
+    netpbm.pict                      ppmtopict
     netpbm-os2.bmp                   ppmtobmp -os2
     netpbm-interlaced.gif            ppmtogif -interlace
     pillow-damaged-profile.jpg       save(quality=95, icc_profile=...) of a profile without its types "XYZ "
