@@ -5,6 +5,7 @@
 #include "mainwindow/Main.h"
 #include "output/NumberedNames.h"
 #include "platform/pictures/PNGu.h"
+#include "platform/widgets/Application.h"
 
 using namespace platform;
 
@@ -13,7 +14,9 @@ namespace {
 void SaveUnderFreeName(const String& name, const Ref<Picture>& picture) {
   Ref<FolderItem> file = Globals::OutputFolder->Child(name);
   GlobalUniversal::FileNameIncrement(file);
-  if (PNGu::SavePicture(file, picture, -1.0F)) {
+  bool saved = false;
+  AwaitWork([&] { saved = PNGu::SavePicture(file, picture, -1.0F); });
+  if (saved) {
     file->MacCreator("GKON");
     file->MacType("PNGf");
   }

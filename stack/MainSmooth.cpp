@@ -4,9 +4,10 @@
 #include <vector>
 
 #include "mainwindow/Main.h"
-#include "platform/widgets/Dialogs.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Parallel.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Dialogs.h"
 #include "stack/Smoothing.h"
 
 using namespace platform;
@@ -87,7 +88,7 @@ int Main::SmoothFrom(int step, std::int32_t startRow, std::int32_t level) {
     }
   };
   try {
-    SmoothPlanes(jobs, level);
+    AwaitWork([&] { SmoothPlanes(jobs, level); });
   } catch (...) {
     takeMaxima();
     throw;

@@ -10,6 +10,7 @@
 #include <clocale>
 #include <cstdio>
 #include <deque>
+#include <future>
 
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Canvas.h"
@@ -275,6 +276,13 @@ void PumpUnderGate() {
 
 void PumpIfDue() {
   if (running.depth > 0 && running.sincePump.elapsed() >= kPumpMilliseconds) PumpUnderGate();
+}
+
+void AwaitWork(const std::function<void()>& work) {
+  // Where no thread is to be had the work is done by get().
+  std::future<void> done = std::async(work);
+  while (done.wait_for(std::chrono::milliseconds(kPumpMilliseconds)) == std::future_status::timeout) PumpIfDue();
+  done.get();
 }
 
 void AwaitExposure(NativeWindow& window) {

@@ -59,6 +59,11 @@ class Application {
 /// was drawn on live surfaces is put on the screen and the menus are brought up to date.
 void Dispatch(const std::function<void()>& event);
 
+/// Runs long work on another thread and returns when it has ended. Meanwhile the windows are painted and the window
+/// system is answered, but no click, key or timer comes in. The work must not touch a window, nor anything that a Paint
+/// handler reads. What it throws is thrown here.
+void AwaitWork(const std::function<void()>& work);
+
 /// A handler of an event as a method of the window: `PB.Action = Handler(this, &Main::PB_Action)`.
 template <class W, class R, class... Arguments>
 std::function<R(Arguments...)> Handler(W* window, R (W::*method)(Arguments...)) {
