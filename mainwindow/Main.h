@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/pictures/PictureSequence.h"
 #include "platform/widgets/Buttons.h"
 #include "platform/widgets/Canvas.h"
 #include "platform/widgets/Displays.h"
@@ -235,7 +236,8 @@ class Main : public platform::SingletonWindow<Main> {
   void CheckFlags(const ClusterFiles& files);
   void ResizeStack(int species);
   void FillSpeciesRows(int species);
-  bool LoadPictures(const ClusterFiles& files, int first, const platform::Ref<platform::Picture>& opened);
+  platform::PictureSequence OpenOthers(const ClusterFiles& files, int first) const;
+  bool LoadPictures(int first, const platform::Ref<platform::Picture>& opened, platform::PictureSequence& others);
 
   void ShowLoadedSpecies(std::int32_t species);
   /// Smooths as many species of the walk as there are cores, from a step on; returns the step behind the last one.

@@ -1,13 +1,17 @@
 // From a row of the catalogue to the stack.
 
+#include <algorithm>
+
 #include "appcore/App.h"
 #include "appcore/Globals.h"
 #include "catalogue/SpeciesNames.h"
 #include "catalogue/WindowOverview.h"
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
-#include "platform/widgets/Dialogs.h"
 #include "platform/pictures/PictureSequence.h"
+#include "platform/values/Numbers.h"
+#include "platform/values/Parallel.h"
+#include "platform/widgets/Dialogs.h"
 #include "platform/widgets/Screen.h"
 #include "stack/ColorMapping.h"
 #include "stack/LevelTaking.h"
@@ -58,9 +62,11 @@ void Main::LoadCluster(std::int32_t row, int& code) {
 
   code = 3;
   // With no species in the cluster, or none matched with its file, this access fails and so ends the load.
-  const Ref<Picture> opened = files.bySpecies(first)->OpenAsPicture();
+  Ref<Picture> opened;
+  AwaitWork([&] { opened = files.bySpecies(first)->OpenAsPicture(); });
   InTIFwidth = opened->Width();
   InTIFheight = opened->Height();
+  PictureSequence others = OpenOthers(files, first);
   WResize();
   WindowRGB::Instance().WResize();
   Progress.Maximum(species + 1);
@@ -82,7 +88,7 @@ void Main::LoadCluster(std::int32_t row, int& code) {
   SpeciesLB.InvalidateCell(-1, -1);
   Title(Str(Ticks() - dbtimer));
   dbtimer = Ticks();
-  if (!LoadPictures(files, first, opened)) {
+  if (!LoadPictures(first, opened, others)) {
     MsgBox("Cannot load images. All images have to be of the same pixel size.");
     return;
   }
@@ -179,18 +185,25 @@ void Main::FillSpeciesRows(int species) {
   for (int j = 0; j <= species; ++j) SpeciesLB.Cell(j, kSpeciesColumn, Globals::oooShortSpeciesNames(j));
 }
 
+/// Begins to open the files behind that of species `first`, as many at once as there are cores and their pictures take
+/// no more than a quarter of a gigabyte.
+PictureSequence Main::OpenOthers(const ClusterFiles& files, int first) const {
+  Array<Ref<FolderItem>> others;
+  for (int j = first + 1; j <= TIFexists.Ubound(); ++j)
+    if (TIFexists(j)) others.Append(files.bySpecies(j));
+  const double fit = 0x1p28 / (sizeof(Color) * static_cast<double>(InTIFwidth) * InTIFheight);
+  return {std::move(others), std::clamp(ToInt32(fit), 1, Parallelism())};
+}
+
 /// Reads every file into the stack, showing each as it comes; false if one is not of the size of the first. Each file
 /// is decoded once; `opened` is the picture of species `first`.
-bool Main::LoadPictures(const ClusterFiles& files, int first, const Ref<Picture>& opened) {
-  Array<Ref<FolderItem>> toCome;
-  for (int j = first + 1; j <= TIFexists.Ubound(); ++j)
-    if (TIFexists(j)) toCome.Append(files.bySpecies(j));
-  PictureSequence pictures(std::move(toCome));
+bool Main::LoadPictures(int first, const Ref<Picture>& opened, PictureSequence& others) {
   const LevelColors unscaled = ComposeColors(DisplayCurve(0, 255), Globals::LutRow(SelectedLUT));
-  for (int j = 0; j <= files.bySpecies.Ubound(); ++j) {
+  for (int j = 0; j <= TIFexists.Ubound(); ++j) {
     TIFmax(j) = -1;
     if (TIFexists(j)) {
-      const Ref<Picture> picture = j == first ? opened : pictures.Next();
+      Ref<Picture> picture = opened;
+      if (j != first) AwaitWork([&] { picture = others.Next(); });
       if (picture->Width() != InTIFwidth || picture->Height() != InTIFheight) return false;
       TIFmax(j) = TakeLevels(*picture, TIFarray.Plane(j), TIFarrOriginal.Plane(j));
       ColorPlane(TIFarray.Plane(j), unscaled, currTIFrgb.Pixels());

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "platform/pictures/FolderItem.h"
-#include "platform/pictures/readers/PictureReaders.h"
 #include "platform/pictures/PictureSequence.h"
+#include "platform/pictures/readers/PictureReaders.h"
 
 namespace platform {
 
@@ -21,20 +21,25 @@ Ref<Picture> PictureOrWord(const OpenedPicture& opened, const std::filesystem::p
 
 Ref<Picture> FolderItem::OpenAsPicture() const { return PictureOrWord(ReadPicture(path_), path_); }
 
-PictureSequence::PictureSequence(Array<Ref<FolderItem>> files) : files_(std::move(files)) { BeginNext(); }
+PictureSequence::PictureSequence(Array<Ref<FolderItem>> files, int ahead) : files_(std::move(files)), ahead_(ahead) {
+  BeginMore();
+}
 
 Ref<Picture> PictureSequence::Next() {
   const FolderItem& file = *files_(next_);
-  const OpenedPicture opened = opening_.get();
+  const OpenedPicture opened = opening_.front().get();
+  opening_.pop_front();
   ++next_;
-  BeginNext();
+  BeginMore();
   return PictureOrWord(opened, file.Path());
 }
 
-void PictureSequence::BeginNext() {
-  if (next_ > files_.Ubound() || !files_(next_)) return;
-  // Where no thread is to be had the file is read when it is asked for.
-  opening_ = std::async([path = files_(next_)->Path()] { return ReadPicture(path); });
+void PictureSequence::BeginMore() {
+  for (int i = next_ + static_cast<int>(opening_.size()); i <= files_.Ubound() && i < next_ + ahead_; ++i) {
+    opening_.emplace_back();
+    // Where no thread is to be had the file is read when it is asked for.
+    if (files_(i)) opening_.back() = std::async([path = files_(i)->Path()] { return ReadPicture(path); });
+  }
 }
 
 }  // namespace platform

@@ -1,3 +1,5 @@
+#include "platform/widgets/Application.h"
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QIcon>
@@ -12,13 +14,12 @@
 #include <deque>
 #include <future>
 
-#include "platform/widgets/Application.h"
-#include "platform/widgets/Canvas.h"
-#include "platform/widgets/Dialogs.h"
 #include "platform/qt/NativeLook.h"
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Dialogs.h"
 
 static void LoadResources() { Q_INIT_RESOURCE(vornalite); }
 

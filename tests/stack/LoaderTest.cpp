@@ -1,5 +1,6 @@
 // From a checked row to the stack and its colours.
 
+#include "platform/Parallel.h"
 #include "stack/DisplayCurve.h"
 #include "tests/support/WindowsFixture.h"
 
@@ -94,6 +95,27 @@ TEST_F(LoaderTest, ALaterFileThatIsNoPictureEndsTheProgramWithCode6) {
   Drop({WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteBytes("a_Fe.tif", "no picture at all")});
   CheckRow(0);
   ExpectQuitWithCode(6);
+}
+
+TEST_F(LoaderTest, FilesBehindAWrongSizeAreNotReported) {
+  Drop(
+      {WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteMap("a_Fe.tif", 6, 7, Flat(2)), WriteBytes("a_Mg.tif", "no picture")});
+  SetParallelism(4);
+  ::testing::internal::CaptureStderr();
+  CheckRow(0);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(messages.size(), 1u);
+}
+
+TEST_F(LoaderTest, FilesOpenedAheadKeepTheirOrder) {
+  SetParallelism(5);
+  const std::vector<std::string> species{"Al", "Ca", "Fe", "K", "Mg", "Na", "Si", "Ti"};
+  // The first ones take longest to read.
+  LoadCluster(species, 300, 200, [](int number) -> LevelAt {
+    return [number](int x, int y) { return number < 3 ? (x * y + number) % 256 : 10 * number; };
+  });
+  for (int number = 0; number < 8; ++number)
+    ASSERT_EQ(main().TIFarray(number, 3, 1), number < 3 ? 3 + number : 10 * number);
 }
 
 TEST_F(LoaderTest, ASingleFileIsNotMatchedAndEndsWithCode3) {
