@@ -234,6 +234,7 @@ class Main : public platform::SingletonWindow<Main> {
   ClusterFiles GatherFiles(std::int32_t row);
   void MatchSpecies(std::int32_t row, ClusterFiles& files);
   void CheckFlags(const ClusterFiles& files);
+  void CheckMemory() const;
   void ResizeStack(int species);
   void FillSpeciesRows(int species);
   platform::PictureSequence OpenOthers(const ClusterFiles& files, int first) const;

@@ -1,6 +1,7 @@
 // From a row of the catalogue to the stack.
 
 #include <algorithm>
+#include <new>
 
 #include "appcore/App.h"
 #include "appcore/Globals.h"
@@ -9,6 +10,7 @@
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "platform/pictures/PictureSequence.h"
+#include "platform/values/Memory.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Parallel.h"
 #include "platform/widgets/Dialogs.h"
@@ -153,7 +155,21 @@ void Main::CheckFlags(const ClusterFiles& files) {
          Join(Globals::oooShortSpeciesNames, ", "));
 }
 
+/// Throws if the stack and the pictures of the map take more memory than there is: the system grants it all the same,
+/// and would end the program in the middle of the load.
+void Main::CheckMemory() const {
+  const double pixels = static_cast<double>(InTIFwidth) * InTIFheight;
+  const auto species = static_cast<double>(std::count(TIFexists.begin(), TIFexists.end(), true));
+  const double pictures = (2 + Parallelism() + Globals::Zoom * Globals::Zoom) * sizeof(Color);
+  // The planes that the last load filled are used again, or go.
+  const auto filled =
+      static_cast<double>(std::count_if(TIFmax.begin(), TIFmax.end(), [](int level) { return level >= 0; }));
+  const double standing = 2.0 * filled * (TIFarray.Ubound(2) + 1) * (TIFarray.Ubound(3) + 1);
+  if ((2.0 * species + pictures) * pixels > AvailableMemory() + standing) throw std::bad_alloc();
+}
+
 void Main::ResizeStack(int species) {
+  CheckMemory();
   const int right = InTIFwidth - 1;
   const int bottom = InTIFheight - 1;
   temp1.Redim(right, bottom);

@@ -153,7 +153,9 @@ class ArrayN {
       Bounds index{};
       do {
         T* from = values_.get() + Place(index, bounds_);
-        std::move(from, from + run, values.get() + Place(index, wanted));
+        // Fresh memory holds zeroes already, and stays untouched where nothing else is to be kept.
+        if (!kPlain || std::any_of(from, from + run, [](const T& value) { return value != T(); }))
+          std::move(from, from + run, values.get() + Place(index, wanted));
       } while (NextRun(index, bounds_, wanted));
     }
     bounds_ = wanted;

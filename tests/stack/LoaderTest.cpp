@@ -1,6 +1,7 @@
 // From a checked row to the stack and its colours.
 
-#include "platform/Parallel.h"
+#include "platform/values/Memory.h"
+#include "platform/values/Parallel.h"
 #include "stack/DisplayCurve.h"
 #include "tests/support/WindowsFixture.h"
 
@@ -95,6 +96,20 @@ TEST_F(LoaderTest, ALaterFileThatIsNoPictureEndsTheProgramWithCode6) {
   Drop({WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteBytes("a_Fe.tif", "no picture at all")});
   CheckRow(0);
   ExpectQuitWithCode(6);
+}
+
+TEST_F(LoaderTest, AStackThatMemoryDoesNotHoldEndsTheProgramWithCode4) {
+  LoadThree(64, 64);
+  // Enough for the pictures of another cluster, whose planes take the place of those that stand.
+  constexpr double kPixels = 64 * 64, kPictures = 100 * kPixels;
+  SetParallelism(1);
+  LimitAvailableMemory(kPictures);
+  LoadThree(64, 64);
+  EXPECT_TRUE(messages.empty());
+  EXPECT_TRUE(main().TIFready);
+  LimitAvailableMemory(kPixels);
+  LoadThree(64, 64);
+  ExpectQuitWithCode(4);
 }
 
 TEST_F(LoaderTest, FilesBehindAWrongSizeAreNotReported) {

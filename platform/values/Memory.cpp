@@ -1,0 +1,85 @@
+#include "platform/values/Memory.h"
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <limits>
+#include <sstream>
+#include <string>
+
+namespace platform {
+
+namespace {
+
+constexpr double kUnlimited = std::numeric_limits<double>::infinity();
+double testLimit = kUnlimited;
+
+/// The number that a file consists of, or that follows a word at the beginning of one of its lines; `otherwise` if
+/// there is none.
+double NumberIn(const std::filesystem::path& path, const std::string& word, double otherwise) {
+  std::ifstream file(path);
+  for (std::string line; std::getline(file, line);) {
+    if (!line.starts_with(word)) continue;
+    std::istringstream rest(line.substr(word.size()));
+    double number = 0;
+    return rest >> number ? number : otherwise;
+  }
+  return otherwise;
+}
+
+/// Names of the files of a control group that tell of memory.
+struct GroupFiles {
+  const char *limit, *used, *reclaimable;
+};
+
+/// What a control group and those above it leave. Inside a container the groups of the machine are not to be seen, and
+/// its own stands at the top.
+double LeftByGroups(const std::filesystem::path& mount, std::filesystem::path group, const GroupFiles& files) {
+  double left = kUnlimited;
+  for (group = group.relative_path();; group = group.parent_path()) {
+    const auto folder = mount / group;
+    const double limit = NumberIn(folder / files.limit, "", kUnlimited);
+    const double used = NumberIn(folder / files.used, "", 0);
+    left = std::min(left, limit - used + NumberIn(folder / "memory.stat", files.reclaimable, 0));
+    if (group.empty()) return left;
+  }
+}
+
+double LeftByGroups(const std::filesystem::path& root) {
+  double left = kUnlimited;
+  std::ifstream groups(root / "proc/self/cgroup");
+  // A line is NUMBER:CONTROLLERS:PATH, with no controllers for the unified hierarchy.
+  for (std::string line; std::getline(groups, line);) {
+    const auto first = line.find(':'), second = line.find(':', first + 1);
+    if (second == line.npos) continue;
+    const std::string controllers = "," + line.substr(first + 1, second - first - 1) + ",",
+                      path = line.substr(second + 1);
+    if (controllers == ",,")
+      left = std::min(left,
+                      LeftByGroups(root / "sys/fs/cgroup", path, {"memory.max", "memory.current", "inactive_file "}));
+    else if (controllers.find(",memory,") != controllers.npos)
+      left = std::min(left, LeftByGroups(root / "sys/fs/cgroup/memory", path,
+                                         {"memory.limit_in_bytes", "memory.usage_in_bytes", "total_inactive_file "}));
+  }
+  return left;
+}
+
+double LeftByAddressSpace() {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return kUnlimited;
+  const double used = NumberIn("/proc/self/statm", "", 0) * static_cast<double>(sysconf(_SC_PAGESIZE));
+  return static_cast<double>(limit.rlim_cur) - used;
+}
+
+}  // namespace
+
+double AvailableMemory(const std::filesystem::path& root) {
+  const double bySystem = 1024 * NumberIn(root / "proc/meminfo", "MemAvailable:", kUnlimited);
+  return std::max(0.0, std::min({bySystem, LeftByGroups(root), LeftByAddressSpace(), testLimit}));
+}
+
+void LimitAvailableMemory(double bytes) { testLimit = bytes; }
+
+}  // namespace platform
