@@ -172,6 +172,11 @@ void Main::ResizeStack(int species) {
   CheckMemory();
   const int right = InTIFwidth - 1;
   const int bottom = InTIFheight - 1;
+  // First, while there is no map to be painted.
+  AwaitWork([&] {
+    TIFarray.Redim(species, right, bottom);
+    TIFarrOriginal.Redim(species, right, bottom);
+  });
   temp1.Redim(right, bottom);
   temp2.Redim(right, bottom);
   TIFmax.Redim(species);
@@ -180,8 +185,6 @@ void Main::ResizeStack(int species) {
   currTIF = NewPicture(InTIFwidth, InTIFheight, 32);
   drawcurrTIF = NewPicture(InTIFwidth, InTIFheight, 32);
   currTIFrgb = currTIF->RGBSurface();
-  TIFarray.Redim(species, right, bottom);
-  TIFarrOriginal.Redim(species, right, bottom);
   Clicks.Redim(PhaseUbound(), species, 255);
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <new>
 
 #ifdef __linux__
@@ -69,11 +68,15 @@ void PlaneStack::Redim(int species, int x, int y) {
     const auto sharedWidth = static_cast<std::size_t>(std::min(width, width_));
     const auto sharedHeight = static_cast<std::size_t>(std::min(height, height_));
     std::vector<Memory> resized(planes_.size());
+    for (Memory& plane : resized) plane = Allocate(width, height);
+    // Plane by plane, so that both sizes are not held at once. What holds only zeroes stays untouched.
     for (std::size_t s = 0; s < planes_.size(); ++s) {
-      resized[s] = Allocate(width, height);
-      for (std::size_t row = 0; row < sharedHeight && sharedWidth > 0; ++row)
-        std::memcpy(resized[s].get() + row * Pitch(width), planes_[s].get() + row * Pitch(width_),
-                    sharedWidth * sizeof(Level));
+      for (std::size_t row = 0; row < sharedHeight && sharedWidth > 0; ++row) {
+        const Level* from = planes_[s].get() + row * Pitch(width_);
+        if (std::any_of(from, from + sharedWidth, [](Level level) { return level != 0; }))
+          std::copy_n(from, sharedWidth, resized[s].get() + row * Pitch(width));
+      }
+      planes_[s] = nullptr;
     }
     planes_ = std::move(resized);
     width_ = width;

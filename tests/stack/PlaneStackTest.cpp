@@ -70,6 +70,7 @@ TEST(PlaneStack, StoresTheLevelsOfAByteAndRefusesOthers) {
 
 TEST(PlaneStack, LeavesThePagesOfAnAbsentSpeciesUntouched) {
   PlaneStack stack;
+  stack.Redim(0, 4000, 8191);
   stack.Redim(0, 4095, 8191);
   const auto plane = stack.Plane(0);
   const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
