@@ -8,6 +8,8 @@ using namespace platform;
 namespace {
 
 void Compose(const Ref<Picture>& base, const Ref<Picture>& composed) {
+  const bool sameSize = base->Width() == composed->Width() && base->Height() == composed->Height();
+  if (sameSize && Globals::x1Draw.Empty()) return composed->CopyWhenAsked(base);
   Graphics g = composed->Graphics();
   g.DrawPicture(base, 0, 0);
   g.ForeColor = Globals::DrawColor;

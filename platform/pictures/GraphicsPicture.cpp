@@ -46,7 +46,7 @@ Places PlacesAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std::int64
 /// Target rows by the nearest picture pixel.
 class HardRows {
  public:
-  HardRows(PlaneView<Color> picture, const Places& columns) : picture_(picture), natural_(columns.natural) {
+  HardRows(PlaneView<const Color> picture, const Places& columns) : picture_(picture), natural_(columns.natural) {
     for (std::size_t i = 0; i < columns.at.size(); ++i) from_.push_back(columns.Pixel(i));
   }
 
@@ -66,7 +66,7 @@ class HardRows {
   }
 
  private:
-  PlaneView<Color> picture_;
+  PlaneView<const Color> picture_;
   bool natural_;
   std::vector<int> from_;
   int lastY_ = -1;
@@ -77,7 +77,7 @@ class HardRows {
 /// edge. All sums are whole numbers: weights of 8 bits across and 8 bits down, rounded once.
 class SmoothRows {
  public:
-  SmoothRows(PlaneView<Color> picture, const Places& columns) : picture_(picture) {
+  SmoothRows(PlaneView<const Color> picture, const Places& columns) : picture_(picture) {
     for (const std::int64_t place : columns.at)
       across_.push_back({Inside((place - 128) >> 8, picture.width), Inside(((place - 128) >> 8) + 1, picture.width),
                          static_cast<std::uint64_t>((place - 128) & 255)});
@@ -129,7 +129,7 @@ class SmoothRows {
     row.y = y;
   }
 
-  PlaneView<Color> picture_;
+  PlaneView<const Color> picture_;
   std::vector<Across> across_;
   Sums upper_, lower_;
 };
@@ -176,9 +176,9 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int w, int
 
   const Ref<Picture> mask = picture->HasMask() ? picture->Mask() : nullptr;
   if (UseOldRenderer || (columns.natural && rows.natural))
-    DrawRows(HardRows(picture->Pixels(), columns), columns, rows, device_, mask);
+    DrawRows(HardRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
   else
-    DrawRows(SmoothRows(picture->Pixels(), columns), columns, rows, device_, mask);
+    DrawRows(SmoothRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
   Touch(x, y, w, h);
 }
 

@@ -17,7 +17,8 @@ class RGBSurface;
 
 class Picture {
  public:
-  /// White, `width` by `height` pixels. Negative sizes count as 0.
+  /// White, `width` by `height` pixels. Negative sizes count as 0. The memory is taken when somebody first asks for the
+  /// pixels.
   Picture(int width, int height);
   /// A picture whose three components are equal at every pixel. `levels` holds width * height grey levels, row by row;
   /// the colours are made when somebody first asks for them.
@@ -26,8 +27,13 @@ class Picture {
   int Width() const { return width_; }
   int Height() const { return height_; }
 
-  /// All pixels, for pixel loops. The view stays valid as long as the picture.
+  /// All pixels, for pixel loops. The view stays valid as long as the picture, unless it becomes a copy.
   PlaneView<Color> Pixels();
+  /// The same to be read at once.
+  PlaneView<const Color> PixelsToRead() { return copied_ ? copied_->PixelsToRead() : Pixels(); }
+  /// Makes this picture a copy of another one of its size. The pixels are copied when somebody first asks for them with
+  /// Pixels(), Graphics() or RGBSurface(): until then it shows what the other one shows.
+  void CopyWhenAsked(const Ref<Picture>& other);
   /// The grey levels of a picture that was made from them and has not been asked for its colours; empty otherwise.
   std::span<const std::uint8_t> GreyLevels() const { return levels_; }
 
@@ -44,6 +50,8 @@ class Picture {
  private:
   int width_;
   int height_;
+  // Where the pixels come from, while nobody has asked for them: another picture, grey levels, or white.
+  Ref<Picture> copied_;
   std::vector<std::uint8_t> levels_;
   std::shared_ptr<std::vector<Color>> pixels_;
   Ref<Picture> mask_;

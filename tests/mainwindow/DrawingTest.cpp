@@ -15,6 +15,31 @@ class DrawingTest : public WindowsTest {
   int Rows() { return Globals::x1Draw.Ubound() + 1; }
 };
 
+TEST_F(DrawingTest, ThePictureWithTheDrawingHoldsTheMapAndTheLines) {
+  Open(40);
+  const auto differing = [&] {
+    std::vector<std::pair<int, int>> places;
+    for (int y = 0; y < 40; ++y)
+      for (int x = 0; x < 40; ++x)
+        if (main().drawcurrTIF->RGBSurface().Pixel(x, y) != main().currTIF->RGBSurface().Pixel(x, y))
+          places.push_back({x, y});
+    return places;
+  };
+  EXPECT_TRUE(differing().empty());
+  main().SelectSpecies(2);
+  EXPECT_TRUE(differing().empty());
+  user::MousePress(main().cvTIF, 5, 8);
+  user::MouseDragTo(main().cvTIF, 7, 8);
+  user::MouseRelease(main().cvTIF, 7, 8);
+  EXPECT_EQ(differing(), (std::vector<std::pair<int, int>>{{5, 8}, {6, 8}, {7, 8}}));
+  user::Click(main().PBdrawClearAll);
+  EXPECT_TRUE(differing().empty());
+  // What is drawn on the one does not show on the other.
+  main().SelectSpecies(1);
+  main().drawcurrTIF->Graphics().FillRect(3, 4, 1, 1);
+  EXPECT_EQ(differing(), (std::vector<std::pair<int, int>>{{3, 4}}));
+}
+
 TEST_F(DrawingTest, AStrokeShowsOnAllMapsWhileDrawnAndAfter) {
   for (const auto& [zoom, scale] : {std::pair{"Window100", 1.0}, {"Window500", 5.0}, {"Window50", 0.5}}) {
     Open(60);
