@@ -1,4 +1,4 @@
-// Files that fail in use: every byte and every step of a save.
+// Files that fail in use: every read of a load, every byte and every step of a save.
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -15,10 +15,10 @@
 
 namespace {
 
-// A step fails, or the disk is full after `at` bytes.
-constexpr int kNone = 0, kError = 1, kFull = 4;
+// The call fails, returns less than asked for, or finds the end of the file, where it stays; or the disk is full.
+constexpr int kNone = 0, kError = 1, kShort = 2, kEnd = 3, kFull = 4;
 
-/// What happens to step number `at`.
+/// What happens to call number `at` of those on files of the folder.
 struct Plan {
   int fault = kNone, at = 0;
   std::string folder;  ///< empty: nothing happens, and no call counts
@@ -29,7 +29,22 @@ Plan plan;
 /// The fault of this call.
 int FaultNow() {
   const int call = ++plan.calls;
-  return call == plan.at ? plan.fault : kNone;
+  return call == plan.at || (plan.fault == kEnd && call > plan.at) ? plan.fault : kNone;
+}
+
+bool InFolder(int file) {
+  if (plan.folder.empty()) return false;
+  char path[4096];
+  const auto length = readlink(("/proc/self/fd/" + std::to_string(file)).c_str(), path, sizeof path);
+  return length > 0 && std::string_view(path, static_cast<std::size_t>(length)).starts_with(plan.folder);
+}
+
+template <class Read>
+ssize_t ReadBy(int file, std::size_t count, Read read) {
+  const int fault = count > 0 && InFolder(file) ? FaultNow() : kNone;
+  if (fault == kEnd) return 0;
+  if (fault == kError) errno = EIO;
+  return fault == kError ? -1 : read(fault == kShort ? (count + 1) / 2 : count);
 }
 
 /// Whether this step of a save fails.
@@ -43,6 +58,13 @@ bool StepFails() {
 
 // These take the place of the C library's for the whole program.
 extern "C" {
+ssize_t read(int file, void* to, size_t count) {
+  return ReadBy(file, count, [&](size_t n) { return syscall(SYS_read, file, to, n); });
+}
+ssize_t pread(int file, void* to, size_t count, off_t at) {
+  return ReadBy(file, count, [&](size_t n) { return syscall(SYS_pread64, file, to, n, at); });
+}
+ssize_t pread64(int file, void* to, size_t count, off_t at) { return pread(file, to, count, at); }
 int fsync(int file) { return StepFails() ? -1 : static_cast<int>(syscall(SYS_fsync, file)); }
 int linkat(int from, const char* old, int to, const char* name, int flags) noexcept {
   return StepFails() ? -1 : static_cast<int>(syscall(SYS_linkat, from, old, to, name, flags));
@@ -97,6 +119,59 @@ class FailingFilesTest : public WindowsTest {
     return pclose(output) == 0 ? fate : all;
   }
 };
+
+TEST_F(FailingFilesTest, Load) {
+  const auto level = [](int species, int x, int y) { return (x * 5 + y * 11 + species * 20) % 256; };
+  LoadThree(20, 16);
+  std::vector<std::string> next;
+  for (int i = 0; i < 3; ++i)
+    next.push_back(WriteMap("next_" +
+                                std::string(i == 0   ? "Al"
+                                            : i == 1 ? "Fe"
+                                                     : "Mg") +
+                                ".tif",
+                            24, 12, [=](int x, int y) { return level(i, x, y); }));
+  Drop(next);
+  bool stackStood = false;
+  platform::Dialogs().msgBox = [&](const platform::String& text) {
+    messages.push_back(text.Utf8());
+    stackStood = main().TIFarray.Ubound(2) == 19 && main().TIFarray(1, 3, 2) == Level(1, 3, 2);
+  };
+  ::testing::internal::CaptureStderr();
+  BeginFault();
+  CheckRow(1);
+  EndFault();
+  user::ProcessEvents();
+  const std::string errors = ::testing::internal::GetCapturedStderr();
+  if (messages.empty()) {
+    for (int i = 0; i < 3; ++i)
+      for (int y = 0; y < 12; ++y)
+        for (int x = 0; x < 24; ++x) ASSERT_EQ(main().TIFarray(i, x, y), level(i, x, y)) << i << ' ' << x << ',' << y;
+    std::printf("fate: %s\n", plan.calls < plan.at ? "not reached" : "loaded");
+    return;
+  }
+  // The first map's failure leaves the stack; a later one's leaves it half filled. Both end the program.
+  EXPECT_NE(errors.find("next_"), std::string::npos) << errors;
+  EXPECT_TRUE(messages[0] == "Error in Open_LoadNew.\nCode 6" ||
+              (messages[0] == "Error in Open_LoadNew.\nCode 3" && stackStood))
+      << messages[0];
+  EXPECT_EQ(platform::WindowCount(), 0);
+  std::printf("fate: failed\n");
+}
+
+TEST_F(FailingFilesTest, EveryReadOfALoad) {
+  for (const int fault : {kError, kShort, kEnd}) {
+    int at = 1;
+    for (std::string fate; fate != "not reached"; ++at) {
+      ASSERT_LT(at, 200);
+      fate = FateOf("Load", fault, at);
+      // A reader that has what it needs does without the rest; after a short read it goes on.
+      EXPECT_TRUE(fate == "not reached" || fate == "loaded" || (fault != kShort && fate == "failed"))
+          << "fault " << fault << " of read " << at << ": " << fate;
+    }
+    EXPECT_GT(at, 4) << "fault " << fault << ": fewer reads than files";
+  }
+}
 
 TEST_F(FailingFilesTest, Save) {
   LoadThree(20, 16);

@@ -14,6 +14,8 @@ TEST_F(CursorStory, TheCursorRunsOverAllMaps) {
   Stop("the pointer comes in: an arrow, and small crosses elsewhere");
   user::MouseMove(main().cvTIF, 31, 22);
   Stop("it moves");
+  user::Click(main().cvTIF, 31, 22);
+  Stop("a click marks the levels at 31,22 and wipes the crosses");
   user::MousePress(main().cvTIF, 10, 5);
   Stop("a press marks the levels at 10,5");
   user::MouseDragTo(main().cvTIF, 11, 5);
