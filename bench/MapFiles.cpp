@@ -66,9 +66,11 @@ MapFolder::~MapFolder() { std::filesystem::remove_all(path); }
 
 std::vector<std::string> WriteCluster(const std::filesystem::path& folder, const std::string& cluster, int species,
                                       int size, Compression compression) {
-  static const char* const elements[] = {"Al", "Ba", "Ca", "Cl", "Cr", "Cu", "F",  "Fe", "Ga", "H",
-                                         "In", "K",  "La", "Li", "Mg", "Mn", "Mo", "Na", "Ni", "O",
-                                         "P",  "Pb", "Rb", "S",  "Si", "Sn", "Sr", "Ti", "V",  "Zn"};
+  static const char* const elements[] = {"Ag", "Al", "Ar", "As", "Au", "B",  "Ba", "Be", "Bi", "Br", "C",  "Ca",
+                                         "Cd", "Ce", "Cl", "Co", "Cr", "Cs", "Cu", "Dy", "Er", "Eu", "F",  "Fe",
+                                         "Ga", "Gd", "Ge", "H",  "He", "Hf", "Hg", "Ho", "I",  "In", "Ir", "K",
+                                         "Kr", "La", "Li", "Lu", "Mg", "Mn", "Mo", "N",  "Na", "Nb", "Nd", "Ne",
+                                         "Ni", "O",  "Os", "P",  "Pb", "Pd", "Pr", "Pt", "Rb", "Rh", "Ru", "S"};
   std::vector<std::string> paths;
   for (int i = 0; i < species; ++i) {
     paths.push_back(folder / (cluster + "_" + elements[i] + ".tif"));

@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <QApplication>
+#include <QPainter>
 #include <QSet>
 #include <QWidget>
 #include <QWindow>
@@ -45,5 +46,16 @@ void AwaitNewWindows(int count, const std::function<void()>& act) {
   while ((watch.painted - before).size() < count) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   AwaitServer();
 }
+
+ToolkitImage::ToolkitImage(int width, int height, QPoint place) : image(width, height, QImage::Format_RGB32) {
+  image.fill(Qt::gray);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  setFixedSize(width, height);
+  move(place);
+  AwaitNewWindows(1, [this] { show(); });
+}
+
+void ToolkitImage::paintEvent(QPaintEvent*) { QPainter(this).drawImage(0, 0, image); }
 
 }  // namespace bench

@@ -1,6 +1,8 @@
 #pragma once
 /// What the benches ask the screen itself.
 
+#include <QImage>
+#include <QWidget>
 #include <functional>
 
 namespace bench {
@@ -10,5 +12,16 @@ void AwaitServer();
 
 /// Acts, and handles events until so many windows have been painted that were not there before or not yet painted.
 void AwaitNewWindows(int count, const std::function<void()>& act);
+
+/// An image that the toolkit alone puts on the screen, in a window of its own.
+class ToolkitImage : public QWidget {
+ public:
+  /// Shown at that place when it returns.
+  ToolkitImage(int width, int height, QPoint place);
+  QImage image;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
 
 }  // namespace bench

@@ -24,6 +24,7 @@
 #include "composite/SpeciesWindow.h"
 #include "mainwindow/Main.h"
 #include "platform/widgets/Dialogs.h"
+#include "stack/ColorMapping.h"
 #include "tests/support/Testing.h"
 
 namespace user = platform::testing;
@@ -171,13 +172,11 @@ void PrintColdLoad(const std::filesystem::path& folder) {
   std::printf("%.9f %.9f %.0f\n", end - begin, 1.5 * (Now() - beginLimit), after - before);
 }
 
-/// The time of the first load of a run, and the memory in shares of what two stacks of integers and the four pictures
-/// of Main and the composite need.
-void LoadCold(benchmark::State& state, Compression compression) {
-  const std::filesystem::path folder = Folder() / (std::string("cold-") + NameOf(compression));
-  std::filesystem::create_directories(folder);
-  bench::WriteCluster(folder, "map", kSpecies, kLargeMap, compression);
-  constexpr double plane = 4.0 * kLargeMap * kLargeMap;
+/// The time of the first load of a run, and the memory in shares of what two stacks and the pictures of Main need.
+void LoadCold(benchmark::State& state, Compression compression, int species, int size) {
+  const std::filesystem::path folder =
+      Folder() / (std::string("cold-") + NameOf(compression) + std::to_string(size) + "-" + std::to_string(species));
+  if (std::filesystem::create_directories(folder)) bench::WriteCluster(folder, "map", species, size, compression);
   double limit = 0, taken = 0, bytes = 0;
   for (auto _ : state) {
     double started = 0;
@@ -187,33 +186,64 @@ void LoadCold(benchmark::State& state, Compression compression) {
     bytes += numbers.at(2);
     state.SetIterationTime(numbers.at(0));
   }
+  const double need = (2.0 * species + 2 * sizeof(platform::Color)) * size * size;
   state.counters["of_limit"] = taken / limit;
   state.counters["MB"] = bytes / static_cast<double>(state.iterations()) / 1e6;
-  state.counters["of_need"] = bytes / static_cast<double>(state.iterations()) / ((2 * kSpecies + 2) * plane);
+  state.counters["of_need"] = bytes / static_cast<double>(state.iterations()) / need;
 }
-BENCHMARK_CAPTURE(LoadCold, Uncompressed, Compression::None)
+BENCHMARK_CAPTURE(LoadCold, Uncompressed, Compression::None, kSpecies, kLargeMap)
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime()
     ->Iterations(3);
-BENCHMARK_CAPTURE(LoadCold, Lzw, Compression::Lzw)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);
+BENCHMARK_CAPTURE(LoadCold, Lzw, Compression::Lzw, kSpecies, kLargeMap)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(3);
+
+/// How the first load grows with pixels and with maps.
+void Growth(benchmark::State& state) {
+  LoadCold(state, Compression::None, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+}
+BENCHMARK(Growth)
+    ->ArgNames({"species", "size"})
+    ->ArgsProduct({{12, 60}, {512, 1024, 2048, 4096}})
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(1);
 
 // A step by key.
 
+/// Beside it: recolouring alone and putting one image of that size on the screen with the toolkit alone.
 void ArrowKey(benchmark::State& state) {
   const Clusters& clusters = LargeClusters(Compression::None);
   Load(clusters.rows[0]);
   Main& main = Main::Instance();
+  bench::ToolkitImage alone(kLargeMap, kLargeMap, {1200, 40});
+  const LevelColors colors = ComposeColors(DisplayCurve(0, 255), Globals::LutRow(main.SelectedLUT));
+  const auto picture = platform::NewPicture(kLargeMap, kLargeMap, 32);
   user::Activate(main);
+  user::ProcessEvents();
+  bench::AwaitServer();
   int steps = 0;
+  double limit = 0, taken = 0;
   for (auto _ : state) {
     const std::int32_t before = main.SelectedRow;
+    const double begin = Now();
+    ColorPlane(main.TIFarray.Plane(before), colors, picture->Pixels());
+    alone.repaint();
+    bench::AwaitServer();
+    const double between = Now();
     user::Key(main, steps++ / (kSpecies - 1) % 2 == 0 ? "Down" : "Up");
     bench::AwaitServer();
+    const double end = Now();
+    limit += between - begin;
+    taken += end - between;
+    state.SetIterationTime(end - between);
     if (main.SelectedRow == before) Fail("the key did not step");
   }
-  state.counters["limit_ms"] = 8;
+  state.counters["of_limit"] = taken / limit;
 }
-BENCHMARK(ArrowKey)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(ArrowKey)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 // Species windows.
 
@@ -231,7 +261,8 @@ void LoadSmallMaps(int species) {
 
 /// From the click until each window has been painted.
 void ShowAll(benchmark::State& state) {
-  LoadSmallMaps(kSpecies);
+  const int species = static_cast<int>(state.range(0));
+  LoadSmallMaps(species);
   Main& main = Main::Instance();
   for (auto _ : state) {
     user::Activate(main);
@@ -239,11 +270,11 @@ void ShowAll(benchmark::State& state) {
     user::ProcessEvents();
     bench::AwaitServer();
     const double begin = Now();
-    bench::AwaitNewWindows(kSpecies, [&] { user::Click(main.PB_AllSpecies); });
+    bench::AwaitNewWindows(species, [&] { user::Click(main.PB_AllSpecies); });
     state.SetIterationTime(Now() - begin);
   }
 }
-BENCHMARK(ShowAll)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(ShowAll)->Arg(12)->Arg(60)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 enum class Mark { Cross, Circle };
 enum class Step { OnePixel, Far };
@@ -275,22 +306,22 @@ void MoveCursor(benchmark::State& state, Mark mark, Step step) {
 }
 BENCHMARK_CAPTURE(MoveCursor, CrossByOne, Mark::Cross, Step::OnePixel)
     ->Arg(20)
-    ->Arg(30)
+    ->Arg(60)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK_CAPTURE(MoveCursor, CrossFar, Mark::Cross, Step::Far)
     ->Arg(20)
-    ->Arg(30)
+    ->Arg(60)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK_CAPTURE(MoveCursor, CircleByOne, Mark::Circle, Step::OnePixel)
     ->Arg(20)
-    ->Arg(30)
+    ->Arg(60)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK_CAPTURE(MoveCursor, CircleFar, Mark::Circle, Step::Far)
     ->Arg(20)
-    ->Arg(30)
+    ->Arg(60)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 
