@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/pictures/PictureSequence.h"
@@ -248,7 +249,11 @@ class Main : public platform::SingletonWindow<Main> {
 
   bool ChooseColorTable(int n);
   void MarkClicks();
+  /// Gives the circle the size that it had before Control, if that was held for a shortcut; true if it did.
+  bool ForgetShortcut();
   void BeginStroke(int X, int Y);
   void ContinueStroke(int X, int Y);
   void PaintClickStrip(platform::Graphics& g, std::int32_t row);
+
+  std::optional<std::int32_t> sizeBeforeControl;  ///< fCursorSize when Control was pressed, while it is held
 };

@@ -69,6 +69,7 @@ void Main::cvTIF_MouseExit() {
 
 void Main::cvTIF_MouseMove(int X, int Y) {
   if (!IsActive || PPbuttons.Value() != kPageNormal) return;
+  ForgetShortcut();
   if (TIFready) {
     const auto [x, y] = ImagePixelAt(X, Y, Globals::Zoom);
     for (int i = 0; i < SpeciesLB.ListCount(); ++i) SpeciesLB.Cell(i, kCurColumn, Str(TIFarray(i, x, y)));
@@ -112,9 +113,20 @@ void Main::cvTIF_MouseDrag(int X, int Y) {
 
 void Main::cvTIF_MouseUp(int /*X*/, int /*Y*/) { App::Instance().RefreshAllMaps(); }
 
+bool Main::ForgetShortcut() {
+  if (!sizeBeforeControl || !Keyboard::ControlBecameShortcut()) return false;
+  Globals::fCursorSize = *sizeBeforeControl;
+  sizeBeforeControl.reset();
+  return true;
+}
+
 void Main::Timer1_Action() {
   bool redraw = true;
-  if (Keyboard::AsyncControlKey()) {
+  const bool restored = ForgetShortcut();
+  const bool control = Keyboard::AsyncControlKey();
+  if (!control) sizeBeforeControl.reset();
+  if (control) {
+    if (!sizeBeforeControl) sizeBeforeControl = Globals::fCursorSize;
     Globals::fCursorSize = GrownCursorSize(Globals::fCursorSize, cvTIF.Width(), cvTIF.Height());
   } else if (Keyboard::AsyncOptionKey()) {
     Globals::fCursorSize = ShrunkCursorSize(Globals::fCursorSize);
@@ -124,7 +136,7 @@ void Main::Timer1_Action() {
       Globals::fCursorShiftPressed = true;
     }
   } else {
-    redraw = false;
+    redraw = restored;
     Globals::fCursorShiftPressed = false;
   }
   if (redraw) Globals::fCursorRedraw(Globals::fCursorXold, Globals::fCursorYold, true, true);

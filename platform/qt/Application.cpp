@@ -223,6 +223,7 @@ void StartToolkit(char** argv) {
   });
   ApplyLook();
   InstallTextDrawing();
+  WatchShortcuts();
 }
 
 bool HandlerRuns() { return running.depth > 0 || GateClosed(); }

@@ -78,6 +78,9 @@ class PaintScope {
 };
 bool InsidePaint();
 
+/// Watches the keyboard for shortcuts, which the Control key alone does not show.
+void WatchShortcuts();
+
 /// Keys held by a test in the user's place; bits of Qt::KeyboardModifier. Below 0: the real keyboard counts.
 extern int heldKeys;
 

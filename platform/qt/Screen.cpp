@@ -1,9 +1,13 @@
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScreen>
+#include <algorithm>
 #include <chrono>
 
-#include "platform/widgets/Screen.h"
+#include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Screen.h"
 
 namespace platform {
 
@@ -26,7 +30,52 @@ constexpr auto kControlKey = Qt::MetaModifier;  // Qt calls the command key Cont
 constexpr auto kControlKey = Qt::ControlModifier;
 #endif
 
+/// What Control is held for.
+struct ControlHold {
+  bool reported = false;                ///< as held, since it went down
+  bool forShortcut = false;             ///< since then a shortcut was pressed
+  bool reportedBecameShortcut = false;  ///< also after the key was released
+};
+ControlHold hold;
+
+/// Whether the key with Control is a shortcut, be its item enabled or not.
+bool IsShortcut(const QKeyEvent& key) {
+  Application* application = Application::Current();
+  if (!(key.modifiers() & kControlKey) || !application || !application->MenuBar()) return false;
+  const auto& items = application->MenuBar()->Items();
+  return std::any_of(items.begin(), items.end(), [&](const auto& item) {
+    const QAction* action = item->NativeItem().action;
+    return action && !action->shortcut().isEmpty() && action->shortcut()[0].key() == key.key();
+  });
+}
+
+/// Sees the keys before anything else may take them.
+class ShortcutWatch : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress &&
+        event->type() != QEvent::KeyRelease)
+      return false;
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.key() == Qt::Key_Control) {
+      hold.forShortcut = false;  // also at the press: another program may have got the release
+      if (event->type() == QEvent::KeyRelease) hold.reported = false;
+    } else if (event->type() != QEvent::KeyRelease && IsShortcut(key)) {
+      hold.forShortcut = true;
+      hold.reportedBecameShortcut |= hold.reported;
+    }
+    return false;
+  }
+};
+
 }  // namespace
+
+void WatchShortcuts() {
+  if (kControlKey == Qt::ControlModifier) qApp->installEventFilter(new ShortcutWatch(qApp));
+}
 
 int Screen::AvailableLeft() const { return Available(index_).left(); }
 int Screen::AvailableTop() const { return Available(index_).top(); }
@@ -34,7 +83,18 @@ int Screen::AvailableWidth() const { return Available(index_).width(); }
 int Screen::AvailableHeight() const { return Available(index_).height(); }
 
 bool Keyboard::AsyncShiftKey() { return Held(Qt::ShiftModifier); }
-bool Keyboard::AsyncControlKey() { return Held(kControlKey); }
+
+bool Keyboard::AsyncControlKey() {
+  const bool held = Held(kControlKey);
+  if (!held) hold.reported = hold.forShortcut = false;
+  if (!held || hold.forShortcut) return false;
+  hold.reported = true;
+  hold.reportedBecameShortcut = false;
+  return true;
+}
+
+bool Keyboard::ControlBecameShortcut() { return hold.reportedBecameShortcut; }
+
 bool Keyboard::AsyncOptionKey() { return Held(Qt::AltModifier); }
 
 int Ticks() {

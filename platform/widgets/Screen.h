@@ -20,7 +20,10 @@ class Screen {
 /// The state of a key now, at any time, also in the middle of a handler.
 namespace Keyboard {
 bool AsyncShiftKey();
+/// Control is also the key of the shortcuts: from a shortcut on, a hold of it counts as released.
 bool AsyncControlKey();
+/// Whether the hold of Control that AsyncControlKey last returned true for became a shortcut.
+bool ControlBecameShortcut();
 bool AsyncOptionKey();
 }  // namespace Keyboard
 

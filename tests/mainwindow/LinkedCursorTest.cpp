@@ -100,3 +100,37 @@ TEST_F(LinkedCursorTest, HeldKeysChangeSizeAndColour) {
   EXPECT_EQ(Globals::fCursorColor, 0xFFFFFFu);
   user::HoldKeys(false, false, false);
 }
+
+TEST_F(LinkedCursorTest, ControlHeldForAShortcutLeavesTheCircleAsItWas) {
+  LoadThree(256, 256);
+  user::Click(main().BBcursorCircles);
+  user::MouseMove(main().cvTIF, 100, 100);
+  int x = 100;
+  for (const char* shortcut : {"Ctrl+3", "Ctrl+C"}) {  // one that is enabled, one that is not
+    user::HoldKeys(false, true, false);
+    WaitForTick();
+    EXPECT_EQ(Globals::fCursorSize, 42);
+    user::Key(main(), shortcut);
+    user::MouseMove(main().cvTIF, ++x, 100);
+    EXPECT_EQ(Globals::fCursorSize, 40) << shortcut;
+    WaitForTick();
+    EXPECT_EQ(Globals::fCursorSize, 40) << "the key is still down after " << shortcut;
+    user::HoldKeys(false, false, false);
+    WaitForTick();
+  }
+  // Released before the next tick; then a hold of its own.
+  user::HoldKeys(false, true, false);
+  WaitForTick();
+  user::Key(main(), "Ctrl+0");
+  user::HoldKeys(false, false, false);
+  WaitForTick();
+  EXPECT_EQ(Globals::fCursorSize, 40);
+  EXPECT_EQ(Globals::fCursorOldSize, 40);
+  user::HoldKeys(false, true, false);
+  user::Key(main(), "Ctrl+Down");  // no shortcut
+  WaitForTick();
+  EXPECT_EQ(Globals::fCursorSize, 42);
+  user::HoldKeys(false, false, false);
+  WaitForTick();
+  EXPECT_EQ(Globals::fCursorSize, 42);
+}

@@ -195,7 +195,12 @@ void Key(Window& window, const std::string& key) {
     QTest::keyClick(target, key[0], Held());
   } else {
     const QKeyCombination keys = QKeySequence(QString::fromStdString(key))[0];
-    QTest::keyClick(target, keys.key(), keys.keyboardModifiers() | Held());
+    for (const bool press : {true, false}) {
+      if (Held() & keys.keyboardModifiers())
+        QTest::simulateEvent(target, press, keys.key(), keys.keyboardModifiers() | Held(), {}, false);
+      else
+        QTest::sendKeyEvent(press ? QTest::Press : QTest::Release, target, keys.key(), {}, keys.keyboardModifiers());
+    }
   }
   ProcessEvents();
 }
