@@ -35,6 +35,8 @@ struct NativeWindow {
   void SetPlace(int left, int top);
   QPoint Place() const;
   void SetMenuBar(platform::MenuBar* menuBar);
+  /// Makes the bar as high as its font needs; the content keeps its size and place.
+  void FitMenuBar();
   int BarHeight() const { return barHeight; }
 
   /// The content got a size: places bar and content, lets the controls follow, tells the window.

@@ -64,6 +64,22 @@ class FrameWidget : public QWidget {
   NativeWindow& native_;
 };
 
+/// The font may change at any time: a platform theme sets its own after the start.
+class BarWidget : public QMenuBar {
+ public:
+  BarWidget(QWidget* parent, NativeWindow& native) : QMenuBar(parent), native_(native) {}
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    QMenuBar::changeEvent(event);
+    if (native_.bar == this && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange))
+      native_.FitMenuBar();
+  }
+
+ private:
+  NativeWindow& native_;
+};
+
 Qt::WindowFlags FlagsOf(const WindowSettings& settings) {
   constexpr Qt::WindowFlags basic =
       Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
@@ -160,6 +176,10 @@ void NativeWindow::SetMenuBar(platform::MenuBar* newBar) {
   const auto actions = frame->actions();
   for (QAction* action : actions) frame->removeAction(action);
   AttachMenus();
+  FitMenuBar();
+}
+
+void NativeWindow::FitMenuBar() {
   const int newHeight = bar ? bar->sizeHint().height() : 0;
   if (newHeight == barHeight) return;
   const QPoint place = Place();
@@ -175,7 +195,7 @@ void NativeWindow::SetMenuBar(platform::MenuBar* newBar) {
 
 void NativeWindow::AttachMenus() {
   if (menuBar) {
-    bar = new QMenuBar(frame.get());
+    bar = new BarWidget(frame.get(), *this);
 #ifndef Q_OS_MACOS
     bar->setNativeMenuBar(false);
 #endif

@@ -85,3 +85,16 @@ TEST_F(MainWindowTest, EveryCaptionIsReadable) {
                                            &c.PB_SaveImage,     &c.PB_close};
   for (RectControl* control : controls) EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
 }
+
+TEST_F(MainWindowTest, TheMenuBarFollowsItsFont) {
+  LoadThree(40, 40);
+  for (const int pixels : {30, 12}) {
+    user::ChangeMenuFont(pixels);
+    EXPECT_TRUE(user::MenuTitlesFit(main())) << pixels;
+    EXPECT_TRUE(user::MenuTitlesFit(overview())) << pixels;
+    EXPECT_EQ(main().Height(), 552);
+    EXPECT_EQ(user::Shot(main())->Height(), 552);
+    user::MouseMove(main().cvTIF, 3, 4);
+    EXPECT_EQ(main().SpeciesLB.Cell(1, Main::kCurColumn).Utf8(), std::to_string(Level(1, 3, 4)));
+  }
+}

@@ -1,14 +1,21 @@
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <QTimer>
 #include <QUrl>
 #include <QWindow>
+#include <algorithm>
 
 #include "platform/widgets/Application.h"
 #include "tests/support/Testing.h"
@@ -194,6 +201,7 @@ void Key(Window& window, const std::string& key) {
   if (key.size() == 1) {
     QTest::keyClick(target, key[0], Held());
   } else {
+    // A modifier that is held already is neither pressed nor released.
     const QKeyCombination keys = QKeySequence(QString::fromStdString(key))[0];
     for (const bool press : {true, false}) {
       if (Held() & keys.keyboardModifiers())
@@ -257,6 +265,41 @@ Rect CellRect(Listbox& list, int row, int column) {
   const QRect rect = table.visualRect(IndexOf(list, row, column)).translated(table.viewport()->pos());
   return {rect.x(), rect.y(), rect.width(), rect.height()};
 }
+
+String TipOf(Listbox& list, int row, int column) {
+  const QString tip = IndexOf(list, row, column).data(Qt::ToolTipRole).toString();
+  return FromQString(QTextDocumentFragment::fromHtml(tip).toPlainText());
+}
+
+double PartAbove(Listbox& list) {
+  const QScrollBar& bar = *TableOf(list).verticalScrollBar();
+  return bar.value() / static_cast<double>(bar.maximum() + bar.pageStep());
+}
+
+String DescriptionOf(RectControl& control) {
+  return FromQString(QAccessible::queryAccessibleInterface(&WidgetOf(control))->text(QAccessible::Description));
+}
+
+bool HasCheckBox(const String& itemName) {
+  return Application::Current()->MenuBar()->Item(itemName).NativeItem().action->isCheckable();
+}
+
+void ChangeMenuFont(int pixels) {
+  QFont font = QApplication::font();
+  font.setPixelSize(pixels);
+  QApplication::setFont(font, "QMenuBar");
+  ProcessEvents();
+}
+
+bool MenuTitlesFit(Window& window) {
+  const QMenuBar& bar = *window.Native().bar;
+  const auto titles = bar.actions();
+  return std::all_of(titles.begin(), titles.end(), [&](QAction* title) {
+    return bar.actionGeometry(title).isValid() && bar.rect().contains(bar.actionGeometry(title));
+  });
+}
+
+String Clipboard() { return FromQString(QGuiApplication::clipboard()->text()); }
 
 std::vector<Rect> TakeRepaints(Canvas& canvas) {
   auto& native = static_cast<NativeCanvas&>(canvas.NeedNative());

@@ -55,6 +55,20 @@ Ref<Picture> Shot(RectControl& control);
 Ref<Picture> Shot(Window& window);
 /// The rectangle of a cell relative to the list.
 Rect CellRect(Listbox& list, int row, int column);
+/// The tool tip of a cell, or empty.
+String TipOf(Listbox& list, int row, int column);
+/// What the scroll bar of the list says: the part of all rows that lies above the first pixel shown.
+double PartAbove(Listbox& list);
+/// How assistive technology describes the control.
+String DescriptionOf(RectControl& control);
+/// Whether the item shows a box for its check mark, checked or not.
+bool HasCheckBox(const String& itemName);
+/// Gives menu bars another font, as a platform theme does.
+void ChangeMenuFont(int pixels);
+/// Whether all titles of the window's menu bar are seen in full.
+bool MenuTitlesFit(Window& window);
+/// The text on the clipboard.
+String Clipboard();
 /// The rectangles that were put on the screen from a canvas since the last call.
 std::vector<Rect> TakeRepaints(Canvas& canvas);
 /// Whether all of a control's caption is visible in its place with its font.
