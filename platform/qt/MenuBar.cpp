@@ -47,8 +47,13 @@ QMenu* NewMenu(const QString& title) {
 
 }  // namespace
 
-MenuItem::MenuItem(const String& name, const String& text, const String& key, bool autoEnable)
-    : name_(name), text_(text), key_(key), autoEnable_(autoEnable), native_(std::make_unique<Native>()) {}
+MenuItem::MenuItem(const String& name, const String& text, const String& key, bool autoEnable, bool checkable)
+    : name_(name),
+      text_(text),
+      key_(key),
+      autoEnable_(autoEnable),
+      checkable_(checkable),
+      native_(std::make_unique<Native>()) {}
 
 MenuItem::~MenuItem() = default;
 
@@ -70,8 +75,8 @@ void ShowState(MenuItem& item) {
   if (item.NativeItem().menu) return;  // a menu can always be opened
   action->setText(WithoutAccessKey(item.Text()));
   action->setEnabled(item.Enabled());
-  if (item.Checked()) action->setCheckable(true);
-  if (action->isCheckable()) action->setChecked(item.Checked());
+  action->setCheckable(item.Checkable());
+  action->setChecked(item.Checked());
 }
 
 MenuBar::MenuBar() : native_(std::make_unique<Native>()) { bars.push_back(native_.get()); }
@@ -83,7 +88,8 @@ MenuBar::~MenuBar() {
 
 void MenuBar::Add(const MenuRow& row) {
   MenuItem* parent = row.parent ? &Item(row.parent) : nullptr;
-  items_.push_back(std::make_unique<MenuItem>(row.name, row.text, row.key ? row.key : "", row.autoEnable));
+  const bool checkable = row.role == MenuRow::Role::Check;
+  items_.push_back(std::make_unique<MenuItem>(row.name, row.text, row.key ? row.key : "", row.autoEnable, checkable));
   MenuItem& item = *items_.back();
   byName_[item.Name()] = &item;
   auto& native = item.NativeItem();

@@ -17,7 +17,7 @@ namespace platform {
 class MenuItem {
  public:
   /// `key` is a shortcut such as "Cmd+N", or empty. Cmd is Ctrl but on a Mac.
-  MenuItem(const String& name, const String& text, const String& key, bool autoEnable);
+  MenuItem(const String& name, const String& text, const String& key, bool autoEnable, bool checkable = false);
   ~MenuItem();
 
   const String& Name() const { return name_; }
@@ -26,6 +26,8 @@ class MenuItem {
   void AutoEnable(bool on) { autoEnable_ = on; }
   String Text() const { return text_; }
   void Text(const String& text);
+  /// Whether the item is of those that can be checked: it shows a box also while it is not.
+  bool Checkable() const { return checkable_; }
   bool Checked() const { return checked_; }
   void Checked(bool checked);
   bool Enabled() const { return enabled_; }
@@ -37,6 +39,7 @@ class MenuItem {
  private:
   String name_, text_, key_;
   bool autoEnable_;
+  bool checkable_;
   bool checked_ = false;
   bool enabled_ = true;
   std::unique_ptr<Native> native_;
@@ -49,7 +52,8 @@ struct MenuRow {
   const char* text;
   const char* key;
   bool autoEnable;
-  enum class Role { Plain, Quit, About } role = Role::Plain;  ///< what the desktop may move to a place of its own
+  /// Quit and About are what the desktop may move to a place of its own.
+  enum class Role { Plain, Check, Quit, About } role = Role::Plain;
 };
 
 class MenuBar {

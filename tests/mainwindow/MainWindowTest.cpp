@@ -86,6 +86,17 @@ TEST_F(MainWindowTest, EveryCaptionIsReadable) {
   for (RectControl* control : controls) EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
 }
 
+TEST_F(MainWindowTest, MenuItemsThatCanBeCheckedLookAlike) {
+  main().Show();
+  for (const bool again : {false, true}) {
+    for (const char* item : {"OptionsRawImage", "OptionsSmooth3", "OptionsSmooth25", "Colorsc1", "Colorsc11",
+                             "Window50", "Window100", "SizeExact"})
+      EXPECT_TRUE(user::HasCheckBox(item)) << item << again;
+    for (const char* item : {"FileSaveImage", "MenuWindowMain"}) EXPECT_FALSE(user::HasCheckBox(item)) << item;
+    for (const char* item : {"Colorsc1", "Window50", "SizeExact"}) user::ChooseMenu(item);
+  }
+}
+
 TEST_F(MainWindowTest, TheMenuBarFollowsItsFont) {
   LoadThree(40, 40);
   for (const int pixels : {30, 12}) {
