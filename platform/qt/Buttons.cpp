@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPushButton>
 
 #include "platform/widgets/Buttons.h"
@@ -15,13 +16,18 @@ namespace {
 constexpr int kButtonBesides = 6;
 constexpr int kCheckBoxBesides = 18;
 
-/// A button of the toolkit that takes the keyboard by Tab only and leaves the arrow keys to the window.
+/// A button of the toolkit that takes the keyboard by Tab only, leaves the arrow keys to the window, and gives the
+/// keyboard back to the window when it is clicked.
 template <class Button>
 class TabButton : public Button {
  public:
   using Button::Button;
 
  protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    this->parentWidget()->setFocus();
+    Button::mousePressEvent(event);
+  }
   void keyPressEvent(QKeyEvent* event) override {
     switch (event->key()) {
       case Qt::Key_Up:

@@ -43,6 +43,7 @@ class CanvasWidget : public QWidget {
   void mousePressEvent(QMouseEvent* event) override {
     const QPoint at = PixelOf(event->position());
     if (event->button() != Qt::LeftButton || !rect().contains(at)) return;
+    native_.window.content->setFocus();
     native_.dragging = native_.Ask(native_.canvas.MouseDown, at.x(), at.y());
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }

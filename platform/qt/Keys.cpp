@@ -42,6 +42,7 @@ bool NativeWindow::KeyDown(QKeyEvent& key) {
       static_cast<QAbstractButton&>(*button->widget).click();
       return true;
     }
+  if (key.key() == Qt::Key_Escape) content->setFocus();
   const String text = KeyText(key);
   if (text.Empty()) return false;
   bool used = false;

@@ -71,6 +71,7 @@ class View : public QTableView {
         pressedBox_ = index;
         return;
       }
+    walked_ = false;
     }
     passesClick_ = true;
     QTableView::mousePressEvent(event);
@@ -106,7 +107,10 @@ class View : public QTableView {
     QTableView::focusInEvent(event);
     native_.Raise(native_.list.GotFocus);
     const bool forward = event->reason() == Qt::TabFocusReason;
-    if (!hasFocus() && (forward || event->reason() == Qt::BacktabFocusReason)) PassOn(forward);
+    const bool byKey = forward || event->reason() == Qt::BacktabFocusReason;
+    walked_ |= byKey;
+    native_.Raise(native_.list.GotFocus);
+    if (!hasFocus() && byKey) PassOn(forward);
   }
   void resizeEvent(QResizeEvent* event) override {
     QTableView::resizeEvent(event);
@@ -114,6 +118,9 @@ class View : public QTableView {
   }
   void showEvent(QShowEvent* event) override {
     QTableView::showEvent(event);
+    // To copy is a command of the menu. The arrows are the window's unless they choose rows or the user walks by keys.
+    const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (event->matches(QKeySequence::Copy) || (arrow && !walked_ && !native_.list.Change)) return event->ignore();
     if (native_.wantedTop >= 0) native_.list.ScrollPosition(native_.wantedTop);
   }
   void paintEvent(QPaintEvent* event) override {
@@ -153,6 +160,7 @@ class Header : public QHeaderView {
   }
 
  private:
+  bool walked_ = false;       ///< the keyboard came by Tab, and no press of the mouse followed
   NativeListbox& native_;
 };
 

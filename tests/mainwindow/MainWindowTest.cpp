@@ -86,6 +86,15 @@ TEST_F(MainWindowTest, EveryCaptionIsReadable) {
   for (RectControl* control : controls) EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
 }
 
+TEST_F(MainWindowTest, ThePhasesListLeavesTheArrowsToTheMap) {
+  LoadThree(40, 40);
+  user::ClickCell(main().LB_Phases, 0, 4, 5, 5);
+  for (const int row : {1, 2, 0}) {
+    user::Key(main(), "Down");
+    EXPECT_EQ(main().SelectedRow, row);
+  }
+}
+
 TEST_F(MainWindowTest, MenuItemsThatCanBeCheckedLookAlike) {
   main().Show();
   for (const bool again : {false, true}) {

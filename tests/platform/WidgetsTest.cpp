@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <functional>
 #include <stdexcept>
 #include <thread>
 
@@ -297,6 +298,35 @@ TEST_F(Widgets, AListKeepsChecksAndTagsWithTheirRowsWhenSorted) {
   user::EditCell(list, 0, 2, "olivine");
   EXPECT_TRUE(list.Cell(0, 2).Identical("olivine"));
   EXPECT_EQ(actions, 33);
+}
+
+TEST_F(Widgets, AListUsesNoKeysThatItHasNoUseFor) {
+  Listbox& list = board.list;
+  list.Setup({.columnWidths = "40,*", .headings = {"Edit", "Name"}});
+  list.ColumnType(1, Listbox::kTypeEditable);
+  for (const char* row : {"1", "2"}) list.AddRow(row);
+  user::EditCell(list, 0, 1, "olivine");
+  user::ClickCell(list, 0, 0, 5, 5);
+  for (const char* key : {"Down", "Down", "Up", "Up"}) user::Key(board, key);
+  EXPECT_EQ(board.keys, (std::vector<int>{31, 31, 30, 30})) << "a click gives the arrows no use";
+  user::Key(board, "Ctrl+C");
+  EXPECT_TRUE(user::Clipboard().Empty());
+
+  // Who comes by Tab walks through the rows, and leaves by a key or the mouse.
+  const std::function<void()> ways[] = {[&] { user::Key(board, "Escape"); }, [&] { user::Click(board.canvas, 5, 5); },
+                                        [&] { user::Click(board.save); }};
+  for (const auto& leave : ways) {
+    board.SetFocus();
+    for (const char* key : {"Tab", "Up", "Down"}) user::Key(board, key);
+    leave();
+    board.keys.clear();
+    for (const char* key : {"Down", "Up"}) user::Key(board, key);
+    EXPECT_EQ(board.keys, (std::vector<int>{31, 30}));
+  }
+  list.Change = [] {};  // a list whose selection matters keeps its arrows
+  user::ClickCell(list, 0, 0, 5, 5);
+  user::Key(board, "Down");
+  EXPECT_TRUE(list.Selected(1));
 }
 
 TEST_F(Widgets, InputsRaiseWhatTheirContractSays) {
