@@ -88,6 +88,7 @@ bool Main::Event_KeyDown(const String& key) {
   const int count = SpeciesLB.ListCount();
   const int next = code == kDown ? SelectedRow + 1 : SelectedRow + count - 1;
   SelectSpecies(count == 0 ? next : next % count);
+  SpeciesLB.Reveal(SelectedRow);
   return false;
 }
 
@@ -96,7 +97,6 @@ void Main::SelectSpecies(std::int32_t species) {
   SelectedRow = species;
   SpeciesLB.InvalidateCell(SelectedRow, -1);
   SpeciesLB.InvalidateCell(old, -1);
-  SpeciesLB.Reveal(SelectedRow);
   Update_cvTIF();
 }
 

@@ -80,7 +80,9 @@ class View : public QTableView {
     if (passesClick_) QTableView::mouseMoveEvent(event);
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
+        setAutoScroll(false);  // the box must stay under the pointer
     const QPersistentModelIndex pressed = pressedBox_;
+        setAutoScroll(true);
     pressedBox_ = QPersistentModelIndex();
     const bool passes = passesClick_;
     passesClick_ = false;
@@ -212,6 +214,8 @@ NativeListbox::~NativeListbox() {
   selectionSettles = true;
   delete widget;
 }
+  view->setVerticalScrollMode(
+      QAbstractItemView::ScrollPerPixel);  // by rows the bar's end may be a pixel from its start
 
 void NativeListbox::Refresh() {
   view->visualRect(model->index(0, 0));    // lets a layout that waits take place

@@ -86,6 +86,21 @@ TEST_F(MainWindowTest, EveryCaptionIsReadable) {
   for (RectControl* control : controls) EXPECT_TRUE(user::CaptionFits(*control)) << control->Name().Utf8();
 }
 
+TEST_F(MainWindowTest, OnlyKeysAndALoadScrollTheSpeciesList) {
+  LoadThree(40, 40);
+  Main& m = main();
+  const auto third = [&] { return user::CellRect(m.SpeciesLB, 2, Main::kSpeciesColumn); };
+  const Rect cell = third();
+  ASSERT_GT(cell.y + cell.height, m.SpeciesLB.Height()) << "the row is seen in part";
+  user::Click(m.SpeciesLB, cell.x + 20, cell.y + 8);
+  EXPECT_EQ(m.SelectedRow, 2);
+  EXPECT_EQ(third(), cell);
+  user::Key(m, "Down");
+  user::Key(m, "Up");
+  EXPECT_EQ(m.SelectedRow, 2);
+  EXPECT_LT(third().y, cell.y);
+}
+
 TEST_F(MainWindowTest, ThePhasesListLeavesTheArrowsToTheMap) {
   LoadThree(40, 40);
   user::ClickCell(main().LB_Phases, 0, 4, 5, 5);

@@ -329,6 +329,30 @@ TEST_F(Widgets, AListUsesNoKeysThatItHasNoUseFor) {
   EXPECT_TRUE(list.Selected(1));
 }
 
+TEST_F(Widgets, AListDoesNotScrollUnderThePointer) {
+  Listbox& list = board.list;
+  list.Setup({.columnWidths = "40,*", .headings = {"Show", "Name"}});
+  list.ColumnType(0, Listbox::kTypeCheckBox);
+  for (int row = 0; row < 20; ++row) list.AddRow("");
+  const int lowest = (list.Height() - 1 - user::CellRect(list, 0, 0).y) / 20;
+  const Rect cell = user::CellRect(list, lowest, 0);
+  ASSERT_GT(cell.y + cell.height, list.Height());
+  user::Click(list, cell.x + 10, cell.y + 5);
+  EXPECT_TRUE(list.CellCheck(lowest, 0));
+  EXPECT_EQ(user::CellRect(list, lowest, 0), cell);
+}
+
+TEST_F(Widgets, TheScrollBarOfAListStandsWhereTheListDoes) {
+  Listbox& list = board.list;
+  list.Setup({.columnWidths = "*", .headings = {"Name"}, .defaultRowHeight = 45});
+  for (int row = 0; row < 3; ++row) list.AddRow("");
+  const int top = user::CellRect(list, 0, 0).y;
+  list.Reveal(2);
+  const int above = top - user::CellRect(list, 0, 0).y;
+  EXPECT_GT(above, 0);
+  EXPECT_NEAR(user::PartAbove(list), above / (3 * 45.0), 0.01);
+}
+
 TEST_F(Widgets, InputsRaiseWhatTheirContractSays) {
   int changes = 0;
   board.menu.Change = board.slider.ValueChanged = board.check.Action = [&] { ++changes; };
