@@ -23,6 +23,8 @@ constexpr Color kSelection = 0xCDE4FF;
 constexpr Color kGrid = 0xD8D8D8;
 constexpr Color kFocus = 0x5C9BD6;
 
+constexpr Color kHint = 0x707070;
+constexpr Color kFrame = 0xB4B4B4;
 /// Darkens the pixels by a colour, so that what was painted behind the text stays to be seen.
 void Tint(PlaneView<Color> pixels, Color tint) {
   const auto times = [](int a, int b) { return a * b / 255; };
@@ -56,6 +58,15 @@ class View : public QTableView {
 
  protected:
   void mousePressEvent(QMouseEvent* event) override {
+  /// Paints the frame in rectangles. At a fractional display scale the toolkit's own lines may lie outside the clip.
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::Paint) return QTableView::event(event);
+    QPainter painter(this);
+    for (const QRect& side : {QRect(0, 0, width(), 1), QRect(0, height() - 1, width(), 1), QRect(0, 0, 1, height()),
+                              QRect(width() - 1, 0, 1, height())})
+      painter.fillRect(side, ToQColor(kFrame));
+    return true;
+  }
     const QPoint at = PixelOf(event->position());
     const QModelIndex index = indexAt(at);
     pressedBox_ = QPersistentModelIndex();
@@ -200,10 +211,7 @@ NativeListbox::NativeListbox(NativeWindow& owner, Listbox& control)
   view->setFrameShape(QFrame::Box);
   view->setFrameShadow(QFrame::Plain);
   view->setLineWidth(1);
-  QPalette palette = BlackOnWhite(view->palette());
-  view->setPalette(palette);
-  palette.setColor(QPalette::WindowText, QColor(180, 180, 180));
-  view->setPalette(palette);
+  view->setPalette(BlackOnWhite(view->palette()));
   QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, view, [this] {
     if (!selectionSettles) ChangeSelection([] {});
   });

@@ -1,6 +1,7 @@
 // Layout of Main, species list, keys.
 
 #include "mainwindow/CursorGeometry.h"
+#include "platform/values/Numbers.h"
 #include "tests/support/WindowsFixture.h"
 
 using namespace platform;
@@ -131,5 +132,22 @@ TEST_F(MainWindowTest, TheMenuBarFollowsItsFont) {
     EXPECT_EQ(user::Shot(main())->Height(), 552);
     user::MouseMove(main().cvTIF, 3, 4);
     EXPECT_EQ(main().SpeciesLB.Cell(1, Main::kCurColumn).Utf8(), std::to_string(Level(1, 3, 4)));
+  }
+}
+
+TEST_F(MainWindowTest, ListsHaveAFrameOnAllSides) {
+  LoadThree(40, 40);
+  const auto shot = user::Shot(main());
+  const double scale = shot->Height() / static_cast<double>(main().Height());
+  const auto pixel = [&](double x, double y) {
+    return shot->RGBSurface().Pixel(static_cast<int>(Round(x * scale)), static_cast<int>(Round(y * scale)));
+  };
+  for (const Listbox* list : {&main().SpeciesLB, &main().LB_Phases}) {
+    const int left = list->Left(), top = list->Top(), right = left + list->Width(), bottom = top + list->Height();
+    const Color frame = pixel(left + 20, top);
+    EXPECT_NE(frame, kWhite);
+    EXPECT_EQ(pixel(left + 20, bottom - 1 / scale), frame);
+    EXPECT_EQ(pixel(left, top + 60), frame);
+    EXPECT_EQ(pixel(right - 1 / scale, top + 60), frame);
   }
 }
