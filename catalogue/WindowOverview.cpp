@@ -30,7 +30,8 @@ void WindowOverview::CreateControls() {
   });
   ListBox1.Setup({.columnWidths = "0,200,*",
                   .headings = {"x", "File/Cluster Name", "Species Contained"},
-                  .multipleSelection = true});
+                  .multipleSelection = true,
+                  .hint = "Drop the maps of one field of view here"});
   PBdeleteselection.Enabled(false);
   CBnoSpeciesExtensions.Enabled(false);
   STredmissing.Visible(false);
@@ -40,6 +41,7 @@ void WindowOverview::CreateControls() {
   ListBox1.HeaderPressed = Handler(this, &WindowOverview::ListBox1_HeaderPressed);
   ListBox1.CellTextPaint = Handler(this, &WindowOverview::ListBox1_CellTextPaint);
   ListBox1.CellBackgroundPaint = Handler(this, &WindowOverview::ListBox1_CellBackgroundPaint);
+  ListBox1.CellTip = Handler(this, &WindowOverview::ListBox1_CellTip);
   ListBox1.CellAction = Handler(this, &WindowOverview::ListBox1_CellAction);
   PBdeleteselection.Action = Handler(this, &WindowOverview::PBdeleteselection_Action);
   CBnoSpeciesExtensions.Action = Handler(this, &WindowOverview::CBnoSpeciesExtensions_Action);
@@ -106,6 +108,16 @@ bool WindowOverview::ListBox1_CellTextPaint(Graphics& g, int row, int column, in
     }
   }
   return true;
+}
+
+std::optional<String> WindowOverview::ListBox1_CellTip(int row, int column) {
+  if (column != kSpecies) return std::nullopt;
+  if (row > Globals::oooSpeciesExist.Ubound(1)) return String();
+  Array<String> present, missing;
+  for (int i = 0; i <= Globals::oooShortSpeciesNames.Ubound(); ++i)
+    (Globals::oooSpeciesExist(row, i) ? present : missing).Append(Globals::oooShortSpeciesNames(i));
+  const String tip = "Present: " + Join(present, ", ");
+  return missing.Empty() ? tip : tip + EndOfLine() + "Missing: " + Join(missing, ", ");
 }
 
 bool WindowOverview::ListBox1_CellBackgroundPaint(Graphics& g, int row, int column) {

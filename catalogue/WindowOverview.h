@@ -59,6 +59,7 @@ class WindowOverview : public platform::SingletonWindow<WindowOverview> {
   void ListBox1_Change();
   bool ListBox1_HeaderPressed(int column);
   bool ListBox1_CellTextPaint(platform::Graphics& g, int row, int column, int x, int y);
+  std::optional<platform::String> ListBox1_CellTip(int row, int column);
   bool ListBox1_CellBackgroundPaint(platform::Graphics& g, int row, int column);
   void ListBox1_CellAction(int row, int column);
   void PBdeleteselection_Action();

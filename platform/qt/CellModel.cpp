@@ -29,6 +29,7 @@ QVariant CellModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount()) return {};
   const Cell& cell = rows_[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
   const Column& column = columns_[static_cast<std::size_t>(index.column())];
+  if (role == Qt::ToolTipRole) return owner_.Tip(index.row(), index.column());
   if (role == Qt::DisplayRole || role == Qt::EditRole) return ToQString(cell.text);
   if (role == Qt::CheckStateRole && column.type == Listbox::kTypeCheckBox)
     return static_cast<int>(cell.checked ? Qt::Checked : Qt::Unchecked);

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QStyleOptionButton>
 #include <QStyledItemDelegate>
+#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 
@@ -22,9 +23,9 @@ constexpr int kIndicatorSize = 13;
 constexpr Color kSelection = 0xCDE4FF;
 constexpr Color kGrid = 0xD8D8D8;
 constexpr Color kFocus = 0x5C9BD6;
-
 constexpr Color kHint = 0x707070;
 constexpr Color kFrame = 0xB4B4B4;
+
 /// Darkens the pixels by a colour, so that what was painted behind the text stays to be seen.
 void Tint(PlaneView<Color> pixels, Color tint) {
   const auto times = [](int a, int b) { return a * b / 255; };
@@ -57,7 +58,6 @@ class View : public QTableView {
   View(QWidget* parent, NativeListbox& native) : QTableView(parent), native_(native) {}
 
  protected:
-  void mousePressEvent(QMouseEvent* event) override {
   /// Paints the frame in rectangles. At a fractional display scale the toolkit's own lines may lie outside the clip.
   bool event(QEvent* event) override {
     if (event->type() != QEvent::Paint) return QTableView::event(event);
@@ -67,9 +67,11 @@ class View : public QTableView {
       painter.fillRect(side, ToQColor(kFrame));
     return true;
   }
+  void mousePressEvent(QMouseEvent* event) override {
     const QPoint at = PixelOf(event->position());
     const QModelIndex index = indexAt(at);
     pressedBox_ = QPersistentModelIndex();
+    walked_ = false;
     if (event->button() != Qt::LeftButton) return;
     if (!index.isValid() && selectionMode() == QAbstractItemView::SingleSelection) return clearSelection();
     if (index.isValid()) {
@@ -78,11 +80,12 @@ class View : public QTableView {
       if (native_.Ask(native_.list.CellClick, row, column, at.x() - corner.x(), at.y() - corner.y())) return;
       if (!index.model() || row >= model()->rowCount()) return;  // the handler took rows away
       if (native_.IsCheckBox(column) && native_.IndicatorRect(index).contains(at)) {
+        setAutoScroll(false);  // the box must stay under the pointer
         selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+        setAutoScroll(true);
         pressedBox_ = index;
         return;
       }
-    walked_ = false;
     }
     passesClick_ = true;
     QTableView::mousePressEvent(event);
@@ -91,9 +94,7 @@ class View : public QTableView {
     if (passesClick_) QTableView::mouseMoveEvent(event);
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
-        setAutoScroll(false);  // the box must stay under the pointer
     const QPersistentModelIndex pressed = pressedBox_;
-        setAutoScroll(true);
     pressedBox_ = QPersistentModelIndex();
     const bool passes = passesClick_;
     passesClick_ = false;
@@ -114,11 +115,13 @@ class View : public QTableView {
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Space && currentIndex().isValid() && native_.IsCheckBox(currentIndex().column()))
       return native_.Toggle(currentIndex());
+    // To copy is a command of the menu. The arrows are the window's unless they choose rows or the user walks by keys.
+    const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (event->matches(QKeySequence::Copy) || (arrow && !walked_ && !native_.list.Change)) return event->ignore();
     QTableView::keyPressEvent(event);
   }
   void focusInEvent(QFocusEvent* event) override {
     QTableView::focusInEvent(event);
-    native_.Raise(native_.list.GotFocus);
     const bool forward = event->reason() == Qt::TabFocusReason;
     const bool byKey = forward || event->reason() == Qt::BacktabFocusReason;
     walked_ |= byKey;
@@ -131,14 +134,15 @@ class View : public QTableView {
   }
   void showEvent(QShowEvent* event) override {
     QTableView::showEvent(event);
-    // To copy is a command of the menu. The arrows are the window's unless they choose rows or the user walks by keys.
-    const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
-    if (event->matches(QKeySequence::Copy) || (arrow && !walked_ && !native_.list.Change)) return event->ignore();
     if (native_.wantedTop >= 0) native_.list.ScrollPosition(native_.wantedTop);
   }
   void paintEvent(QPaintEvent* event) override {
     const PaintScope scope;
     QTableView::paintEvent(event);
+    if (model()->rowCount() > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(ToQColor(kHint));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, ToQString(native_.settings.hint));
   }
 
  private:
@@ -156,6 +160,7 @@ class View : public QTableView {
   NativeListbox& native_;
   QPersistentModelIndex pressedBox_;
   bool passesClick_ = false;  ///< the click is the toolkit's
+  bool walked_ = false;       ///< the keyboard came by Tab, and no press of the mouse followed
 };
 
 class Header : public QHeaderView {
@@ -173,9 +178,15 @@ class Header : public QHeaderView {
   }
 
  private:
-  bool walked_ = false;       ///< the keyboard came by Tab, and no press of the mouse followed
   NativeListbox& native_;
 };
+
+/// The font of a surface's text.
+QFont CellFont() {
+  QFont font = SystemFont(TextFont::System);
+  font.setPixelSize(Graphics().TextSize);
+  return font;
+}
 
 QPalette BlackOnWhite(QPalette palette) {
   palette.setColor(QPalette::Base, Qt::white);
@@ -203,6 +214,8 @@ NativeListbox::NativeListbox(NativeWindow& owner, Listbox& control)
   view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   view->verticalHeader()->setMinimumSectionSize(1);
   view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  view->setVerticalScrollMode(
+      QAbstractItemView::ScrollPerPixel);  // by rows the bar's end may be a pixel from its start
   view->setSelectionBehavior(QAbstractItemView::SelectRows);
   view->setCornerButtonEnabled(false);
   view->setWordWrap(false);
@@ -215,6 +228,8 @@ NativeListbox::NativeListbox(NativeWindow& owner, Listbox& control)
   QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, view, [this] {
     if (!selectionSettles) ChangeSelection([] {});
   });
+  for (const auto change : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+    QObject::connect(model.get(), change, view, [this] { SyncHint(); });
   Setup({});
 }
 
@@ -222,8 +237,6 @@ NativeListbox::~NativeListbox() {
   selectionSettles = true;
   delete widget;
 }
-  view->setVerticalScrollMode(
-      QAbstractItemView::ScrollPerPixel);  // by rows the bar's end may be a pixel from its start
 
 void NativeListbox::Refresh() {
   view->visualRect(model->index(0, 0));    // lets a layout that waits take place
@@ -248,6 +261,11 @@ void NativeListbox::Setup(const ListboxSettings& wanted) {
   view->setSelectionMode(wanted.multipleSelection ? QAbstractItemView::ExtendedSelection
                                                   : QAbstractItemView::SingleSelection);
   FitColumns();
+  SyncHint();
+}
+
+void NativeListbox::SyncHint() {
+  view->setAccessibleDescription(model->rowCount() == 0 ? ToQString(settings.hint) : QString());
 }
 
 void NativeListbox::FitColumns() {
@@ -296,6 +314,22 @@ QRect NativeListbox::IndicatorRect(const QModelIndex& index) const {
   return {cell.x() + kMargin, cell.y() + (cell.height() - kIndicatorSize) / 2, kIndicatorSize, kIndicatorSize};
 }
 
+int NativeListbox::TextLeft(int column) const {
+  return IsCheckBox(column) ? kMargin + kIndicatorSize + kMargin : kMargin;
+}
+
+QString NativeListbox::Tip(int row, int column) {
+  std::optional<String> tip;
+  if (list.CellTip && !WindowClosed()) Dispatch([&] { tip = list.CellTip(row, column); });
+  if (!tip) {
+    const QString text = ToQString(model->At(row, column).text);
+    const double room = view->columnWidth(column) - TextLeft(column) - kMargin / 2;
+    if (!view->isColumnHidden(column) && QFontMetricsF(CellFont()).horizontalAdvance(text) > room)
+      tip = FromQString(text);
+  }
+  return tip && !tip->Empty() ? Qt::convertFromPlainText(ToQString(*tip), Qt::WhiteSpaceNormal) : QString();
+}
+
 void NativeListbox::Toggle(const QModelIndex& index) {
   const bool checked = model->At(index.row(), index.column()).checked;
   model->setData(index, static_cast<int>(checked ? Qt::Unchecked : Qt::Checked), Qt::CheckStateRole);
@@ -317,7 +351,7 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
   Ask(list.CellBackgroundPaint, behind, row, column);
   if (selected) Tint(pixels, kSelection);
 
-  int textLeft = kMargin;
+  const int textLeft = TextLeft(column);
   if (IsCheckBox(column)) {
     QPainter box(&image);
     box.scale(ratio, ratio);
@@ -327,21 +361,20 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
     option.state = QStyle::State_Enabled;
     option.state |= model->At(row, column).checked ? QStyle::State_On : QStyle::State_Off;
     view->style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &box, view);
-    textLeft += kIndicatorSize + kMargin;
   }
 
   // The handler may take its own steps with the surface; the default text gets another one.
   const String text = model->At(row, column).text;
   Graphics g(pixels, ratio, width, height);
   const QString whole = ToQString(text);
-  QFont font = SystemFont(TextFont::System);
-  font.setPixelSize(g.TextSize);
-  const QFontMetricsF metrics(font);
+  const QFontMetricsF metrics(CellFont());
   const int alignment = model->ColumnAt(column).alignment;
   const auto textX = [&](double textWidth) {
-    if (alignment == Listbox::kAlignRight) return width - kMargin - static_cast<int>(std::ceil(textWidth));
+    // A text too wide for the cell keeps its beginning.
+    const int textWide = static_cast<int>(std::ceil(textWidth));
+    if (alignment == Listbox::kAlignRight) return std::max(0, width - kMargin - textWide);
     if (alignment == Listbox::kAlignCenter)
-      return textLeft - kMargin + (width - textLeft + kMargin - static_cast<int>(std::ceil(textWidth))) / 2;
+      return std::max(textLeft, textLeft - kMargin + (width - textLeft + kMargin - textWide) / 2);
     return textLeft;
   };
   const int y = static_cast<int>(std::lround((height + metrics.ascent() - metrics.descent()) / 2));

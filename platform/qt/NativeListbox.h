@@ -64,6 +64,12 @@ struct NativeListbox : NativeControl {
   std::vector<int> SelectedRows() const;
   /// Makes the change, then raises Change if other rows are selected than before.
   void ChangeSelection(const std::function<void()>& change);
+  /// Describes an empty list by its hint.
+  void SyncHint();
+  /// Where a cell's text begins in the cell.
+  int TextLeft(int column) const;
+  /// The tool tip of a cell as rich text, or empty.
+  QString Tip(int row, int column);
   QRect IndicatorRect(const QModelIndex& index) const;
   bool IsCheckBox(int column) const;
   void Toggle(const QModelIndex& index);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "platform/widgets/Control.h"
@@ -14,6 +15,7 @@ struct ListboxSettings {
   int defaultRowHeight = 20;
   bool gridLines = false;  ///< in both directions
   bool multipleSelection = false;
+  String hint{};  ///< shown in the list, and described to assistive technology, while it has no rows
 };
 
 /// Rows of cells of text. Rows and columns are counted from 0; one out of range throws OutOfBoundsException. The
@@ -59,6 +61,9 @@ class Listbox : public RectControl {
   std::function<bool(Graphics& g, int row, int column, int x, int y)> CellTextPaint;
   /// Draw behind the text. The origin of `g` is the cell's corner, its size the cell's.
   std::function<bool(Graphics& g, int row, int column)> CellBackgroundPaint;
+  /// The tool tip of a cell. Without the handler, or where it returns none, the tip is the cell's text if that does not
+  /// fit into the cell.
+  std::function<std::optional<String>(int row, int column)> CellTip;
   /// The selection changed.
   std::function<void()> Change;
   /// The user pressed a heading. True stops the list's own sort. Headings can be pressed only where this is set.

@@ -72,3 +72,31 @@ TEST_F(OverviewTest, ShortSpeciesNamesUniteNumberedOnes) {
   EXPECT_TRUE(main().TIFready);
   EXPECT_TRUE(messages.empty());
 }
+
+TEST_F(OverviewTest, TipsTellPresentAndMissingSpeciesApart) {
+  Drop({Map("a_Fe.tif"), Map("a_Mg.tif")});
+  EXPECT_EQ(user::TipOf(overview().ListBox1, 0, WindowOverview::kSpecies).Utf8(), "Present: Fe, Mg");
+  Drop({Map("b_Ca.tif"), Map("b_Fe.tif")});
+  EXPECT_EQ(user::TipOf(overview().ListBox1, 1, WindowOverview::kSpecies).Utf8(), "Present: Ca, Fe\nMissing: Mg");
+  EXPECT_EQ(user::TipOf(overview().ListBox1, 1, WindowOverview::kCluster).Utf8(), "");
+}
+
+TEST_F(OverviewTest, TheEmptyListSaysWhatToDo) {
+  const std::string hint = "Drop the maps of one field of view here";
+  const auto grey = [&] {
+    const auto shot = user::Shot(overview().ListBox1);
+    int dark = 0;
+    for (int x = 100; x < 500; ++x)
+      for (int y = 180; y < 250; ++y) dark += shot->RGBSurface().Pixel(x, y) != kWhite;
+    return dark > 50;
+  };
+  EXPECT_TRUE(grey());
+  EXPECT_EQ(user::DescriptionOf(overview().ListBox1).Utf8(), hint);
+  Drop({Map("a_Fe.tif"), Map("a_Mg.tif")});
+  EXPECT_FALSE(grey());
+  EXPECT_EQ(user::DescriptionOf(overview().ListBox1).Utf8(), "");
+  overview().ListBox1.Selected(0, true);
+  user::Click(overview().PBdeleteselection);
+  EXPECT_TRUE(grey());
+  EXPECT_EQ(user::DescriptionOf(overview().ListBox1).Utf8(), hint);
+}

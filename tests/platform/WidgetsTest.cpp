@@ -353,6 +353,28 @@ TEST_F(Widgets, TheScrollBarOfAListStandsWhereTheListDoes) {
   EXPECT_NEAR(user::PartAbove(list), above / (3 * 45.0), 0.01);
 }
 
+TEST_F(Widgets, ATextTooLongForItsCellKeepsItsBeginningAndHasATip) {
+  Listbox& list = board.list;
+  list.Setup({.columnWidths = "60,60,*", .headings = {"a", "b", "c"}});
+  list.ColumnAlignment(0, Listbox::kAlignCenter);
+  list.ColumnAlignment(1, Listbox::kAlignRight);
+  const String name = "chromium <b> counts of the second run";
+  list.AddRow(name);
+  list.Cell(0, 1, name);
+  list.Cell(0, 2, "short");
+  int calls = 0;
+  list.CellTextPaint = [&](Graphics&, int, int column, int x, int) {
+    ++calls;
+    EXPECT_GE(x, column == 1 ? 0 : 4) << column;
+    return true;
+  };
+  (void)user::Shot(list);
+  EXPECT_GE(calls, 3);
+  EXPECT_EQ(user::TipOf(list, 0, 0).Utf8(), name.Utf8());
+  EXPECT_EQ(user::TipOf(list, 0, 1).Utf8(), name.Utf8());
+  EXPECT_EQ(user::TipOf(list, 0, 2).Utf8(), "");
+}
+
 TEST_F(Widgets, InputsRaiseWhatTheirContractSays) {
   int changes = 0;
   board.menu.Change = board.slider.ValueChanged = board.check.Action = [&] { ++changes; };

@@ -18,6 +18,7 @@
 #include <QSlider>
 #include <QStyleOptionButton>
 #include <QTableView>
+#include <QTextDocumentFragment>
 #include <QWindow>
 #include <cmath>
 #include <map>
@@ -349,7 +350,8 @@ class WindowWriter {
         cell = WriteCell(view, index, own, grounds, shapes);
       else if (!own.isEmpty())
         cell = Quoted(own) + " unseen";
-      if (const QString tip = index.data(Qt::ToolTipRole).toString(); !tip.isEmpty()) cell += " tip " + Quoted(tip);
+      const QString tip = QTextDocumentFragment::fromHtml(index.data(Qt::ToolTipRole).toString()).toPlainText();
+      if (!tip.isEmpty()) cell += " tip " + Quoted(tip);
       if (!cell.empty()) text += "; " + std::to_string(column) + ": " + cell;
     }
     std::string ground;
