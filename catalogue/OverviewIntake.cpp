@@ -7,6 +7,7 @@
 #include "catalogue/SpeciesNames.h"
 #include "catalogue/WindowOverview.h"
 #include "platform/widgets/Dialogs.h"
+#include "platform/values/ErrorLine.h"
 
 using namespace platform;
 
@@ -30,11 +31,22 @@ void WindowOverview::AddCluster(const String& name) {
 
 void WindowOverview::Event_DropObject(DragItem& items, int /*action*/) {
   Array<Ref<FolderItem>> files;
+  std::string unreadable;
   do {
-    if (items.FolderItemAvailable() && items.FolderItem()->IsReadable()) files.Append(items.FolderItem());
+    if (!items.FolderItemAvailable()) continue;
+    const FolderItem& file = *items.FolderItem();
+    const String why = file.WhyNotReadable();
+    if (why.Empty()) {
+      files.Append(items.FolderItem());
+    } else {
+      unreadable = file.Path().string() + ": " + why.Utf8();
+      WriteErrorLine(unreadable);
+    }
   } while (items.NextItem());
 
-  // A drop without a readable file has no first entry: the access fails here, with nothing added.
+  if (files.Ubound() < 0)
+    throw OutOfBoundsException("Nothing that was dropped can be read. " + unreadable +
+                               ". Drop image or .xray files that you are allowed to read.");
   const bool mapFiles = Globals::IsXrayFile(files(0));
   for (const Ref<FolderItem>& file : files) {
     if (Globals::IsXrayFile(file) != mapFiles) {

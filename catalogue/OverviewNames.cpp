@@ -17,6 +17,10 @@ Array<String> WindowOverview::SpeciesOfCluster(int row) {
   Array<String> shorts;
   if (Globals::IsXrayFile(files(row, 0))) {
     Ref<BinaryStream> stream = files(row, 0)->OpenAsBinaryFile(false);
+    if (!stream)
+      ThrowNil((files(row, 0)->Path().string() + " cannot be opened: " + files(row, 0)->WhyNotReadable().Utf8() +
+                ". Put the file back or delete its row.")
+                   .c_str());
     const std::int32_t count = Globals::ReadXrayGetNbImages(stream, false);
     for (std::int32_t i = 1; i <= count; ++i) shorts.Append(Globals::ReadXrayGetImageName(stream, i));
     stream->Close();

@@ -42,7 +42,7 @@ void WindowRGB::LoadData() {
     RGBready = true;
     UpdateRGB();
   } catch (...) {
-    MsgBox("exception in open");
+    ReportFailure("exception in open", "LoadData, cluster " + Main::Instance().FrameName);
   }
 }
 
@@ -64,6 +64,6 @@ void WindowRGB::UpdateRGB() {
     MixPlanes(planes, curves, isRGB, RGBrgbsurface.Pixels());
     Canvas1.Refresh(true);
   } catch (...) {
-    MsgBox("exception in updatergb");
+    ReportFailure("exception in updatergb", "UpdateRGB, cluster " + Main::Instance().FrameName);
   }
 }

@@ -239,7 +239,8 @@ class Main : public platform::SingletonWindow<Main> {
   void ResizeStack(int species);
   void FillSpeciesRows(int species);
   platform::PictureSequence OpenOthers(const ClusterFiles& files, int first) const;
-  bool LoadPictures(int first, const platform::Ref<platform::Picture>& opened, platform::PictureSequence& others);
+  bool LoadPictures(const ClusterFiles& files, int first, const platform::Ref<platform::Picture>& opened,
+                    platform::PictureSequence& others);
 
   void ShowLoadedSpecies(std::int32_t species);
   /// Smooths as many species of the walk as there are cores, from a step on; returns the step behind the last one.

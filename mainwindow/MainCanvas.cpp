@@ -38,7 +38,8 @@ void Main::cvTIF_Paint(Graphics& g) {
       SpeciesName.Text(" ");
     }
   } catch (...) {
-    MsgBox("Something really bad happened in cvTIF.paint, but I dont know what.");
+    ReportFailure("Something really bad happened in cvTIF.paint, but I dont know what.",
+                  "cvTIF_Paint, species " + Str(SelectedRow));
   }
 }
 

@@ -61,7 +61,8 @@ bool Main::SpeciesLB_CellTextPaint(Graphics& g, int row, int column, int x, int 
     g.DrawString(SpeciesLB.Cell(row, column), x, y);
     return true;
   } catch (...) {
-    MsgBox("Error in celltextpaint." + EndOfLine() + "Row=" + Str(row) + " TIFubound=" + Str(TIFubound()));
+    ReportFailure("Error in celltextpaint." + EndOfLine() + "Row=" + Str(row) + " TIFubound=" + Str(TIFubound()),
+                  "SpeciesLB_CellTextPaint, row " + Str(row) + ", column " + Str(column));
     return false;
   }
 }
@@ -83,7 +84,8 @@ bool Main::SpeciesLB_CellBackgroundPaint(Graphics& g, int row, int column) {
       g.DrawString(column == kRColumn ? "R" : "M", 6, kStripTop + 15);
     }
   } catch (...) {
-    MsgBox("Something really bad happened in cellbackgroundpaint, but I dont know what.");
+    ReportFailure("Something really bad happened in cellbackgroundpaint, but I dont know what.",
+                  "SpeciesLB_CellBackgroundPaint, row " + Str(row) + ", column " + Str(column));
   }
   return false;
 }

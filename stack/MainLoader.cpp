@@ -10,6 +10,7 @@
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "platform/pictures/PictureSequence.h"
+#include "platform/values/ErrorLine.h"
 #include "platform/values/Memory.h"
 #include "platform/values/Numbers.h"
 #include "platform/values/Parallel.h"
@@ -25,14 +26,34 @@ struct Main::ClusterFiles {
   Array<Ref<FolderItem>> bySpecies;  ///< entry j: the file of species j, or nil
   Array<String> fullNames;           ///< of the files in their order
   Array<String> shortNames;
+
+  /// The file of a species that the cluster has. Throws NilObjectException if none bears its name.
+  const FolderItem& Of(int species) const {
+    const Ref<FolderItem>& file = bySpecies(species);
+    if (!file) ThrowNil(("no file was found for species " + Globals::oooShortSpeciesNames(species)).Utf8().c_str());
+    return *file;
+  }
 };
+
+namespace {
+
+/// Throws NilObjectException if a file could not be opened; the reason has been written by then.
+void CheckOpened(const Ref<Picture>& picture, const FolderItem& file) {
+  if (!picture) ThrowNil((file.Path().string() + " could not be opened").c_str());
+}
+
+std::string FileAndSize(const FolderItem& file, int width, int height) {
+  return file.Path().string() + " has " + std::to_string(width) + " x " + std::to_string(height) + " pixels";
+}
+
+}  // namespace
 
 void Main::Open_LoadNew(std::int32_t row) {
   int code = 0;
   try {
     LoadCluster(row, code);
   } catch (...) {
-    MsgBox("Error in Open_LoadNew." + EndOfLine() + "Code " + Str(code));
+    ReportFailure("Error in Open_LoadNew." + EndOfLine() + "Code " + Str(code), "Open_LoadNew, Code " + Str(code));
     App::Instance().Quit();
   }
 }
@@ -64,8 +85,10 @@ void Main::LoadCluster(std::int32_t row, int& code) {
 
   code = 3;
   // With no species in the cluster, or none matched with its file, this access fails and so ends the load.
+  const FolderItem& firstFile = files.Of(first);
   Ref<Picture> opened;
-  AwaitWork([&] { opened = files.bySpecies(first)->OpenAsPicture(); });
+  AwaitWork([&] { opened = firstFile.OpenAsPicture(); });
+  CheckOpened(opened, firstFile);
   InTIFwidth = opened->Width();
   InTIFheight = opened->Height();
   PictureSequence others = OpenOthers(files, first);
@@ -90,7 +113,7 @@ void Main::LoadCluster(std::int32_t row, int& code) {
   SpeciesLB.InvalidateCell(-1, -1);
   Title(Str(Ticks() - dbtimer));
   dbtimer = Ticks();
-  if (!LoadPictures(first, opened, others)) {
+  if (!LoadPictures(files, first, opened, others)) {
     MsgBox("Cannot load images. All images have to be of the same pixel size.");
     return;
   }
@@ -216,14 +239,20 @@ PictureSequence Main::OpenOthers(const ClusterFiles& files, int first) const {
 
 /// Reads every file into the stack, showing each as it comes; false if one is not of the size of the first. Each file
 /// is decoded once; `opened` is the picture of species `first`.
-bool Main::LoadPictures(int first, const Ref<Picture>& opened, PictureSequence& others) {
+bool Main::LoadPictures(const ClusterFiles& files, int first, const Ref<Picture>& opened, PictureSequence& others) {
   const LevelColors unscaled = ComposeColors(DisplayCurve(0, 255), Globals::LutRow(SelectedLUT));
   for (int j = 0; j <= TIFexists.Ubound(); ++j) {
     TIFmax(j) = -1;
     if (TIFexists(j)) {
+      const FolderItem& file = files.Of(j);
       Ref<Picture> picture = opened;
       if (j != first) AwaitWork([&] { picture = others.Next(); });
-      if (picture->Width() != InTIFwidth || picture->Height() != InTIFheight) return false;
+      CheckOpened(picture, file);
+      if (picture->Width() != InTIFwidth || picture->Height() != InTIFheight) {
+        WriteErrorLine(FileAndSize(file, picture->Width(), picture->Height()) + ", but " +
+                       FileAndSize(files.Of(first), InTIFwidth, InTIFheight));
+        return false;
+      }
       TIFmax(j) = TakeLevels(*picture, TIFarray.Plane(j), TIFarrOriginal.Plane(j));
       ColorPlane(TIFarray.Plane(j), unscaled, currTIFrgb.Pixels());
       ShowLoadedSpecies(j);

@@ -21,7 +21,7 @@ void Main::Update_cvTIF() {
     cvTIF.Refresh();
     SpeciesName.Refresh();
   } catch (...) {
-    MsgBox("exception in update_cvTIF");
+    ReportFailure("exception in update_cvTIF", "Update_cvTIF, species " + Str(SelectedRow));
   }
 }
 

@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QStandardPaths>
 #include <QString>
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <system_error>
 
@@ -32,12 +34,23 @@ String FolderItem::DisplayName() const {
 
 bool FolderItem::Exists() const {
   std::error_code error;
-  return fs::exists(path_, error);
+  return fs::exists(fs::symlink_status(path_, error));
 }
 
-bool FolderItem::IsReadable() const {
+String FolderItem::WhyNotReadable() const {
   std::error_code error;
-  return fs::is_regular_file(path_, error) && std::ifstream(path_).is_open();
+  switch (fs::status(path_, error).type()) {
+    case fs::file_type::regular:
+      return std::ifstream(path_).is_open() ? String() : String(std::strerror(errno));
+    case fs::file_type::directory:
+      return "a folder, not a file";
+    case fs::file_type::not_found:
+      return Exists() ? "a link that leads nowhere" : "there is no such file";
+    case fs::file_type::none:
+      return error.message();
+    default:
+      return "a pipe or a device, not a file";
+  }
 }
 
 Ref<FolderItem> FolderItem::Parent() const {

@@ -16,9 +16,12 @@ class FolderItem {
 
   /// The name that the user sees, extension included, accented letters composed (NFC).
   String DisplayName() const;
+  /// Whether the name is taken, also by a link that leads nowhere.
   bool Exists() const;
   /// Whether this is a file that can be opened for reading now.
-  bool IsReadable() const;
+  bool IsReadable() const { return WhyNotReadable().Empty(); }
+  /// Why it is not, in a few words; empty if it is. Does not wait for the other end of a pipe.
+  String WhyNotReadable() const;
   /// The folder that holds the item; nil for a root.
   Ref<FolderItem> Parent() const;
   /// The item of that name in this folder; it need not exist. Throws NilObjectException if this folder does not exist.

@@ -1,11 +1,11 @@
 // Files as pictures.
 
-#include <cstdio>
 #include <utility>
 
 #include "platform/pictures/FolderItem.h"
 #include "platform/pictures/PictureSequence.h"
 #include "platform/pictures/readers/PictureReaders.h"
+#include "platform/values/ErrorLine.h"
 
 namespace platform {
 
@@ -13,7 +13,7 @@ namespace {
 
 /// The picture, or nil and a line on standard error.
 Ref<Picture> PictureOrWord(const OpenedPicture& opened, const std::filesystem::path& path) {
-  if (!opened.picture) std::fprintf(stderr, "vornalite: %s: %s\n", path.c_str(), opened.failure.Utf8().c_str());
+  if (!opened.picture) WriteErrorLine(path.string() + ": " + opened.failure.Utf8());
   return opened.picture;
 }
 

@@ -1,3 +1,4 @@
+#include "platform/values/ErrorLine.h"
 #include "platform/widgets/Application.h"
 
 #include <QApplication>
@@ -10,7 +11,6 @@
 #include <QThread>
 #include <QWindow>
 #include <clocale>
-#include <cstdio>
 #include <deque>
 #include <future>
 
@@ -184,14 +184,14 @@ void PreferX11() {
 void Report(const String& failure) {
   if (running.reporting) {
     // The message itself is on the screen, and another failure came of it.
-    std::fprintf(stderr, "%s\n", failure.Utf8().c_str());
+    WriteErrorLine(failure.Utf8());
     return;
   }
   running.reporting = true;
   try {
     MsgBox(String("An unexpected error ended the last action.") + EndOfLine() + failure);
   } catch (...) {
-    std::fprintf(stderr, "%s\n", failure.Utf8().c_str());
+    WriteErrorLine(failure.Utf8());
   }
   running.reporting = false;
 }
@@ -240,10 +240,8 @@ void RunSoon(std::function<void()> work) {
 void Guarded(const std::function<void()>& event) {
   try {
     event();
-  } catch (const std::exception& failure) {
-    Report(failure.what());
   } catch (...) {
-    Report("unknown failure");
+    Report(CurrentFailure());
   }
 }
 

@@ -2,9 +2,11 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <cctype>
 #include <set>
 
 #include "platform/widgets/Dialogs.h"
+#include "platform/values/ErrorLine.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
 
@@ -25,11 +27,17 @@ void ShowMessage(const String& text) {
   box.exec();
 }
 
-/// Messages that came from within a paint, where no box can be shown, come after it. Each is told once in a run: what
-/// fails in one paint fails in the next, and closing the box is followed by a paint.
-void ShowMessageSoon(const String& text) {
-  static std::set<String> told;
-  if (!told.insert(text).second) return;
+/// Whether a report may be made. From within a paint each is made once in a run: what fails in one paint fails in the
+/// next, and closing the box is followed by a paint.
+bool ToBeReported(const String& report) {
+  static std::set<String> made;
+  return !InsidePaint() || made.insert(report).second;
+}
+
+/// Messages that came from within a paint, where no box can be shown, come after it.
+void Show(const String& text) {
+  if (Dialogs().msgBox) return Dialogs().msgBox(text);
+  if (!InsidePaint()) return ShowMessage(text);
   RunSoon([text] { Dispatch([&] { ShowMessage(text); }); });
 }
 
@@ -41,8 +49,16 @@ DialogAnswers& Dialogs() {
 }
 
 void MsgBox(const String& text) {
-  if (Dialogs().msgBox) return Dialogs().msgBox(text);
-  InsidePaint() ? ShowMessageSoon(text) : ShowMessage(text);
+  if (ToBeReported(text)) Show(text);
+}
+
+void ReportFailure(const String& text, const String& place) {
+  std::string cause = CurrentFailure();
+  const std::string line = (place + ": ").Utf8() + cause;
+  if (ToBeReported(line)) WriteErrorLine(line);
+  // One box serves the rows of a list that fail alike: causes that differ in their numbers alone.
+  std::erase_if(cause, [](unsigned char c) { return std::isdigit(c) != 0; });
+  if (ToBeReported(text + EndOfLine() + cause)) Show(text);
 }
 
 bool SelectColor(Color& color, const String& prompt) {

@@ -1,6 +1,8 @@
 #include "platform/values/Errors.h"
 
-#include <string>
+#include <cstdio>
+
+#include "platform/values/ErrorLine.h"
 
 namespace platform {
 
@@ -10,5 +12,17 @@ void ThrowOutOfBounds(const char* what, long long index, long long upperBound) {
 }
 
 void ThrowNil(const char* what) { throw NilObjectException(what); }
+
+std::string CurrentFailure() {
+  try {
+    throw;
+  } catch (const std::exception& failure) {
+    return failure.what();
+  } catch (...) {
+    return "unknown failure";
+  }
+}
+
+void WriteErrorLine(const std::string& text) { std::fprintf(stderr, "vornalite: %s\n", text.c_str()); }
 
 }  // namespace platform

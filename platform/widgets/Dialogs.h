@@ -13,6 +13,9 @@ namespace platform {
 /// Shows text and waits for the user. From within a paint it returns at once; the text is shown after the paint, and
 /// the same text only once in a run.
 void MsgBox(const String& text);
+/// The end of a handler for all failures, within its catch block: a MsgBox of a text that does not tell the cause, and
+/// one line on standard error with the place and the cause. From within a paint each cause is reported once in a run.
+void ReportFailure(const String& text, const String& place);
 
 /// Runs the system's colour chooser, starting at `color`. True if confirmed; `color` is the choice then.
 bool SelectColor(Color& color, const String& prompt);

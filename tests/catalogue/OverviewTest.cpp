@@ -1,5 +1,7 @@
 // Drops, rows, boxes and colours of the Overview window.
 
+#include <sys/stat.h>
+
 #include "tests/support/WindowsFixture.h"
 
 using namespace platform;
@@ -34,15 +36,25 @@ TEST_F(OverviewTest, RefusedDropsAddNothing) {
   EXPECT_EQ(messages[0],
             "You cannot drag a combination of \".xray\" and other files. Stay with one file type at a time and I won't "
             "complain. Several files of the same type is OK, though.");
-  Drop({PathOf("gone_Fe.tif"), PathOf("gone_Mg.tif")});  // none readable: the event ends in a failure
-  EXPECT_EQ(messages.size(), 2u);
+  // None readable: the event ends in a failure, which names a file.
+  Drop({PathOf("gone_Fe.tif"), PathOf("gone_Mg.tif")});
+  ASSERT_EQ(messages.size(), 2u);
+  EXPECT_NE(messages[1].find(PathOf("gone_Mg.tif") + ": there is no such file"), std::string::npos);
   EXPECT_EQ(overview().ListBox1.ListCount(), 0);
   EXPECT_EQ(Globals::FileDropCount, 0);
   EXPECT_FALSE(user::WouldAccept(overview(), {}));
   EXPECT_FALSE(user::WouldAccept(overview(), {WriteBytes("notes.txt", "x"), WriteBytes("a.im", "x")}));
   EXPECT_FALSE(user::WouldAccept(main(), {Map("a_Fe.tif")}));
-  // One unreadable file among others is left out without a word.
-  Drop({Map("a_Fe.tif"), PathOf("gone.tif"), Map("a_Mg.tif")});
+  // What cannot be read among others is left out with a line on standard error alone; a pipe is not waited for.
+  std::filesystem::create_directory(folder / "folder.tif");
+  std::filesystem::create_symlink("nowhere", folder / "link.tif");
+  ASSERT_EQ(mkfifo(PathOf("pipe.tif").c_str(), 0600), 0);
+  ::testing::internal::CaptureStderr();
+  Drop({Map("a_Fe.tif"), PathOf("folder.tif"), PathOf("link.tif"), PathOf("pipe.tif"), Map("a_Mg.tif")});
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "vornalite: " + PathOf("folder.tif") + ": a folder, not a file\n" +         //
+                "vornalite: " + PathOf("link.tif") + ": a link that leads nowhere\n" +  //
+                "vornalite: " + PathOf("pipe.tif") + ": a pipe or a device, not a file\n");
   EXPECT_EQ(Cell(0, 2), "Fe, Mg");
   EXPECT_EQ(messages.size(), 2u);
 }
@@ -51,7 +63,9 @@ TEST_F(OverviewTest, AMapFileThatHasGoneCanStillBeDeletedFromTheList) {
   Drop({MapFile("gone.xray", {"Fe"})});
   std::filesystem::remove(folder / "gone.xray");
   Drop({Map("a_Fe.tif"), Map("a_Mg.tif")});
-  EXPECT_EQ(messages.size(), 1u);  // the update fails on the file, and no paint after it does
+  ASSERT_EQ(messages.size(), 1u);  // the update fails on the file, and no paint after it does
+  EXPECT_NE(messages[0].find(PathOf("gone.xray") + " cannot be opened: there is no such file. Put the file back or"),
+            std::string::npos);
   user::ClickCell(overview().ListBox1, 0, WindowOverview::kSpecies, 40, 8);
   user::Click(overview().PBdeleteselection);
   EXPECT_EQ(messages.size(), 1u);

@@ -407,6 +407,27 @@ TEST_F(Widgets, AFailureInAHandlerIsReportedOnce) {
   delete &unborn;
 }
 
+TEST_F(Widgets, EachCauseOfAFailingPaintIsReportedOnce) {
+  std::string cause;
+  board.list.CellTextPaint = [&](Graphics&, int, int, int, int) {
+    try {
+      throw std::runtime_error(cause);
+    } catch (...) {
+      ReportFailure("The cell failed.", "list");
+    }
+    return false;
+  };
+  board.list.AddRow("Fe");
+  ::testing::internal::CaptureStderr();
+  for (const char* next : {"no row 1", "no memory", "no row 2", "no row 1"}) {
+    cause = next;
+    for (int paint = 0; paint < 2; ++paint) user::Shot(board.list);
+  }
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "vornalite: list: no row 1\nvornalite: list: no memory\nvornalite: list: no row 2\n");
+  EXPECT_EQ(messages, std::vector<std::string>(2, "The cell failed.")) << "the rows of a list fail alike";
+}
+
 TEST_F(Widgets, DroppedFilesArriveInOrderWhateverTheirNames) {
   RegisterFileType({.Name = "image/tiff", .Extensions = ".jfx;.tif;.tiff"});
   board.AcceptFileDrop("Image/TIFF");

@@ -85,10 +85,21 @@ TEST_F(LoaderTest, ShowingAgainDoesNotLoadAgain) {
   EXPECT_GE(Len(main().Title()), Len(before) + 6);
 }
 
+TEST_F(LoaderTest, AMapOfAnotherSizeIsNamedWithBothSizes) {
+  Drop({WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteMap("a_Fe.tif", 6, 7, Flat(2)), WriteMap("a_Mg.tif", 6, 6, Flat(3))});
+  ::testing::internal::CaptureStderr();
+  CheckRow(0);
+  EXPECT_TRUE(::testing::internal::GetCapturedStderr().ends_with(
+      "vornalite: " + PathOf("a_Fe.tif") + " has 6 x 7 pixels, but " + PathOf("a_Al.tif") + " has 6 x 6 pixels\n"));
+}
+
 TEST_F(LoaderTest, AFirstFileThatIsGoneEndsTheProgramWithCode3) {
   Drop({WriteMap("a_Al.tif", 6, 6, Flat(1)), WriteMap("a_Fe.tif", 6, 6, Flat(2))});
   std::filesystem::remove(folder / "a_Al.tif");
+  ::testing::internal::CaptureStderr();
   CheckRow(0);
+  EXPECT_TRUE(::testing::internal::GetCapturedStderr().ends_with(
+      "vornalite: Open_LoadNew, Code 3: " + PathOf("a_Al.tif") + " could not be opened\n"));
   ExpectQuitWithCode(3);
 }
 
@@ -137,7 +148,10 @@ TEST_F(LoaderTest, FilesOpenedAheadKeepTheirOrder) {
 TEST_F(LoaderTest, ASingleFileIsNotMatchedAndEndsWithCode3) {
   Drop({WriteMap("Fe.tif", 6, 6, Flat(1))});
   EXPECT_EQ(Cell(0, 2), "Fe_tif");
+  ::testing::internal::CaptureStderr();
   CheckRow(0);
+  EXPECT_TRUE(::testing::internal::GetCapturedStderr().ends_with(
+      "vornalite: Open_LoadNew, Code 3: no file was found for species Fe_tif\n"));
   ASSERT_EQ(messages.size(), 2u);
   EXPECT_EQ(messages[0], "Wrong TIFexist flags\nt-f \nFe\nFe_tif");
   ExpectQuitWithCode(3);
@@ -163,9 +177,11 @@ TEST_F(LoaderTest, ARenamedClusterIsToldAndLoads) {
   main().TIFmax(0) = 300;
   user::Click(main().CB_ScaleUp);
   EXPECT_EQ(messages.back(), "error in LUTcurve");
+  ::testing::internal::CaptureStderr();
   main().SelectedRow = 7;
   user::Click(main().CB_ScaleUp);
   EXPECT_EQ(messages.back(), "exception in update_cvTIF");
+  EXPECT_TRUE(::testing::internal::GetCapturedStderr().starts_with("vornalite: Update_cvTIF, species 7: "));
 }
 
 TEST_F(LoaderTest, OnePixelLoadsAndSmoothingItFails) {
