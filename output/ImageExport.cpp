@@ -11,12 +11,28 @@ using namespace platform;
 
 namespace {
 
+/// Saves under the next free name. Where another program takes that name while the picture is written, the numbering
+/// starts again.
 void SaveUnderFreeName(const String& name, const Ref<Picture>& picture) {
-  Ref<FolderItem> file = Globals::OutputFolder->Child(name);
-  GlobalUniversal::FileNameIncrement(file);
-  bool saved = false;
-  AwaitWork([&] { saved = PNGu::SavePicture(file, picture, -1.0F); });
-  if (saved) {
+  const Ref<FolderItem> folder = Globals::OutputFolder;
+  if (!folder->Exists())
+    ThrowNil(("The folder " + folder->Path().string() +
+              " does not exist any more. Choose another one with \"Change Save Location...\" and save again.")
+                 .c_str());
+  const String last = output::NumberedName(name, output::kNoFreeNumber);
+  Ref<FolderItem> file;
+  auto outcome = NewFile::Outcome::NameTaken;
+  while (outcome == NewFile::Outcome::NameTaken) {
+    file = folder->Child(name);
+    GlobalUniversal::FileNameIncrement(file);
+    AwaitWork([&] {
+      if (file->DisplayName() == last)  // no name is free
+        outcome = PNGu::SavePicture(file, picture, -1.0F) ? NewFile::Outcome::Written : NewFile::Outcome::Failed;
+      else
+        outcome = PNGu::SaveNewPicture(file, picture);
+    });
+  }
+  if (outcome == NewFile::Outcome::Written) {
     file->MacCreator("GKON");
     file->MacType("PNGf");
   }

@@ -1,22 +1,16 @@
 #include "platform/pictures/PNGu.h"
 
-#include <fcntl.h>
 #include <libdeflate.h>
 #include <png.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <csetjmp>
 #include <cstdio>
 #include <memory>
 #include <new>
-#include <string>
 
 namespace platform::PNGu {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 /// Bytes whose memory is not cleared before it is used.
 struct Bytes {
@@ -91,44 +85,23 @@ bool Write(std::FILE* file, int width, int height, const png_byte* data, std::si
   return true;
 }
 
-/// Creates a new file in the folder that nobody takes for a picture, with the permissions that the user's mask leaves.
-int CreateTemporary(const fs::path& folder, fs::path& temporary) {
-  for (int number = 0;; ++number) {
-    temporary = folder / (".vornalite-" + std::to_string(getpid()) + "-" + std::to_string(number) + ".part");
-    const int created = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (created >= 0 || errno != EEXIST) return created;
-  }
-}
-
-/// Makes the new name itself last. A file system that cannot do so keeps the picture nevertheless.
-void FlushFolder(const fs::path& folder) {
-  const int opened = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (opened < 0) return;
-  fsync(opened);
-  close(opened);
+NewFile::Outcome Save(const FolderItem& file, Picture& image, IfTaken taken) {
+  const PlaneView<const Color> pixels = image.Pixels();
+  const Bytes data = Compressed(FileRows(pixels));
+  NewFile written(file.Path(), taken);
+  if (!written.Stream() || !Write(written.Stream(), pixels.width, pixels.height, data.data.get(), data.size))
+    return NewFile::Outcome::Failed;
+  return written.Finish();
 }
 
 }  // namespace
 
 bool SavePicture(const Ref<FolderItem>& file, const Ref<Picture>& image, float /*gamma*/) {
-  const fs::path path = file->Path();
-  const PlaneView<const Color> pixels = image->Pixels();
-  const fs::path folder = path.has_parent_path() ? path.parent_path() : ".";
-  const Bytes data = Compressed(FileRows(pixels));
+  return Save(*file, *image, IfTaken::Replace) == NewFile::Outcome::Written;
+}
 
-  fs::path temporary;
-  const int created = CreateTemporary(folder, temporary);
-  if (created < 0) return false;
-  std::FILE* const stream = fdopen(created, "wb");
-  bool written = stream && Write(stream, pixels.width, pixels.height, data.data.get(), data.size) &&
-                 std::fflush(stream) == 0 && fsync(created) == 0;
-  const bool closed = (stream ? std::fclose(stream) : close(created)) == 0;
-  written = written && closed && std::rename(temporary.c_str(), path.c_str()) == 0;
-  if (written)
-    FlushFolder(folder);
-  else
-    unlink(temporary.c_str());
-  return written;
+NewFile::Outcome SaveNewPicture(const Ref<FolderItem>& file, const Ref<Picture>& image) {
+  return Save(*file, *image, IfTaken::Keep);
 }
 
 }  // namespace platform::PNGu

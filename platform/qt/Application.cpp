@@ -1,4 +1,3 @@
-#include "platform/values/ErrorLine.h"
 #include "platform/widgets/Application.h"
 
 #include <QApplication>
@@ -18,6 +17,7 @@
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/values/ErrorLine.h"
 #include "platform/widgets/Canvas.h"
 #include "platform/widgets/Dialogs.h"
 

@@ -4,6 +4,7 @@
 #include "output/WindowAbout.h"
 #include "platform/widgets/Screen.h"
 #include "tests/support/WindowsFixture.h"
+#include "tests/support/FileCalls.h"
 
 using namespace platform;
 
@@ -66,11 +67,38 @@ TEST_F(ExportTest, NumbersFillGapsAndRunOutAt99) {
   EXPECT_EQ(std::filesystem::file_size(folder / "map_(Al).png"), 4u);
 }
 
+TEST_F(ExportTest, ANameTakenWhileThePictureIsWrittenStartsTheNumberingAgain) {
+  LoadThree(4, 4);
+  std::filesystem::create_symlink("nowhere", folder / "map_(Al)_02.png");
+  bool taken = false;
+  fileCalls.flush = [&] {
+    if (!std::exchange(taken, true)) WriteBytes("map_(Al).png", "theirs");
+    return 0;
+  };
+  user::Click(main().PB_SaveImage);
+  fileCalls = {};
+  EXPECT_EQ(Saved(), (std::vector<std::string>{"map_(Al).png", "map_(Al)_02.png", "map_(Al)_03.png"}));
+  EXPECT_EQ(std::filesystem::file_size(folder / "map_(Al).png"), 6u);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "map_(Al)_02.png"));
+  // Any other failure ends the save.
+  int tries = 0;
+  fileCalls.flush = [&] {
+    ++tries;
+    return EIO;
+  };
+  user::Click(main().PB_SaveImage);
+  fileCalls = {};
+  EXPECT_EQ(tries, 1);
+  EXPECT_EQ(Saved().size(), 3u);
+  EXPECT_TRUE(messages.empty());
+}
+
 TEST_F(ExportTest, AFolderThatIsGoneIsToldAndNothingIsLost) {
   LoadThree(4, 4);
   Globals::OutputFolder = MakeRef<FolderItem>(folder / "gone");
   user::Click(main().PB_SaveImage);
-  EXPECT_EQ(messages.size(), 1u);
+  ASSERT_EQ(messages.size(), 1u);
+  EXPECT_NE(messages[0].find(PathOf("gone") + " does not exist any more. Choose another"), std::string::npos);
   EXPECT_TRUE(Saved().empty());
   EXPECT_TRUE(main().TIFready);
 }

@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -9,6 +11,7 @@
 #include "platform/pictures/PNGu.h"
 #include "tests/support/Drawn.h"
 #include "tests/support/Folder.h"
+#include "tests/support/FileCalls.h"
 
 namespace platform {
 namespace {
@@ -106,10 +109,57 @@ TEST(SavePicture, KeepsTheOldFileWhenTheProcessIsKilled) {
   ASSERT_EQ(waitpid(child, &status, 0), child);
   ASSERT_TRUE(WIFSIGNALED(status)) << "the process was to die in the middle of the file";
   EXPECT_TRUE(Holds(path, Noise(5, 5)));
-  for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
-    if (entry.path() != path) {
-      EXPECT_EQ(entry.path().filename().native().front(), '.');
-    }
+  // What it left goes with the next save, but not what another program is writing.
+  EXPECT_EQ(folder.Count(), 2);
+  const int busy = open(folder.Write(".vornalite-1-0.part", "half").c_str(), O_RDONLY);
+  ASSERT_EQ(flock(busy, LOCK_EX), 0);
+  EXPECT_TRUE(Save(path, Noise(5, 5)));
+  EXPECT_EQ(folder.Count(), 2);
+  close(busy);
+  EXPECT_TRUE(Save(path, Noise(5, 5)));
+  EXPECT_EQ(folder.Count(), 1);
+}
+
+TEST(SavePicture, KeepsThePictureWhereFilesCannotBeFlushed) {
+  const Folder folder;
+  fileCalls.flush = [] { return EINVAL; };
+  EXPECT_TRUE(Save(folder.Path() / "Fe.png", Noise(5, 5)));
+  EXPECT_TRUE(Holds(folder.Path() / "Fe.png", Noise(5, 5)));
+  fileCalls.flush = [] { return EIO; };
+  EXPECT_FALSE(Save(folder.Path() / "Mg.png", Noise(5, 5)));
+  fileCalls = {};
+  EXPECT_EQ(folder.Count(), 1);
+}
+
+/// On file systems of three kinds: with files that get a name later, with renaming that does not replace, with neither.
+TEST(SaveNewPicture, LeavesAloneWhatHasTakenTheNameMeanwhile) {
+  for (const auto& [unnamed, renames] : {std::pair{true, true}, {false, true}, {false, false}}) {
+    const Folder folder;
+    const auto path = folder.Path() / "Fe.png";
+    const auto save = [&] { return PNGu::SaveNewPicture(MakeRef<FolderItem>(path), Noise(5, 5)); };
+    int hiddenFiles = -1;
+    fileCalls = {.flush =
+                     [&] {
+                       if (hiddenFiles < 0) hiddenFiles = folder.Count();
+                       folder.Write("Fe.png", "theirs");
+                       return 0;
+                     },
+                 .unnamedFiles = unnamed,
+                 .renamesWithoutReplacing = renames};
+    EXPECT_EQ(save(), NewFile::Outcome::NameTaken);
+    EXPECT_EQ(hiddenFiles, unnamed ? 0 : 1) << "an unnamed file leaves nothing when the program is killed";
+    EXPECT_EQ(folder.Count(), 1);
+    EXPECT_EQ(std::filesystem::file_size(path), 6u);
+    fileCalls.flush = nullptr;
+    std::filesystem::remove(path);
+    std::filesystem::create_symlink("nowhere", path);
+    EXPECT_EQ(save(), NewFile::Outcome::NameTaken) << "also by a link that leads nowhere";
+    std::filesystem::remove(path);
+    EXPECT_EQ(save(), NewFile::Outcome::Written);
+    EXPECT_TRUE(Holds(path, Noise(5, 5)));
+    EXPECT_EQ(folder.Count(), 1);
+    fileCalls = {};
+  }
 }
 
 }  // namespace
