@@ -21,12 +21,13 @@ WindowOverview::WindowOverview()
 
 void WindowOverview::CreateControls() {
   Window::CreateControls({
-      // control, name, left, top, width, height, locks, page, text
-      {&ListBox1, "ListBox1", 20, 14, 590, 408, kLockAll, kNoPage},
-      {&PBdeleteselection, "PBdeleteselection", 20, 434, 120, 20, kLockLeftBottom, kNoPage, "Delete Selection"},
+      // control, name, left, top, width, height, locks, page, text, about
+      {&ListBox1, "ListBox1", 20, 14, 590, 408, kLockAll, kNoPage, "", "List of clusters"},
+      {&PBdeleteselection, "PBdeleteselection", 20, 434, 120, 20, kLockLeftBottom, kNoPage, "Delete Selection",
+       "Removes the selected clusters from the list"},
       {&STredmissing, "STredmissing", 152, 434, 160, 20, kLockLeftBottom, kNoPage, "Species in Red: Missing"},
       {&CBnoSpeciesExtensions, "CBnoSpeciesExtensions", 324, 434, 150, 20, kLockLeftBottom, kNoPage,
-       "Short Species Names"},
+       "Short Species Names", "Takes numbers and short endings off the names"},
   });
   ListBox1.Setup({.columnWidths = "0,200,*",
                   .headings = {"x", "File/Cluster Name", "Species Contained"},

@@ -14,7 +14,7 @@ SpeciesWindow::SpeciesWindow() : Window({.title = "-", .width = 258, .height = 2
 }
 
 void SpeciesWindow::CreateControls() {
-  CreateControl({&cv, "cv", 1, 0, 256, 256, kLockLeftTop, kNoPage});
+  CreateControl({&cv, "cv", 1, 0, 256, 256, kLockLeftTop, kNoPage, "", "Map"});
   cv.Paint = Handler(this, &SpeciesWindow::cv_Paint);
 }
 

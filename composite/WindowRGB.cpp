@@ -25,29 +25,31 @@ WindowRGB::WindowRGB()
 void WindowRGB::CreateControls() {
   const auto LT = kLockLeftTop;
   Window::CreateControls({
-      // control, name, left, top, width, height, locks, page, text, index
-      {&sliderRGB[0], "SliderRGB", 167, 55, 90, 16, LT, kNoPage, "", 0},
-      {&sliderRGB[1], "SliderRGB", 167, 83, 90, 16, LT, kNoPage, "", 1},
-      {&PB_reset, "PB_reset", 179, 139, 69, 20, LT, kNoPage, "Reset"},
-      {&sliderRGB[2], "SliderRGB", 167, 111, 90, 16, LT, kNoPage, "", 2},
-      {&CB_scale, "CB_scale", 20, 139, 140, 20, LT, kNoPage, "Scale Up Colors"},
-      {&popM[0], "PopM", 20, 51, 90, 20, LT, kNoPage, "", 0},
+      // control, name, left, top, width, height, locks, page, text, about, index
+      {&sliderRGB[0], "SliderRGB", 167, 55, 90, 16, LT, kNoPage, "", "", 0},
+      {&sliderRGB[1], "SliderRGB", 167, 83, 90, 16, LT, kNoPage, "", "", 1},
+      {&PB_reset, "PB_reset", 179, 139, 69, 20, LT, kNoPage, "Reset", "Sets the three curves to 0"},
+      {&sliderRGB[2], "SliderRGB", 167, 111, 90, 16, LT, kNoPage, "", "", 2},
+      {&CB_scale, "CB_scale", 20, 139, 140, 20, LT, kNoPage, "Scale Up Colors",
+       "Stretches each species to its own highest level"},
+      {&popM[0], "PopM", 20, 51, 90, 20, LT, kNoPage, "", "", 0},
       {&Rectangle1, "Rectangle1", 139, 52, 16, 16, LT, kNoPage},
       {&Rectangle2, "Rectangle2", 139, 80, 16, 16, LT, kNoPage},
       {&Rectangle3, "Rectangle3", 139, 108, 16, 16, LT, kNoPage},
       {&StaticText1, "StaticText1", 114, 51, 20, 20, LT, kNoPage, "R"},
-      {&popM[1], "PopM", 20, 79, 90, 20, LT, kNoPage, "", 1},
+      {&popM[1], "PopM", 20, 79, 90, 20, LT, kNoPage, "", "", 1},
       {&StaticText2, "StaticText2", 114, 79, 20, 20, LT, kNoPage, "G"},
-      {&popM[2], "PopM", 20, 107, 90, 20, LT, kNoPage, "", 2},
+      {&popM[2], "PopM", 20, 107, 90, 20, LT, kNoPage, "", "", 2},
       {&StaticText3, "StaticText3", 114, 107, 20, 20, LT, kNoPage, "B"},
-      {&Canvas1, "Canvas1", 20, 195, 256, 256, LT, kNoPage},
-      {&sTslider[0], "STslider", 257, 51, 30, 20, kLockNone, kNoPage, "0", 0},
-      {&sTslider[1], "STslider", 257, 79, 30, 20, kLockNone, kNoPage, "0", 1},
-      {&sTslider[2], "STslider", 257, 107, 30, 20, kLockNone, kNoPage, "0", 2},
-      {&PB_SaveImage, "PB_SaveImage", 176, 463, 100, 20, kLockRightBottom, kNoPage, "Save Image"},
-      {&PB_close, "PB_close", 20, 462, 100, 20, kLockLeftBottom, kNoPage, "Close"},
-      {&RGB_CMY, "RGB_CMY", 20, 14, 90, 20, LT, kNoPage},
-      {&Lightness, "Lightness", 186, 14, 90, 16, LT, kNoPage},
+      {&Canvas1, "Canvas1", 20, 195, 256, 256, LT, kNoPage, "", "Composite"},
+      {&sTslider[0], "STslider", 257, 51, 30, 20, kLockNone, kNoPage, "0", "", 0},
+      {&sTslider[1], "STslider", 257, 79, 30, 20, kLockNone, kNoPage, "0", "", 1},
+      {&sTslider[2], "STslider", 257, 107, 30, 20, kLockNone, kNoPage, "0", "", 2},
+      {&PB_SaveImage, "PB_SaveImage", 176, 463, 100, 20, kLockRightBottom, kNoPage, "Save Image",
+       "Saves the composite"},
+      {&PB_close, "PB_close", 20, 462, 100, 20, kLockLeftBottom, kNoPage, "Close", "Hides the composite"},
+      {&RGB_CMY, "RGB_CMY", 20, 14, 90, 20, LT, kNoPage, "", "Mixing of colors"},
+      {&Lightness, "Lightness", 186, 14, 90, 16, LT, kNoPage, "", "Lightness: does nothing yet"},
   });
   const SliderSettings curve{
       .minimum = -20, .value = 0, .maximum = 20, .lineStep = 1, .pageStep = 1, .liveScroll = false};
@@ -56,6 +58,7 @@ void WindowRGB::CreateControls() {
   Rectangle1.FillColor(RGB(255, 0, 0));
   Rectangle2.FillColor(RGB(0, 255, 0));
   Rectangle3.FillColor(RGB(0, 0, 255));
+  NameChannels();
   RGB_CMY.AddRow("RGB");
   RGB_CMY.AddRow("CMY");
   RGB_CMY.ListIndex(0);
@@ -134,7 +137,21 @@ void WindowRGB::RGB_CMY_Change() {
   Rectangle2.FillColor(isRGB ? RGB(0, 255, 0) : RGB(255, 0, 255));
   Rectangle3.FillColor(isRGB ? RGB(0, 0, 255) : RGB(255, 255, 0));
   Title(isRGB ? "RGB Composite Image" : "CMY Composite Image");
+  NameChannels();
   UpdateRGB();
+}
+
+/// Calls the controls of the channels by the colours that they have in this mode.
+void WindowRGB::NameChannels() {
+  const char* const names[2][kChannels] = {{"Cyan", "Magenta", "Yellow"}, {"Red", "Green", "Blue"}};
+  RectControl* const swatches[] = {&Rectangle1, &Rectangle2, &Rectangle3};
+  for (int i = 0; i < kChannels; ++i) {
+    const String color = names[isRGB][i];
+    sliderRGB[i].About(color + " curve");
+    sTslider[i].About("Value of the " + Lowercase(color) + " curve");
+    popM[i].About("Species in " + Lowercase(color));
+    swatches[i]->About(color);
+  }
 }
 
 void WindowRGB::Canvas1_Paint(Graphics& g) {

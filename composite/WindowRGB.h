@@ -77,4 +77,5 @@ class WindowRGB : public platform::SingletonWindow<WindowRGB> {
 
  private:
   void CreateControls();
+  void NameChannels();
 };

@@ -30,12 +30,12 @@ WindowSelectColor::WindowSelectColor()
 
 void WindowSelectColor::CreateControls() {
   Window::CreateControls({
-      // control, name, left, top, width, height, locks, page, text
-      {&Canvas1, "Canvas1", 20, 14, 129, 138, kLockLeftTop, kNoPage},
-      {&PBok, "PBok", 189, 132, 80, 20, kLockRight, kNoPage, "OK"},
-      {&PBcancel, "PBcancel", 189, 100, 80, 20, kLockRight, kNoPage, "Cancel"},
-      {&PBother, "PBother", 189, 14, 80, 20, kLockRight, kNoPage, "Other..."},
-      {&Separator1, "Separator1", 162, 14, 4, 140, kLockNone, kNoPage},
+      // control, name, left, top, width, height, locks, page, text, about
+      {&Canvas1, "Canvas1", 20, 14, 129, 138, kLockLeftTop, kNoPage, "", "Chosen color, and twelve to choose from"},
+      {&PBok, "PBok", 189, 132, 80, 20, kLockRight, kNoPage, "OK", "Takes the chosen color"},
+      {&PBcancel, "PBcancel", 189, 100, 80, 20, kLockRight, kNoPage, "Cancel", "Keeps the color as it was"},
+      {&PBother, "PBother", 189, 14, 80, 20, kLockRight, kNoPage, "Other...", "Chooses any color"},
+      {&Separator1, "Separator1", 162, 14, 4, 140, kLockNone, kNoPage, "", "Separator"},
   });
   PBok.Default(true);
   PBcancel.Cancel(true);

@@ -19,8 +19,8 @@ TextLogWindow::TextLogWindow()
 
 void TextLogWindow::CreateControls() {
   Window::CreateControls({
-      // control, name, left, top, width, height, locks, page, text
-      {&ListBox1, "ListBox1", 20, 46, 265, 134, kLockAll, kNoPage},
+      // control, name, left, top, width, height, locks, page, text, about
+      {&ListBox1, "ListBox1", 20, 46, 265, 134, kLockAll, kNoPage, "", "Log"},
       {&ClearButton, "ClearButton", 20, 14, 199, 20, kLockLeftTop, kNoPage, "Clear History"},
   });
   ListBox1.Setup({.columnWidths = "*"});

@@ -224,6 +224,7 @@ void StartToolkit(char** argv) {
   ApplyLook();
   InstallTextDrawing();
   WatchShortcuts();
+  InstallRoles();
 }
 
 bool HandlerRuns() { return running.depth > 0 || GateClosed(); }

@@ -21,6 +21,7 @@ class CanvasWidget : public QWidget {
   CanvasWidget(QWidget* parent, NativeCanvas& native) : QWidget(parent), native_(native) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
+    SetRole(*this, QAccessible::Graphic);
   }
 
  protected:

@@ -63,7 +63,7 @@ void RectControl::MouseCursor(const platform::MouseCursor& cursor) {
 }
 
 void RectControl::Font(TextFont font) { NeedNative().SetFont(font); }
-void RectControl::AccessibleName(const String& name) { NeedNative().widget->setAccessibleName(ToQString(name)); }
+void RectControl::About(const String& about) { NeedNative().SetAbout(ToQString(about)); }
 void RectControl::Refresh(bool) { NeedNative().Refresh(); }
 
 NativeControl::NativeControl(NativeWindow& owner, QWidget* newWidget) : window(owner), widget(newWidget) {
@@ -87,6 +87,7 @@ void NativeControl::Follow(int widthChange, int heightChange) {
   if (followed != place) SetPlace(followed);
 }
 
+void NativeControl::SetAbout(const QString& about) { widget->setAccessibleName(about); }
 void NativeControl::SetFont(TextFont font) { widget->setFont(SystemFont(font)); }
 void NativeControl::Refresh() { PutOnScreen(window, *widget); }
 bool NativeControl::OnShownPage() const { return page == kNoPage || (window.panel && window.panel->value == page); }

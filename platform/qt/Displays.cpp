@@ -62,7 +62,6 @@ void StaticText::Text(const String& text) {
   QLabel& label = LabelOf(*this);
   label.setText(ToQString(text));
   static_cast<NativeCaption&>(NeedNative()).SetCaption(label.text());
-  label.setAccessibleName(text.Empty() ? ToQString(Name()) : QString());  // else the text itself is the name
 }
 
 void StaticText::TextColor(Color color) {
@@ -86,7 +85,9 @@ void StaticText::MultiLine(bool multiLine) {
 }
 
 std::unique_ptr<NativeControl> Rectangle::MakeNative(NativeWindow& window, const String&) {
-  return std::make_unique<NativeControl>(window, new FilledWidget(window.content));
+  auto native = std::make_unique<NativeControl>(window, new FilledWidget(window.content));
+  SetRole(*native->widget, QAccessible::Graphic);
+  return native;
 }
 
 Color Rectangle::FillColor() const { return static_cast<FilledWidget&>(*NeedNative().widget).fill; }
@@ -98,7 +99,9 @@ void Rectangle::FillColor(Color color) {
 }
 
 std::unique_ptr<NativeControl> Separator::MakeNative(NativeWindow& window, const String&) {
-  return std::make_unique<NativeControl>(window, new LineWidget(window.content));
+  auto native = std::make_unique<NativeControl>(window, new LineWidget(window.content));
+  SetRole(*native->widget, QAccessible::Separator);
+  return native;
 }
 
 std::unique_ptr<NativeControl> ProgressBar::MakeNative(NativeWindow& window, const String&) {
@@ -128,6 +131,7 @@ void PagePanel::Value(int page) {
 
 NativePanel::NativePanel(NativeWindow& owner) : NativeControl(owner, new QWidget(owner.content)) {
   widget->setAttribute(Qt::WA_TransparentForMouseEvents);
+  SetRole(*widget, QAccessible::Pane);
   owner.panel = this;
 }
 

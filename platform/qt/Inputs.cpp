@@ -20,6 +20,12 @@ class MenuBox : public QComboBox {
   }
 };
 
+/// What is chosen is the name of a menu.
+struct NativeMenuBox : NativeControl {
+  using NativeControl::NativeControl;
+  void SetAbout(const QString& about) override { widget->setAccessibleDescription(about); }
+};
+
 QComboBox& BoxOf(const RectControl& control) { return static_cast<QComboBox&>(*control.NeedNative().widget); }
 QSlider& SliderOf(const RectControl& control) { return static_cast<QSlider&>(*control.NeedNative().widget); }
 
@@ -28,7 +34,7 @@ QSlider& SliderOf(const RectControl& control) { return static_cast<QSlider&>(*co
 std::unique_ptr<NativeControl> PopupMenu::MakeNative(NativeWindow& window, const String&) {
   auto* box = new MenuBox(window.content);
   box->setFocusPolicy(Qt::TabFocus);
-  auto native = std::make_unique<NativeControl>(window, box);
+  auto native = std::make_unique<NativeMenuBox>(window, box);
   QObject::connect(box, &QComboBox::activated, box, [this, made = native.get()] { made->RaiseFromUser(Change); });
   return native;
 }

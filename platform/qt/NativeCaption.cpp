@@ -1,3 +1,4 @@
+#include <QAbstractButton>
 #include <QFontMetrics>
 
 #include "platform/qt/NativeCaption.h"
@@ -24,7 +25,16 @@ void NativeCaption::SetCaption(const QString& newCaption) {
   const QFontMetrics metrics(font);
   for (const QString& line : newCaption.split('\n'))
     if (metrics.horizontalAdvance(line) >= metrics.horizontalAdvance(caption)) caption = line;
+  SetAbout(about);
   Fit();
+}
+
+void NativeCaption::SetAbout(const QString& newAbout) {
+  about = newAbout;
+  const bool blank = caption.trimmed().isEmpty();
+  widget->setAccessibleName(blank ? about : QString());  // else the caption is the name
+  widget->setAccessibleDescription(blank ? QString() : about);
+  if (qobject_cast<QAbstractButton*>(widget)) widget->setToolTip(widget->accessibleName());
 }
 
 void NativeCaption::SetBold(bool bold) {

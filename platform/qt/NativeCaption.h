@@ -13,12 +13,14 @@ struct NativeCaption : NativeControl {
 
   void SetPlace(const Rect& newPlace) override;
   void SetFont(TextFont newFont) override;
+  void SetAbout(const QString& newAbout) override;
   void SetCaption(const QString& newCaption);
   void SetBold(bool bold);
   void Fit();
 
   QFont font;
   QString caption;  ///< its widest line
+  QString about;
   int besides;
 };
 

@@ -22,6 +22,8 @@ struct NativeControl {
   /// Follows a change of size of what it stands on, by the locks.
   void Follow(int widthChange, int heightChange);
   virtual void SetFont(TextFont font);
+  /// See RectControl::About.
+  virtual void SetAbout(const QString& about);
   virtual void Refresh();
   /// Shows or hides the widget by the control's own wish and its page.
   void SyncVisible();

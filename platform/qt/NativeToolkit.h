@@ -2,6 +2,7 @@
 /// What the parts of the toolkit's side share: the state of the running event, the gate that keeps input out while a
 /// handler runs, work that waits until no handler runs, and conversions.
 
+#include <QAccessible>
 #include <QColor>
 #include <QImage>
 #include <QRect>
@@ -31,6 +32,11 @@ Ref<Picture> ToPicture(const QImage& image);
 QImage OpaqueImage(PlaneView<const Color> pixels, const QRect& part);
 /// A copy, transparent where the picture's mask says so.
 QImage ToQImage(const Ref<Picture>& picture);
+
+/// What assistive technology takes a widget of no class of its own for. The toolkit has no role for those.
+void SetRole(QWidget& widget, QAccessible::Role role);
+/// Makes the roles known. Once, at the start.
+void InstallRoles();
 
 /// Whether a handler runs now. One that waits for the answer to a modal window or a dialog does not.
 bool HandlerRuns();

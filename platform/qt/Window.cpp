@@ -10,6 +10,7 @@
 #include "platform/widgets/Listbox.h"
 #include "platform/widgets/Window.h"
 #include "platform/qt/NativeCanvas.h"
+#include "platform/qt/NativeListbox.h"
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
@@ -93,6 +94,9 @@ Qt::WindowFlags FlagsOf(const WindowSettings& settings) {
 NativeWindow::NativeWindow(Window& owner, const WindowSettings& wanted)
     : window(owner), settings(wanted), frame(std::make_unique<FrameWidget>(*this, FlagsOf(wanted))) {
   content = new QWidget(frame.get());
+  SetRole(*frame, wanted.frame == Frame::Document ? QAccessible::Window : QAccessible::Dialog);
+  SetRole(*content, QAccessible::Pane);
+  content->setAccessibleName("Contents");  // it has the keyboard where no control has
   frame->setWindowTitle(ToQString(settings.title));
   frame->setFocusPolicy(Qt::NoFocus);
   content->setGeometry(0, 0, settings.width, settings.height);
@@ -196,6 +200,7 @@ void NativeWindow::FitMenuBar() {
 void NativeWindow::AttachMenus() {
   if (menuBar) {
     bar = new BarWidget(frame.get(), *this);
+    bar->setAccessibleName("Menus");
 #ifndef Q_OS_MACOS
     bar->setNativeMenuBar(false);
 #endif
@@ -225,9 +230,11 @@ void NativeWindow::Show() {
       SetPlace(area.center().x() - settings.width / 2, area.center().y() - settings.height / 2);
     }
     if (!frame->focusWidget()) {
-      const auto isList = [](const NativeControl* c) { return c->widget && c->widget->inherits("QTableView"); };
+      const auto isList = [](const NativeControl* c) { return dynamic_cast<const NativeListbox*>(c) != nullptr; };
       const auto list = std::find_if(controls.begin(), controls.end(), isList);
-      list == controls.end() ? content->setFocus() : (*list)->widget->setFocus();
+      // A list that gives the keyboard away would be announced for nothing.
+      const bool keeps = list != controls.end() && !static_cast<NativeListbox*>(*list)->list.GotFocus;
+      keeps ? (*list)->widget->setFocus() : content->setFocus();
     }
     awaitsExposure = true;
   }
@@ -410,7 +417,7 @@ void Window::CreateControl(const ControlRow& row) {
   made.page = row.page;
   const QString name = ToQString(control.name_);
   made.widget->setObjectName(row.index == 0 ? name : name + QString::number(row.index));
-  if (made.widget->accessibleName().isEmpty() && *row.text == '\0') made.widget->setAccessibleName(name);
+  made.SetAbout(ToQString(row.about));
   made.SetFont(TextFont::System);
   made.SetPlace({row.left, row.top, row.width, row.height});
   made.SyncVisible();

@@ -79,8 +79,9 @@ class RectControl : public Control {
   void Visible(bool visible);
   void MouseCursor(const class MouseCursor& cursor);
   void Font(TextFont font);
-  /// What assistive technology calls the control; at first its caption or, without one, its name.
-  void AccessibleName(const String& name);
+  /// What the control is, for assistive technology: the name of a control without a caption, and then the tool tip of a
+  /// button; the description of one with a caption.
+  void About(const String& about);
 
   /// Repaints the control; it is on the screen when the call returns, also while a long handler runs and just after
   /// the window was first shown. No click, key, drop or timer is delivered meanwhile.
@@ -107,7 +108,8 @@ struct ControlRow {
   Locks locks;
   int page;  ///< page of the window's page panel, or kNoPage
   const char* text = "";
-  int index = 0;  ///< place in a control array
+  const char* about = "";  ///< see RectControl::About
+  int index = 0;           ///< place in a control array
 };
 
 }  // namespace platform

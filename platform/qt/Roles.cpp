@@ -1,0 +1,23 @@
+#include <QAccessibleWidget>
+#include <QVariant>
+#include <QWidget>
+
+#include "platform/qt/NativeToolkit.h"
+
+namespace platform {
+
+namespace {
+
+constexpr const char* kRole = "role";
+
+QAccessibleInterface* FaceOf(const QString& className, QObject* object) {
+  if (className != "QWidget" || !object || !object->property(kRole).isValid()) return nullptr;
+  return new QAccessibleWidget(static_cast<QWidget*>(object), object->property(kRole).value<QAccessible::Role>());
+}
+
+}  // namespace
+
+void SetRole(QWidget& widget, QAccessible::Role role) { widget.setProperty(kRole, QVariant::fromValue(role)); }
+void InstallRoles() { QAccessible::installFactory(FaceOf); }
+
+}  // namespace platform
