@@ -1,25 +1,17 @@
 #include "platform/widgets/Application.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QIcon>
-#include <QMouseEvent>
-#include <QPointer>
 #include <QSessionManager>
 #include <QSettings>
-#include <QThread>
-#include <QWindow>
 #include <clocale>
-#include <deque>
-#include <future>
 
+#include "platform/qt/Dispatcher.h"
+#include "platform/qt/EventGate.h"
 #include "platform/qt/NativeLook.h"
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
-#include "platform/values/ErrorLine.h"
-#include "platform/widgets/Canvas.h"
-#include "platform/widgets/Dialogs.h"
 
 static void LoadResources() { Q_INIT_RESOURCE(vornalite); }
 
@@ -27,149 +19,20 @@ namespace platform {
 
 namespace {
 
-/// A handler that runs this long lets the toolkit serve the screen when it refreshes something.
-constexpr int kPumpMilliseconds = 30;
-constexpr int kExposureMilliseconds = 1000;
-
-/// The state of the one thread of events.
-struct Running {
-  int depth = 0;     ///< handlers within one another since the last nested loop
-  int waiting = 0;   ///< handlers below that wait for a nested loop
-  int painting = 0;  ///< paints of the toolkit within one another
-  bool posted = false;
-  bool reporting = false;
-  bool updatingMenus = false;
-  bool opened = false;  ///< the application's open event has come
-  bool quitting = false;
-  int status = 0;
-  QElapsedTimer sincePump;
-  std::deque<std::function<void()>> soon;
-  Application* application = nullptr;
-};
-Running running;
-
-void RunWaiting();
-
-void WakeUp() {
-  if (running.soon.empty() || running.posted || !qApp) return;
-  running.posted = true;
-  QMetaObject::invokeMethod(
-      qApp, [] { RunWaiting(); }, Qt::QueuedConnection);
-}
-
-void RunWaiting() {
-  running.posted = false;
-  while (!running.soon.empty() && !HandlerRuns()) {
-    const auto work = std::move(running.soon.front());
-    running.soon.pop_front();
-    WakeUp();  // should the work open a nested loop, the rest goes on there
-    Guarded(work);
-  }
-}
-
-/// Keeps input away from the program while a handler runs, and the menus up to date before a key is tried.
-///
-/// A press that came before the gate closed has its release held back until the handler has ended: the toolkit would
-/// otherwise believe the button down. The release and the moves that belong to a swallowed press are swallowed too,
-/// whenever they come.
-class InputGate : public QObject {
- public:
-  bool Closed() const { return closed_; }
-  void Close(bool closed) { closed_ = closed; }
-
-  bool eventFilter(QObject* receiver, QEvent* event) override {
-    switch (event->type()) {
-      case QEvent::MouseButtonPress:
-      case QEvent::MouseButtonDblClick: {
-        const auto button = static_cast<QMouseEvent*>(event)->button();
-        if (closed_) {
-          swallowed_ |= button;
-          return true;
-        }
-        swallowed_ &= ~Qt::MouseButtons(button);
-        NoteFront(receiver);
-        return false;
-      }
-      case QEvent::MouseButtonRelease: {
-        const auto* release = static_cast<QMouseEvent*>(event);
-        if (swallowed_ & release->button()) {
-          swallowed_ &= ~Qt::MouseButtons(release->button());
-          return true;
-        }
-        if (closed_) HoldBack(receiver, *release);
-        return closed_;
-      }
-      case QEvent::MouseMove:
-        return closed_ || (static_cast<QMouseEvent*>(event)->buttons() & swallowed_);
-      case QEvent::ShortcutOverride:
-        if (closed_) {
-          event->accept();  // so that no shortcut is tried
-          return true;
-        }
-        NoteFront(receiver);
-        if (running.application && !HandlerRuns()) running.application->UpdateMenus();
-        return false;
-      case QEvent::Wheel:
-      case QEvent::KeyPress:
-      case QEvent::KeyRelease:
-      case QEvent::Shortcut:
-      case QEvent::InputMethod:
-      case QEvent::ContextMenu:
-      case QEvent::NonClientAreaMouseButtonPress:
-      case QEvent::NonClientAreaMouseButtonRelease:
-      case QEvent::NonClientAreaMouseButtonDblClick:
-      case QEvent::TabletPress:
-      case QEvent::TabletMove:
-      case QEvent::TabletRelease:
-      case QEvent::TouchBegin:
-      case QEvent::TouchUpdate:
-      case QEvent::TouchEnd:
-      case QEvent::TouchCancel:
-      case QEvent::NativeGesture:
-        return closed_;
-      case QEvent::Close:
-      case QEvent::DragEnter:
-      case QEvent::DragMove:
-      case QEvent::Drop:
-        if (closed_) event->ignore();
-        return closed_;
-      case QEvent::Quit:
-        if (receiver != qApp || !running.application) return false;
-        RunSoon([] {
-          if (running.application && !running.quitting) Dispatch([] { running.application->Quit(); });
-        });
-        return true;
-      default:
-        return false;
-    }
-  }
-
- private:
-  static void NoteFront(QObject* receiver) {
-    if (auto* window = qobject_cast<QWindow*>(receiver))
-      for (int i = 0; i < WindowCount(); ++i)
-        if (WindowAt(i).Native().frame->windowHandle() == window) BringToFront(WindowAt(i).Native());
-  }
-  static void HoldBack(QObject* receiver, const QMouseEvent& release) {
-    RunSoon([target = QPointer<QObject>(receiver), event = std::shared_ptr<QMouseEvent>(release.clone())] {
-      if (target) QCoreApplication::sendEvent(target, event.get());
-    });
-  }
-
-  bool closed_ = false;
-  Qt::MouseButtons swallowed_;
-};
-
 /// The toolkit and what must end before it.
 struct Toolkit {
-  Toolkit(int& argc, char** argv) : application(argc, argv) { application.installEventFilter(&gate); }
+  Toolkit(int& argc, char** argv) : application(argc, argv) {
+    application.installEventFilter(&inputGate);
+    gate = &inputGate;
+  }
   ~Toolkit() {
-    application.removeEventFilter(&gate);
+    gate = nullptr;
+    application.removeEventFilter(&inputGate);
     EndAllWindows();
     EndAllMenus();
   }
   QApplication application;
-  InputGate gate;
+  InputGate inputGate;
 };
 Toolkit* toolkit = nullptr;
 
@@ -181,24 +44,7 @@ void PreferX11() {
 #endif
 }
 
-void Report(const String& failure) {
-  if (running.reporting) {
-    // The message itself is on the screen, and another failure came of it.
-    WriteErrorLine(failure.Utf8());
-    return;
-  }
-  running.reporting = true;
-  try {
-    MsgBox(String("An unexpected error ended the last action.") + EndOfLine() + failure);
-  } catch (...) {
-    WriteErrorLine(failure.Utf8());
-  }
-  running.reporting = false;
-}
-
 }  // namespace
-
-int heldKeys = -1;
 
 void StartToolkit(char** argv) {
   LoadResources();
@@ -226,111 +72,6 @@ void StartToolkit(char** argv) {
   WatchShortcuts();
   InstallRoles();
 }
-
-bool HandlerRuns() { return running.depth > 0 || GateClosed(); }
-bool HandlerBegun() { return running.depth + running.waiting > 0; }
-bool GateClosed() { return toolkit && toolkit->gate.Closed(); }
-bool ApplicationRuns() { return running.opened && !running.quitting; }
-bool InsidePaint() { return running.painting > 0; }
-
-void RunSoon(std::function<void()> work) {
-  running.soon.push_back(std::move(work));
-  if (!HandlerRuns()) WakeUp();
-}
-
-void Guarded(const std::function<void()>& event) {
-  try {
-    event();
-  } catch (...) {
-    Report(CurrentFailure());
-  }
-}
-
-void Dispatch(const std::function<void()>& event) {
-  const bool outermost = running.depth == 0;
-  if (outermost) running.sincePump.start();
-  ++running.depth;
-  Guarded(event);
-  if (outermost && !InsidePaint()) {
-    Guarded([] {
-      ShowWaitingWindows();
-      SettleAwayWindows();
-      FlushCanvases();
-    });
-    if (running.application) running.application->UpdateMenus();
-  }
-  --running.depth;
-  if (!outermost) return;
-  if (InsidePaint()) RunSoon(FlushCanvases);
-  if (!HandlerBegun() && WindowsWaitForTheirEnd()) RunSoon(EndClosedWindows);
-  WakeUp();
-}
-
-void PumpUnderGate() {
-  if (!toolkit || toolkit->gate.Closed() || InsidePaint()) return;
-  toolkit->gate.Close(true);
-  QCoreApplication::processEvents();
-  toolkit->gate.Close(false);
-  running.sincePump.start();
-  WakeUp();
-}
-
-void PumpIfDue() {
-  if (running.depth > 0 && running.sincePump.elapsed() >= kPumpMilliseconds) PumpUnderGate();
-}
-
-void AwaitWork(const std::function<void()>& work) {
-  // Where no thread is to be had the work is done by get().
-  std::future<void> done = std::async(work);
-  while (done.wait_for(std::chrono::milliseconds(kPumpMilliseconds)) == std::future_status::timeout) PumpIfDue();
-  done.get();
-}
-
-void AwaitExposure(NativeWindow& window) {
-  if (!window.awaitsExposure) return;
-  QElapsedTimer waited;
-  waited.start();
-  const auto exposed = [&] {
-    const QWindow* handle = window.frame->windowHandle();
-    return handle && handle->isExposed();
-  };
-  while (!exposed() && !GateClosed() && !InsidePaint() && waited.elapsed() < kExposureMilliseconds) {
-    PumpUnderGate();
-    if (!exposed()) QThread::usleep(500);
-  }
-  window.awaitsExposure = false;
-}
-
-void PutOnScreen(NativeWindow& window, QWidget& widget) {
-  if (InsidePaint()) return widget.update();
-  if (window.showSoon) window.Show();
-  if (!widget.isVisible()) return;
-  AwaitExposure(window);
-  widget.repaint();
-  PumpIfDue();
-}
-
-NestedLoop::NestedLoop() : depth_(running.depth), closed_(GateClosed()), painting_(running.painting) {
-  ShowWaitingWindows();
-  SettleAwayWindows();
-  FlushCanvases();
-  running.waiting += depth_;
-  running.depth = 0;
-  running.painting = 0;
-  if (toolkit) toolkit->gate.Close(false);
-  WakeUp();
-}
-
-NestedLoop::~NestedLoop() {
-  running.depth = depth_;
-  running.waiting -= depth_;
-  running.painting = painting_;
-  if (toolkit) toolkit->gate.Close(closed_);
-  running.sincePump.start();
-}
-
-PaintScope::PaintScope() { ++running.painting; }
-PaintScope::~PaintScope() { --running.painting; }
 
 Application::Application() { running.application = this; }
 

@@ -1,3 +1,5 @@
+#include "platform/widgets/Screen.h"
+
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
@@ -7,9 +9,10 @@
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/widgets/Application.h"
-#include "platform/widgets/Screen.h"
 
 namespace platform {
+
+int heldKeys = -1;
 
 namespace {
 

@@ -1,0 +1,164 @@
+#include "platform/qt/Dispatcher.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <QWidget>
+#include <QWindow>
+#include <future>
+
+#include "platform/qt/EventGate.h"
+#include "platform/qt/NativeWindow.h"
+#include "platform/values/ErrorLine.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Dialogs.h"
+
+namespace platform {
+
+Running running;
+
+namespace {
+
+/// A handler that runs this long lets the toolkit serve the screen when it refreshes something.
+constexpr int kPumpMilliseconds = 30;
+constexpr int kExposureMilliseconds = 1000;
+
+void RunWaiting() {
+  running.posted = false;
+  while (!running.soon.empty() && !HandlerRuns()) {
+    const auto work = std::move(running.soon.front());
+    running.soon.pop_front();
+    WakeUp();  // should the work open a nested loop, the rest goes on there
+    Guarded(work);
+  }
+}
+
+void Report(const String& failure) {
+  if (running.reporting) {
+    // The message itself is on the screen, and another failure came of it.
+    WriteErrorLine(failure.Utf8());
+    return;
+  }
+  running.reporting = true;
+  try {
+    MsgBox(String("An unexpected error ended the last action.") + EndOfLine() + failure);
+  } catch (...) {
+    WriteErrorLine(failure.Utf8());
+  }
+  running.reporting = false;
+}
+
+}  // namespace
+
+void WakeUp() {
+  if (running.soon.empty() || running.posted || !qApp) return;
+  running.posted = true;
+  QMetaObject::invokeMethod(
+      qApp, [] { RunWaiting(); }, Qt::QueuedConnection);
+}
+
+bool HandlerRuns() { return running.depth > 0 || GateClosed(); }
+bool HandlerBegun() { return running.depth + running.waiting > 0; }
+bool GateClosed() { return gate && gate->Closed(); }
+bool ApplicationRuns() { return running.opened && !running.quitting; }
+bool InsidePaint() { return running.painting > 0; }
+
+void RunSoon(std::function<void()> work) {
+  running.soon.push_back(std::move(work));
+  if (!HandlerRuns()) WakeUp();
+}
+
+void Guarded(const std::function<void()>& event) {
+  try {
+    event();
+  } catch (...) {
+    Report(CurrentFailure());
+  }
+}
+
+void Dispatch(const std::function<void()>& event) {
+  const bool outermost = running.depth == 0;
+  if (outermost) running.sincePump.start();
+  ++running.depth;
+  Guarded(event);
+  if (outermost && !InsidePaint()) {
+    Guarded([] {
+      ShowWaitingWindows();
+      SettleAwayWindows();
+      FlushCanvases();
+    });
+    if (running.application) running.application->UpdateMenus();
+  }
+  --running.depth;
+  if (!outermost) return;
+  if (InsidePaint()) RunSoon(FlushCanvases);
+  if (!HandlerBegun() && WindowsWaitForTheirEnd()) RunSoon(EndClosedWindows);
+  WakeUp();
+}
+
+void PumpUnderGate() {
+  if (!gate || gate->Closed() || InsidePaint()) return;
+  gate->Close(true);
+  QCoreApplication::processEvents();
+  gate->Close(false);
+  running.sincePump.start();
+  WakeUp();
+}
+
+void PumpIfDue() {
+  if (running.depth > 0 && running.sincePump.elapsed() >= kPumpMilliseconds) PumpUnderGate();
+}
+
+void AwaitWork(const std::function<void()>& work) {
+  // Where no thread is to be had the work is done by get().
+  std::future<void> done = std::async(work);
+  while (done.wait_for(std::chrono::milliseconds(kPumpMilliseconds)) == std::future_status::timeout) PumpIfDue();
+  done.get();
+}
+
+void AwaitExposure(NativeWindow& window) {
+  if (!window.awaitsExposure) return;
+  QElapsedTimer waited;
+  waited.start();
+  const auto exposed = [&] {
+    const QWindow* handle = window.frame->windowHandle();
+    return handle && handle->isExposed();
+  };
+  while (!exposed() && !GateClosed() && !InsidePaint() && waited.elapsed() < kExposureMilliseconds) {
+    PumpUnderGate();
+    if (!exposed()) QThread::usleep(500);
+  }
+  window.awaitsExposure = false;
+}
+
+void PutOnScreen(NativeWindow& window, QWidget& widget) {
+  if (InsidePaint()) return widget.update();
+  if (window.showSoon) window.Show();
+  if (!widget.isVisible()) return;
+  AwaitExposure(window);
+  widget.repaint();
+  PumpIfDue();
+}
+
+NestedLoop::NestedLoop() : depth_(running.depth), closed_(GateClosed()), painting_(running.painting) {
+  ShowWaitingWindows();
+  SettleAwayWindows();
+  FlushCanvases();
+  running.waiting += depth_;
+  running.depth = 0;
+  running.painting = 0;
+  if (gate) gate->Close(false);
+  WakeUp();
+}
+
+NestedLoop::~NestedLoop() {
+  running.depth = depth_;
+  running.waiting -= depth_;
+  running.painting = painting_;
+  if (gate) gate->Close(closed_);
+  running.sincePump.start();
+}
+
+PaintScope::PaintScope() { ++running.painting; }
+PaintScope::~PaintScope() { --running.painting; }
+
+}  // namespace platform

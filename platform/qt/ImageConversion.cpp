@@ -1,0 +1,43 @@
+#include <algorithm>
+
+#include "platform/qt/NativeToolkit.h"
+
+namespace platform {
+
+Ref<Picture> ToPicture(const QImage& image) {
+  const QImage pixels = image.convertToFormat(QImage::Format_RGB32);
+  auto picture = MakeRef<Picture>(pixels.width(), pixels.height());
+  const auto view = picture->Pixels();
+  for (int y = 0; y < view.height; ++y) {
+    const auto* line = reinterpret_cast<const QRgb*>(pixels.constScanLine(y));
+    std::transform(line, line + view.width, view.Row(y), [](QRgb pixel) { return pixel & 0xFFFFFFU; });
+  }
+  return picture;
+}
+
+QImage OpaqueImage(PlaneView<const Color> pixels, const QRect& part) {
+  QImage image(part.size(), QImage::Format_RGB32);
+  if (image.isNull()) return image;
+  for (int y = 0; y < part.height(); ++y) {
+    const Color* line = pixels.Row(part.y() + y) + part.x();
+    std::transform(line, line + part.width(), reinterpret_cast<QRgb*>(image.scanLine(y)),
+                   [](Color pixel) { return pixel | 0xFF000000U; });
+  }
+  return image;
+}
+
+QImage ToQImage(const Ref<Picture>& picture) {
+  const auto view = picture->Pixels();
+  QImage image(view.width, view.height, QImage::Format_ARGB32);
+  const Ref<Picture> mask = picture->HasMask() ? picture->Mask() : Ref<Picture>();
+  for (int y = 0; y < view.height; ++y) {
+    auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < view.width; ++x) {
+      const Color hidden = mask ? static_cast<Color>(qGray(mask->Pixels()(x, y))) : 0U;
+      line[x] = view(x, y) | (255U - hidden) << 24;
+    }
+  }
+  return image;
+}
+
+}  // namespace platform
