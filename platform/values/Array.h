@@ -63,7 +63,7 @@ class Array {
     std::move(begin() + index + 1, end(), begin() + index);
     values_[static_cast<std::size_t>(--count_)] = T();
   }
-  /// Takes the last entry out of the array and returns it.
+  /// Removes the last entry and returns it.
   T Pop() {
     T last = std::move((*this)(Ubound()));
     Remove(Ubound());
@@ -96,7 +96,7 @@ class Array {
     return static_cast<std::size_t>(index);
   }
   void Reserve(int capacity) {
-    // The second test is for the compiler, which else warns of entries moved into no memory.
+    // The second condition is for the compiler, which otherwise warns that entries are moved to a null pointer.
     if (capacity <= capacity_ || capacity == 0) return;
     auto grown = std::make_unique<T[]>(static_cast<std::size_t>(capacity));
     std::move(begin(), end(), grown.get());
@@ -109,8 +109,8 @@ class Array {
   int capacity_ = 0;
 };
 
-/// Two or three dimensions, the last index running fastest. Fresh memory of plain values is not touched before it is
-/// written, so that a large array costs nothing until it is used.
+/// Two or three dimensions; the last index varies fastest. The memory of a new array of numbers is not touched before
+/// it is written, so a large array costs nothing until it is used.
 template <class T, int Rank>
 class ArrayN {
  public:
@@ -153,7 +153,7 @@ class ArrayN {
       Bounds index{};
       do {
         T* from = values_.get() + Place(index, bounds_);
-        // Fresh memory holds zeroes already, and stays untouched where nothing else is to be kept.
+        // New memory holds zeroes already; a run of zeroes is not copied, so that its memory stays untouched.
         if (!kPlain || std::any_of(from, from + run, [](const T& value) { return value != T(); }))
           std::move(from, from + run, values.get() + Place(index, wanted));
       } while (NextRun(index, bounds_, wanted));
@@ -192,7 +192,7 @@ class ArrayN {
       place = place * static_cast<std::size_t>(bounds[d] + 1) + static_cast<std::size_t>(index[d]);
     return place;
   }
-  /// Steps to the next run of the last dimension that both bounds hold; false when there is none.
+  /// Advances to the next run along the last dimension that lies within both bounds; false if there is none.
   static bool NextRun(Bounds& index, const Bounds& a, const Bounds& b) {
     for (std::size_t d = Rank - 1; d-- > 0;) {
       if (++index[d] <= std::min(a[d], b[d])) return true;

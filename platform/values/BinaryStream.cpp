@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-/// Places the file at the position and tells how many bytes follow from there.
+/// Seeks to the position and returns the number of bytes from there to the end.
 std::int64_t Seek(std::FILE* file, std::int64_t position) {
   static_assert(sizeof(off_t) == sizeof(std::int64_t));
   if (!file || position < 0 || fseeko(file, 0, SEEK_END) != 0) return 0;
@@ -42,7 +42,7 @@ std::int16_t BinaryStream::ReadShort() {
 
 std::vector<std::uint8_t> BinaryStream::Read(int count) {
   if (count < 1) return {};
-  // The room is that of the bytes there are: a lying count in a file costs no memory.
+  // Allocate no more than the file holds: a wrong count in a file costs no memory.
   const auto room = std::min<std::int64_t>(count, Seek(file_.get(), position_));
   std::vector<std::uint8_t> bytes(static_cast<std::size_t>(room));
   if (room > 0) bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file_.get()));

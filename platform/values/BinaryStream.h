@@ -1,6 +1,6 @@
 #pragma once
-/// Bytes of a file, read from any position. Reading past the end yields what there is: a short number is 0, a run of
-/// bytes is as long as the file allows. A position below 0 or past the end is allowed and yields nothing.
+/// Reads the bytes of a file at any position. Past the end, ReadShort returns 0 and Read returns the bytes that the
+/// file still has. A position below 0 or past the end is allowed; there is nothing to read there.
 
 #include <cstdint>
 #include <cstdio>
@@ -21,7 +21,7 @@ class BinaryStream {
   void Position(std::int64_t position) { position_ = position; }
   std::int64_t Position() const { return position_; }
 
-  /// A signed number of two bytes, or 0 when not both of them are there. Moves the position by two.
+  /// A signed number of two bytes, or 0 if the file does not hold both. Moves the position by two.
   std::int16_t ReadShort();
   /// Up to `count` bytes. Moves the position by `count`.
   std::vector<std::uint8_t> Read(int count);

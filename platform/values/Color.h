@@ -7,7 +7,7 @@ namespace platform {
 
 using Color = std::uint32_t;
 
-/// The colour of three components; each is cut to its low 8 bits.
+/// The colour with these components; only their low 8 bits count.
 constexpr Color RGB(int red, int green, int blue) {
   return (static_cast<Color>(red & 0xFF) << 16) | (static_cast<Color>(green & 0xFF) << 8) |
          static_cast<Color>(blue & 0xFF);

@@ -1,11 +1,11 @@
 #pragma once
-/// What goes to standard error, for whoever started the program in a terminal.
+/// Diagnostics on standard error, for users who start the program in a terminal.
 
 #include <string>
 
 namespace platform {
 
-/// The text of the failure that is being handled. Within a catch block only.
+/// The text of the exception that is being handled. Call it only in a catch block.
 std::string CurrentFailure();
 /// Writes "vornalite: " and the text as one line.
 void WriteErrorLine(const std::string& text);

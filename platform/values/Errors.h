@@ -1,6 +1,6 @@
 #pragma once
-/// Failures that the platform's own operations raise. They end the running event: every event is dispatched inside
-/// one handler that reports an uncaught failure in a message (Dispatch in Application.h).
+/// Exceptions that the platform throws. An uncaught one ends the event that is being handled and is reported in a
+/// message (Dispatch in Application.h).
 
 #include <stdexcept>
 
@@ -12,7 +12,7 @@ class OutOfBoundsException : public std::out_of_range {
   using std::out_of_range::out_of_range;
 };
 
-/// A reference to nothing that was used.
+/// A nil reference was used.
 class NilObjectException : public std::logic_error {
  public:
   using std::logic_error::logic_error;

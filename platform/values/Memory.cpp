@@ -16,8 +16,8 @@ namespace {
 constexpr double kUnlimited = std::numeric_limits<double>::infinity();
 double testLimit = kUnlimited;
 
-/// The number that a file consists of, or that follows a word at the beginning of one of its lines; `otherwise` if
-/// there is none.
+/// The number that follows `word` at the beginning of a line (the first number of the file if `word` is empty), or
+/// `otherwise` if there is none.
 double NumberIn(const std::filesystem::path& path, const std::string& word, double otherwise) {
   std::ifstream file(path);
   for (std::string line; std::getline(file, line);) {
@@ -29,13 +29,13 @@ double NumberIn(const std::filesystem::path& path, const std::string& word, doub
   return otherwise;
 }
 
-/// Names of the files of a control group that tell of memory.
+/// Names of the files of a control group that describe its memory.
 struct GroupFiles {
   const char *limit, *used, *reclaimable;
 };
 
-/// What a control group and those above it leave. Inside a container the groups of the machine are not to be seen, and
-/// its own stands at the top.
+/// Bytes left by a control group and its ancestors. Inside a container the ancestors are not visible: its own group is
+/// mounted at the top.
 double LeftByGroups(const std::filesystem::path& mount, std::filesystem::path group, const GroupFiles& files) {
   double left = kUnlimited;
   for (group = group.relative_path();; group = group.parent_path()) {

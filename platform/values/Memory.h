@@ -1,16 +1,16 @@
 #pragma once
-/// How much memory there is to be had.
+/// How much memory is available.
 
 #include <filesystem>
 
 namespace platform {
 
-/// Bytes that this program may still fill: what the system has available, no more than its control groups and the
-/// limits of the process leave. Infinite where nothing is known. The system grants more than that when asked, and ends
-/// the program once it is used. `root` holds proc/ and sys/; another one than the system's is for tests.
+/// Bytes that this program can still use: what the system reports as available, limited by control groups and by the
+/// address space of the process. Infinite if none of these is known. The system allocates more than that, but kills the
+/// program when it uses the memory. `root` is the folder of proc/ and sys/; tests pass their own.
 double AvailableMemory(const std::filesystem::path& root = "/");
 
-/// Makes AvailableMemory return no more than that; for tests.
+/// Caps what AvailableMemory returns; for tests.
 void LimitAvailableMemory(double bytes);
 
 }  // namespace platform

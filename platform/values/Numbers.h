@@ -1,5 +1,5 @@
 #pragma once
-/// Doubles and whole numbers, with a defined result for every value.
+/// Rounding and conversion of doubles, with a defined result for every value.
 
 #include <cmath>
 #include <cstdint>
@@ -7,7 +7,8 @@
 
 namespace platform {
 
-/// Truncates toward zero. Not-a-number is 0; what lies outside the range, infinity too, is the nearer end of it.
+/// Truncates toward zero. Not-a-number gives 0; values outside the range, infinities included, give the nearer end of
+/// it.
 constexpr std::int32_t ToInt32(double value) {
   if (value != value) return 0;
   if (value >= 2147483647.0) return std::numeric_limits<std::int32_t>::max();
@@ -15,7 +16,7 @@ constexpr std::int32_t ToInt32(double value) {
   return static_cast<std::int32_t>(value);
 }
 
-/// Nearest whole number; halves go upward, so that 2.5 is 3 and -2.5 is -2.
+/// Rounds to the nearest whole number, halves upward: 2.5 gives 3 and -2.5 gives -2.
 inline double Round(double value) {
   const double below = std::floor(value);
   return value - below >= 0.5 ? below + 1.0 : below;

@@ -42,8 +42,8 @@ void ParallelFor(int count, const std::function<void(int)>& work) {
     }
   };
 
-  // Threads are made for each call: that costs some ten microseconds, a call takes milliseconds, and nothing outlives
-  // the call. A machine that refuses another thread only makes the call slower.
+  // Threads are created for each call: that costs some ten microseconds, a call takes milliseconds, and nothing
+  // outlives the call. If the system refuses a thread, the call is only slower.
   {
     std::vector<std::jthread> helpers;
     helpers.reserve(static_cast<std::size_t>(threads - 1));

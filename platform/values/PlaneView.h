@@ -1,7 +1,6 @@
 #pragma once
-/// A checked window on a plane of values that somebody else owns: rows one after the other, `pitch` elements from the
-/// start of one row to the start of the next. The checks are assertions, so that a pixel loop costs nothing more in a
-/// release build.
+/// A view of a plane of values that it does not own: rows one after the other, `pitch` elements from the start of one
+/// row to the start of the next. Assertions check the indices, so a release build pays nothing for them.
 
 #include <cassert>
 #include <cstddef>

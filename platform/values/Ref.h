@@ -1,6 +1,6 @@
 #pragma once
-/// A counted reference that may be nil. The object lives as long as its last reference. Using nil throws
-/// NilObjectException; testing it is always allowed.
+/// A counted reference that may be nil. The object lives as long as its last reference. Dereferencing nil throws
+/// NilObjectException; testing for nil is always allowed.
 
 #include <memory>
 #include <utility>
@@ -29,7 +29,7 @@ class Ref {
   std::shared_ptr<T> object_;
 };
 
-/// Makes a new object of class T and the first reference to it.
+/// Creates an object of class T.
 template <class T, class... Arguments>
 Ref<T> MakeRef(Arguments&&... arguments) {
   return Ref<T>(std::make_shared<T>(std::forward<Arguments>(arguments)...));

@@ -25,8 +25,8 @@ char32_t Fold(char32_t c) {
 
 bool SameFolded(char32_t a, char32_t b) { return a == b || Fold(a) == Fold(b); }
 
-/// Length of the character that the bytes begin with and the character itself; 0 bytes if it is none. Overlong forms,
-/// surrogates and codes beyond the last plane are none.
+/// Decodes the first character of the bytes and returns its length; 0 if the bytes are not valid UTF-8. Overlong forms,
+/// surrogates and codes beyond the last plane are invalid.
 int Decode(std::string_view bytes, char32_t& character) {
   const auto lead = static_cast<unsigned char>(bytes[0]);
   const int length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
@@ -186,7 +186,7 @@ double Val(const String& text) {
   const bool negative = !rest.empty() && rest.front() == '-';
   if (!rest.empty() && (rest.front() == '+' || rest.front() == '-')) rest.remove_prefix(1);
   if (rest.empty() || !(IsDigit(static_cast<unsigned char>(rest.front())) || rest.front() == '.')) return 0.0;
-  // A number beyond the range of a double leaves 0 as well.
+  // A number outside the range of a double gives 0 as well.
   double value = 0.0;
   std::from_chars(rest.data(), rest.data() + rest.size(), value, std::chars_format::fixed);
   return negative && value != 0.0 ? -value : value;

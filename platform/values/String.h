@@ -1,7 +1,6 @@
 #pragma once
 /// Character strings. Lengths and positions count characters, not bytes; the first character has position 1. Equality,
-/// order and search ignore letter case. In memory a string is a row of Unicode scalar values; UTF-8 is what goes in
-/// and out.
+/// order and search ignore letter case. In memory a string is a sequence of Unicode scalar values; outside it is UTF-8.
 
 #include <compare>
 #include <concepts>
@@ -17,19 +16,19 @@ namespace platform {
 class String {
  public:
   String() = default;
-  /// From UTF-8. A byte that is no UTF-8 becomes U+FFFD.
+  /// From UTF-8. Each byte that is not valid UTF-8 becomes U+FFFD.
   String(const char* utf8);
   String(std::string_view utf8);
   String(const std::string& utf8);
   explicit String(std::u32string characters) : characters_(std::move(characters)) {}
-  /// One character a byte, for text of no stated encoding.
+  /// One character per byte, for text without a stated encoding.
   static String FromBytes(std::span<const std::uint8_t> bytes);
 
   std::string Utf8() const;
   const std::u32string& Characters() const { return characters_; }
   bool Empty() const { return characters_.empty(); }
 
-  /// Regardless of letter case; the order is that of the case-folded character codes, the same on every machine.
+  /// Ignore letter case. The order is that of the case-folded character codes, the same on every machine.
   friend bool operator==(const String& a, const String& b) { return Compare(a, b) == 0; }
   friend std::weak_ordering operator<=>(const String& a, const String& b) { return Compare(a, b) <=> 0; }
   /// The same characters in the same case.
@@ -51,7 +50,8 @@ int Len(const String& text);
 /// The first or last `count` characters; all of the text if it is shorter, none for a count below 1.
 String Left(const String& text, int count);
 String Right(const String& text, int count);
-/// `count` characters from position `start`; what there is of them. Empty for a count below 1. A start below 1 is 1.
+/// `count` characters from position `start`, fewer at the end of the text. Empty for a count below 1. A start below 1
+/// counts as 1.
 String Mid(const String& text, int start, int count);
 String Mid(const String& text, int start);
 /// Position of the first occurrence, or 0. An empty `find` is found at 1.
@@ -69,10 +69,10 @@ String EndOfLine();
 bool IsNumeric(const String& text);
 String Str(std::int64_t number);
 String Str(std::same_as<bool> auto) = delete;
-/// The decimal number that the text begins with; 0 where it begins with none.
+/// The decimal number at the beginning of the text, after blanks; 0 if there is none.
 double Val(const String& text);
-/// A whole number by a mask of "#" and "0": as many digits as the number has, with leading zeros up to the zeros of
-/// the mask. The fraction of the number is rounded away; a negative number carries its sign.
+/// Formats the number rounded to a whole number, with at least as many digits as the mask has zeros, for example
+/// Format(7, "#00") is "07". Negative numbers have a minus sign.
 String Format(double number, const String& mask);
 
 }  // namespace platform
