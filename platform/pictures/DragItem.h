@@ -6,16 +6,16 @@
 
 namespace platform {
 
-/// The items of a drop, walked one after the other in the order of the drag.
+/// The items of a drop, one at a time, in the order of the drag.
 class DragItem {
  public:
   explicit DragItem(std::vector<Ref<platform::FolderItem>> files) : files_(std::move(files)) {}
   bool FolderItemAvailable() const { return current_ < files_.size() && files_[current_] != nullptr; }
-  /// The file of the current item; nil if it offers none.
+  /// The file of the current item; nil if the item has none.
   Ref<platform::FolderItem> FolderItem() const {
     return current_ < files_.size() ? files_[current_] : Ref<platform::FolderItem>();
   }
-  /// Moves on; false when there is no further item.
+  /// Advances to the next item; false if there is none.
   bool NextItem() { return ++current_ < files_.size(); }
 
  private:

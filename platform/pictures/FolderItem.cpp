@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The path without the slash that may end the path of a folder, so that its last component is the name.
+/// The path without a trailing slash, so that its last component is the name.
 fs::path WithoutEndSlash(const fs::path& path) {
   return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
 }
@@ -62,7 +62,7 @@ Ref<FolderItem> FolderItem::Parent() const {
 Ref<FolderItem> FolderItem::Child(const String& name) const {
   std::error_code error;
   if (!fs::is_directory(path_, error)) ThrowNil(("The folder " + path_.string() + " does not exist.").c_str());
-  // A name is a name: one that begins with a slash still lies in this folder.
+  // relative_path, because appending an absolute path would replace this folder's path.
   return MakeRef<FolderItem>(path_ / fs::path(name.Utf8()).relative_path());
 }
 

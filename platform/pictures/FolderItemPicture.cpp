@@ -37,7 +37,7 @@ Ref<Picture> PictureSequence::Next() {
 void PictureSequence::BeginMore() {
   for (int i = next_ + static_cast<int>(opening_.size()); i <= files_.Ubound() && i < next_ + ahead_; ++i) {
     opening_.emplace_back();
-    // Where no thread is to be had the file is read when it is asked for.
+    // If the system refuses a thread, std::async defers: the file is then read in Next.
     if (files_(i)) opening_.back() = std::async([path = files_(i)->Path()] { return ReadPicture(path); });
   }
 }

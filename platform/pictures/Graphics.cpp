@@ -75,7 +75,7 @@ void Graphics::DrawLine(int x1, int y1, int x2, int y2) {
     return Fill(std::min(x1, x2), std::min(y1, y2), std::abs(dx) + PenWidth, std::abs(dy) + PenHeight);
 
   // Pixel i of the line lies i steps along its longer axis and Floor(i * rise / length + 1/2) along the other. Only the
-  // steps whose pen reaches into the clip are walked; the products fit 64 bits without a sign.
+  // steps whose pen reaches into the clip are drawn; the products fit into 64 unsigned bits.
   const bool flat = std::abs(dx) >= std::abs(dy);
   const auto length = static_cast<std::uint64_t>(std::abs(flat ? dx : dy));
   const auto rise = static_cast<std::uint64_t>(std::abs(flat ? dy : dx));
@@ -120,7 +120,7 @@ void Graphics::FillRect(int x, int y, int w, int h) {
 void Graphics::DrawString(const String& text, int x, int y) {
   if (!textDrawing.draw || !device_.data) return;
   textDrawing.draw(*this, clip_, text, x, y);
-  // Letters may reach a little beyond their places: the rectangle leaves room for that on every side.
+  // Glyphs may overhang their advance widths: the rectangle has a margin for that on every side.
   const auto width = static_cast<std::int64_t>(std::ceil(StringWidth(text)));
   const std::int64_t size = TextSize;
   Touch(x - size, y - 2 * size, width + 2 * size, 3 * size);

@@ -1,13 +1,12 @@
 #pragma once
-/// A drawing surface: on a picture, on a canvas or on the cell of a list. All coordinates are logical pixels of the
-/// surface, the origin its top left corner. What lies outside is not drawn. Lines, rectangles and ovals are exact: the
-/// same pixels on every machine.
+/// A drawing surface: a picture, a canvas or the cell of a list. Coordinates are logical pixels from its top left
+/// corner. Drawing is clipped to the surface. Lines, rectangles and ovals are exact: the same pixels on every machine.
 
 #include <cstdint>
 #include <vector>
 
-#include "platform/values/Color.h"
 #include "platform/pictures/Picture.h"
+#include "platform/values/Color.h"
 #include "platform/values/PlaneView.h"
 #include "platform/values/String.h"
 
@@ -20,42 +19,44 @@ struct Rect {
 
 class Graphics {
  public:
-  /// A surface without pixels: everything may be drawn on it, and nothing comes of it.
+  /// A null surface: all drawing is discarded.
   Graphics() = default;
-  /// On memory at device resolution: `scale` device pixels a logical pixel, `width` by `height` logical pixels. When
-  /// `touched` is given, each drawing operation appends the logical rectangle that it may have changed.
+  /// Draws into `device`, which has `scale` device pixels per logical pixel; the surface has `width` by `height`
+  /// logical pixels. If `touched` is given, each drawing operation appends the logical rectangle that it may have
+  /// changed.
   Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched = nullptr);
   explicit Graphics(PlaneView<Color> pixels) : Graphics(pixels, 1.0, pixels.width, pixels.height) {}
 
   Color ForeColor = kBlack;
   int PenWidth = 1;   ///< horizontal size of the pen of lines, rectangles and ovals, logical pixels
   int PenHeight = 1;  ///< vertical size of that pen
-  /// True: scaled pictures and ovals show hard pixel edges. False: they are smoothed. Lines never are.
+  /// Whether scaled pictures and ovals show hard pixel edges; otherwise they are smoothed. Lines never are.
   bool UseOldRenderer = false;
 
   int Width() const { return width_; }
   int Height() const { return height_; }
 
-  /// Both ends belong to the line. A pen of more than one pixel hangs to the right and below. Lines are never smoothed:
-  /// their ends are whole pixels.
+  /// Draws a line including both end points. A pen larger than one pixel extends to the right and below. Lines are
+  /// never smoothed.
   void DrawLine(int x1, int y1, int x2, int y2);
-  /// The frame along the inside of the rectangle.
+  /// Draws the frame along the inside of the rectangle.
   void DrawRect(int x, int y, int w, int h);
   void FillRect(int x, int y, int w, int h);
-  /// The outline of the ellipse within the rectangle; the pen lies inside it. Smoothed unless UseOldRenderer is set.
+  /// Draws the outline of the ellipse inscribed in the rectangle; the pen lies inside it. Smoothed unless
+  /// UseOldRenderer is set.
   void DrawOval(int x, int y, int w, int h);
-  /// Text on one line, its baseline at y, in the system font of the surface.
+  /// Draws text on one line in the system font, with its baseline at y.
   void DrawString(const String& text, int x, int y);
   /// Width of the text in logical pixels.
   double StringWidth(const String& text) const;
-  /// Scales the source rectangle of the picture to the target rectangle; kOwnSize for a size stands for the picture's
-  /// own. Nil draws nothing. Each target pixel depends on the two rectangles alone, so that drawing under a clip gives
-  /// the very pixels that drawing without it gives.
+  /// Scales the source rectangle of the picture to the target rectangle; kOwnSize means the picture's own size. Nil
+  /// draws nothing. Each target pixel depends on the two rectangles only, so a clip does not change the pixels within
+  /// it.
   void DrawPicture(const Ref<Picture>& picture, int x, int y, int w = kOwnSize, int h = kOwnSize, int sx = 0,
                    int sy = 0, int sw = kOwnSize, int sh = kOwnSize);
   static constexpr int kOwnSize = -10000;
 
-  /// Confines drawing to a rectangle of the surface, until NoClip.
+  /// Clips drawing to a rectangle of the surface, until NoClip.
   void Clip(int x, int y, int w, int h);
   void NoClip();
 
@@ -69,7 +70,8 @@ class Graphics {
   struct Span {
     std::int64_t x0, x1, y0, y1;  // device pixels, ends excluded
   };
-  /// The device pixels of a logical rectangle, wherever it lies; and those of them that may be drawn on.
+  /// ToDevice: the device pixels of a logical rectangle. Visible: the part of them that is within the surface and the
+  /// clip.
   Span ToDevice(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) const;
   Span Visible(const Span& span) const;
   void Fill(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h);
@@ -85,7 +87,7 @@ class Graphics {
   std::vector<Rect>* touched_ = nullptr;
 };
 
-/// How text gets onto a surface: set once by the toolkit at start. Without it text is not drawn and has no width.
+/// The functions that draw text, set once at start by platform/qt. Without them text is not drawn and has width 0.
 struct TextDrawing {
   void (*draw)(const Graphics& surface, const Rect& clip, const String& text, int x, int y) = nullptr;
   double (*width)(const Graphics& surface, const String& text) = nullptr;

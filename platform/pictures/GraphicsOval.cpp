@@ -10,17 +10,18 @@ namespace {
 
 __extension__ typedef __int128 Wide;
 
-/// An ellipse that touches the four sides of a rectangle of w by h pixels. Places are counted from its centre in half
-/// pixels, so that the middle of every pixel is a whole number.
+/// An ellipse inscribed in a rectangle of w by h pixels. Coordinates are half pixels from its centre, so that every
+/// pixel centre has whole coordinates.
 struct Ellipse {
   std::int64_t w, h;
 
-  /// The outermost pixel to the right, in the row at v, whose middle lies in the ellipse; -1 if there is none.
+  /// The rightmost pixel of the row at v whose centre lies in the ellipse; -1 if there is none.
   std::int64_t Reach(std::int64_t v) const {
     if (w < 1 || v >= h) return -1;
     const double height = static_cast<double>(v) / static_cast<double>(h);
     auto u = static_cast<std::int64_t>(static_cast<double>(w) * std::sqrt(1.0 - height * height));
-    // The root is a guess; whole numbers decide. Pixels lie at the odd places if w is even and the reverse.
+    // The square root is an estimate, corrected in exact arithmetic. Pixel centres have odd coordinates if w is even,
+    // even ones if w is odd.
     u += (u + w + 1) % 2;
     while (u >= 0 && !Holds(u, v)) u -= 2;
     while (Holds(u + 2, v)) u += 2;
@@ -33,7 +34,7 @@ struct Ellipse {
   }
 };
 
-/// The two colours mixed: `part` of 256 parts are `over`.
+/// Mixes two colours: `part` / 256 of `over`, the rest of `under`.
 Color Mix(Color under, Color over, std::uint32_t part) {
   const std::uint32_t redBlue = (under & 0xFF00FF) * (256 - part) + (over & 0xFF00FF) * part + 0x800080;
   const std::uint32_t green = (under & 0x00FF00) * (256 - part) + (over & 0x00FF00) * part + 0x008000;
@@ -51,8 +52,8 @@ void Graphics::DrawOval(int x, int y, int w, int h) {
   Touch(x, y, w, h);
 }
 
-/// A pixel belongs to the outline if its middle lies in the ellipse and not in the one that the pen leaves free, or if
-/// one of its four neighbours lies outside: so the outline of a very flat ellipse has no gap.
+/// A pixel is part of the outline if its centre lies between the outer and the inner ellipse, or in the outer one with
+/// one of its four neighbours outside: so the outline of a very flat ellipse has no gap.
 void Graphics::DrawHardOval(int x, int y, int w, int h) {
   const Ellipse outer{w, h};
   const Ellipse inner{std::int64_t{w} - 2 * std::int64_t{PenWidth}, std::int64_t{h} - 2 * std::int64_t{PenHeight}};
@@ -73,8 +74,8 @@ void Graphics::DrawHardOval(int x, int y, int w, int h) {
   }
 }
 
-/// Each device pixel takes the share of it that the outline covers, measured along 32 lines through it: exact along a
-/// line. The left half of the upper half is computed; the rest are its mirror images.
+/// The weight of the colour in a device pixel is the share of the pixel that the outline covers, averaged over 32 lines
+/// through it and exact along each line. Only the upper left quarter is computed; the others mirror it.
 void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
   constexpr int kLines = 32;
   const Span box = ToDevice(x, y, w, h);
@@ -109,7 +110,7 @@ void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
         double covered = 0.0;
         for (int i = 0; i < kLines; ++i)
           covered += std::max(0.0, std::min(end[i], left + 1.0) - std::max(begin[i], left));
-        // Of the middle column only the left half was measured.
+        // The left half of the ellipse covers only the left half of a central column.
         if (left + 1.0 > a) covered *= 2.0;
         pixels[column] = Mix(pixels[column], over, static_cast<std::uint32_t>(covered * (256.0 / kLines) + 0.5));
       }

@@ -9,23 +9,23 @@ namespace {
 
 __extension__ typedef unsigned __int128 Wide;
 
-/// Where the middles of target pixels lie in the picture along one axis, in 1/256 of a picture pixel, rounded down.
-/// Only pixels that are seen and whose middle lies inside the picture are listed; they follow one another.
+/// Positions in the picture, along one axis, of the centres of consecutive target pixels, in 1/256 of a picture pixel,
+/// rounded down. Only visible pixels whose centre lies inside the picture are listed.
 struct Places {
-  std::int64_t first = 0;  ///< the device pixel of the first place
+  std::int64_t first = 0;  ///< the device pixel of the first position
   std::vector<std::int64_t> at;
-  bool natural = false;  ///< one picture pixel to a device pixel
+  bool natural = false;  ///< one picture pixel per device pixel
 
   int Pixel(std::size_t i) const { return static_cast<int>(at[i] >> 8); }
 };
 
-/// The target runs from t0 to t1, of which s0 to s1 are seen; `size` is the picture's.
+/// The target extends from t0 to t1, of which s0 to s1 are visible; `size` is the picture's.
 Places PlacesAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std::int64_t s1, int source, int sourceSize,
                    int size) {
   Places places;
   const auto length = static_cast<std::uint64_t>(t1 - t0);
   places.natural = length == static_cast<std::uint64_t>(sourceSize);
-  // Pixel k has its middle at (2k + 1) * sourceSize / (2 * length): the quotient and its remainder go along with k.
+  // The centre of pixel k is at (2k + 1) * sourceSize / (2 * length); quotient and remainder are updated as k grows.
   const auto divisor = 2 * length;
   const auto step = 512 * static_cast<std::uint64_t>(sourceSize);
   const Wide start = (2 * Wide(static_cast<std::uint64_t>(s0 - t0)) + 1) * static_cast<std::uint64_t>(sourceSize) * 256;
@@ -73,8 +73,8 @@ class HardRows {
   const Color* last_ = nullptr;
 };
 
-/// Target rows by bilinear interpolation between the middles of picture pixels; what lies beyond the edge is as the
-/// edge. All sums are whole numbers: weights of 8 bits across and 8 bits down, rounded once.
+/// Target rows by bilinear interpolation between the centres of picture pixels; beyond the edge the edge pixels are
+/// repeated. All sums are whole numbers: weights of 8 bits across and 8 bits down, rounded once.
 class SmoothRows {
  public:
   SmoothRows(PlaneView<const Color> picture, const Places& columns) : picture_(picture) {
@@ -90,7 +90,7 @@ class SmoothRows {
     const auto below = static_cast<std::uint64_t>((place - 128) & 255);
     Need(upper_, Inside(y, picture_.height));
     Need(lower_, Inside(y + 1, picture_.height));
-    // Red and blue lie 32 bits apart, green between them, so that each sum has room for its 24 bits.
+    // Red and blue are 32 bits apart and green is separate, so that each sum has room for its 24 bits.
     constexpr std::uint64_t kRedBlue = 0x0000FFFF0000FFFF;
     for (std::size_t i = 0; i < across_.size(); ++i) {
       const std::uint64_t upper = upper_.sums[i];
@@ -105,9 +105,9 @@ class SmoothRows {
  private:
   struct Across {
     int left, right;
-    std::uint64_t share;  ///< of the right one, in 256 parts
+    std::uint64_t share;  ///< of the right pixel, in 256ths
   };
-  /// A picture row interpolated across: three sums of 16 bits a target pixel.
+  /// A picture row interpolated across: three sums of 16 bits per target pixel.
   struct Sums {
     int y = -1;
     std::vector<std::uint64_t> sums;
@@ -134,7 +134,7 @@ class SmoothRows {
   Sums upper_, lower_;
 };
 
-/// Each component mixed by that of the mask: 0 shows the picture, 255 what was there.
+/// Mixes each component by that of the mask: 0 shows the picture, 255 leaves what was there.
 Color Masked(Color under, Color over, Color mask) {
   const auto mixed = [=](int shift) {
     const Color hides = mask >> shift & 0xFF;

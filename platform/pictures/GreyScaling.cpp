@@ -16,7 +16,7 @@ struct Range {
   Sample highest = std::numeric_limits<Sample>::lowest();
 };
 
-/// Every comparison with not-a-number is false, so that it changes nothing.
+/// Every comparison with not-a-number is false, so such samples are ignored.
 template <class Sample, class Counts>
 Range<Sample> RangeOf(std::span<const Sample> samples, Counts counts) {
   Range<Sample> range;
@@ -36,8 +36,8 @@ Range<Sample> FiniteRangeOf(std::span<const Sample> samples) {
   return range;
 }
 
-/// The 99.9th percentile by nearest rank: of n samples the (n / 1000 + 1)-th largest. `lowest` if fewer of them lie
-/// above that. One pass that keeps the largest samples seen so far.
+/// The 99.9th percentile by nearest rank: of n samples the (n / 1000 + 1)-th largest. `lowest` if fewer samples than
+/// that are larger than it. One pass that keeps the largest samples seen so far.
 template <class Sample>
 Sample PercentileOf(std::span<const Sample> samples, Sample lowest) {
   const std::size_t rank = samples.size() / 1000 + 1;
@@ -58,8 +58,8 @@ Sample PercentileOf(std::span<const Sample> samples, Sample lowest) {
   return largest.size() < rank ? lowest : dropSmaller();
 }
 
-/// The scaling as a function of one value. For whole numbers of up to 32 bits every product is exact in a double, and
-/// a quotient that is no half is farther from it than the rounding error; so the result is the exact one.
+/// The scaling as a function of one value. For whole numbers of up to 32 bits every product is exact in a double, and a
+/// quotient that is not a half differs from one by more than the rounding error, so the result is exact.
 class Scaler {
  public:
   Scaler(double lowest, double percentile, double highest) : shrink_(highest - lowest > 1e300 ? 0x1p-16 : 1.0) {
@@ -94,7 +94,7 @@ std::vector<std::uint8_t> ScaledToLevels(std::span<const Sample> samples) {
                      static_cast<double>(range.highest));
   if (scale.Flat()) return levels;
   if constexpr (sizeof(Sample) <= 2) {
-    // Few distinct values: one table look-up a sample instead of one division.
+    // Few distinct values: one table look-up per sample instead of one division.
     std::vector<std::uint8_t> table(static_cast<std::size_t>(range.highest - range.lowest) + 1);
     for (std::size_t i = 0; i < table.size(); ++i)
       table[i] = scale(static_cast<double>(range.lowest) + static_cast<double>(i));

@@ -19,7 +19,7 @@ constexpr const char* kHiddenBeginning = ".vornalite-";
 constexpr const char* kHiddenEnd = ".part";
 constexpr const char* kOpenFiles = "/proc/self/fd/";
 
-/// Removes the hidden files that no program holds locked: whoever wrote them was killed.
+/// Removes the hidden files that no program has locked: the program that wrote them was killed.
 void RemoveLeftOvers(const fs::path& folder) {
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; entry != end; entry.increment(error)) {
@@ -32,7 +32,7 @@ void RemoveLeftOvers(const fs::path& folder) {
   }
 }
 
-/// Makes the new name itself last. A file system that cannot do so keeps the file nevertheless.
+/// Makes the new name durable. Errors are ignored: the file itself is complete.
 void FlushFolder(const fs::path& folder) {
   const int opened = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (opened < 0) return;
@@ -40,13 +40,13 @@ void FlushFolder(const fs::path& folder) {
   close(opened);
 }
 
-/// Renames unless the new name is taken (EEXIST).
+/// Renames unless the new name is taken (errno EEXIST).
 bool RenameToFree(const fs::path& from, const fs::path& to) {
 #ifdef RENAME_NOREPLACE
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
   if (errno != EINVAL && errno != ENOSYS) return false;
 #endif
-  // This file system cannot: an empty file takes the name, if it is free, and the whole one replaces it.
+  // This file system does not support it: reserve the name, if it is free, with an empty file, then replace that one.
   const int placeholder = open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
   if (placeholder < 0) return false;
   close(placeholder);
@@ -81,7 +81,7 @@ int NewFile::OpenHidden() {
     const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (file < 0 && errno == EEXIST) continue;
     if (file < 0) return file;
-    // Until it is locked, another program may have taken it for a left-over.
+    // Before it was locked, another program may have removed it as a left-over.
     flock(file, LOCK_EX);
     struct stat status {};
     if (fstat(file, &status) == 0 && status.st_nlink > 0) {
@@ -95,7 +95,7 @@ int NewFile::OpenHidden() {
 bool NewFile::Flush() const {
   const int file = fileno(stream_);
   if (std::fflush(stream_) != 0) return false;
-  // Where files cannot be flushed the picture is kept all the same.
+  // EINVAL: this kind of file cannot be flushed, which is no failure.
   if (fsync(file) != 0 && errno != EINVAL) return false;
   // Network file systems report some failures only when a file is closed.
   const int copy = dup(file);

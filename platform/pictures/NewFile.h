@@ -1,30 +1,30 @@
 #pragma once
-/// A file that appears under its name when it is whole, or not at all.
+/// A file that appears under its name when it is complete, or not at all.
 
 #include <cstdio>
 #include <filesystem>
 
 namespace platform {
 
-enum class IfTaken { Replace, Keep };  ///< what happens to a file that has the name already
+enum class IfTaken { Replace, Keep };  ///< what happens to an existing file of that name
 
 class NewFile {
  public:
   enum class Outcome { Written, NameTaken, Failed };
 
-  /// Creates an empty file in the folder of the path, with the permissions that the user's mask leaves. With Keep it
-  /// has no name yet where the file system can do so, else a hidden one, as with Replace. What killed programs have
-  /// left there under hidden names is removed first.
+  /// Creates an empty file in the folder of the path, with the permissions of the user's umask. With Keep it has no
+  /// name yet if the file system supports that; otherwise, and with Replace, it has a hidden name. Hidden files left
+  /// there by killed programs are removed first.
   NewFile(const std::filesystem::path& path, IfTaken taken);
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
-  /// Removes the file unless it has got its name.
+  /// Removes the file unless Finish gave it its name.
   ~NewFile();
 
   /// For writing; nullptr if the file could not be created.
   std::FILE* Stream() const { return stream_; }
-  /// Flushes the file to the disk and gives it its name. Once, as the last step. NameTaken comes with Keep alone and
-  /// leaves the other file as it is.
+  /// Flushes the file to the disk and gives it its name. Call it once, as the last step. NameTaken is returned with
+  /// Keep only; the existing file stays as it is.
   Outcome Finish();
 
  private:

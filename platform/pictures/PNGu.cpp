@@ -12,7 +12,7 @@ namespace platform::PNGu {
 
 namespace {
 
-/// Bytes whose memory is not cleared before it is used.
+/// Bytes in uninitialised memory.
 struct Bytes {
   explicit Bytes(std::size_t count) : data(std::make_unique_for_overwrite<png_byte[]>(count)), size(count) {}
 
@@ -20,9 +20,9 @@ struct Bytes {
   std::size_t size;
 };
 
-/// Colours as the file holds them: each row a filter number and three bytes a pixel. Maps through a colour table have
-/// few colours and hard steps. The differences that filters make are noisier than the colours themselves, so that
-/// leaving the filters out is both the fastest and the smallest.
+/// Colours as the file holds them: each row is a filter number and three bytes per pixel. No filter is used: maps shown
+/// through a colour table have few colours and hard steps, so the differences that filters compute compress worse than
+/// the colours.
 Bytes FileRows(PlaneView<const Color> pixels) {
   Bytes rows(static_cast<std::size_t>(pixels.height) * (static_cast<std::size_t>(pixels.width) * 3 + 1));
   png_byte* to = rows.data.get();
@@ -38,8 +38,8 @@ Bytes FileRows(PlaneView<const Color> pixels) {
   return rows;
 }
 
-/// Compression is libdeflate's and not that of zlib, which libpng would call: on maps it takes less than half the time
-/// and the file is a seventh smaller.
+/// Compressed by libdeflate, not by zlib, which libpng would use: on maps it takes less than half the time, and the
+/// file is a seventh smaller.
 Bytes Compressed(const Bytes& rows) {
   struct Free {
     void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
@@ -55,7 +55,7 @@ void Fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
 
 void Ignore(png_structp, png_const_charp) {}
 
-/// The chunks of the compressed data and the one that ends the file.
+/// Writes the chunks of the compressed data and the one that ends the file.
 void WriteData(png_structp png, const png_byte* data, std::size_t size) {
   constexpr std::size_t kChunk = 1 << 20;
   const auto write = [png](const char* type, const png_byte* bytes, std::size_t count) {
@@ -67,7 +67,7 @@ void WriteData(png_structp png, const png_byte* data, std::size_t size) {
   write("IEND", nullptr, 0);
 }
 
-/// No object with a destructor may live in here nor in WriteData, for libpng leaves them by a long jump.
+/// No object with a destructor may live here or in WriteData: libpng leaves both by longjmp.
 bool Write(std::FILE* file, int width, int height, const png_byte* data, std::size_t size) {
   png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, Fail, Ignore);
   png_infop info = png ? png_create_info_struct(png) : nullptr;

@@ -1,5 +1,5 @@
 #pragma once
-/// Pictures in plain memory, 32 bits a pixel, 0x00RRGGBB, rows one after the other without gaps.
+/// Pictures in plain memory, 32 bits per pixel, 0x00RRGGBB, rows one after the other without gaps.
 
 #include <cstdint>
 #include <memory>
@@ -17,47 +17,47 @@ class RGBSurface;
 
 class Picture {
  public:
-  /// White, `width` by `height` pixels. Negative sizes count as 0. The memory is taken when somebody first asks for the
+  /// White, `width` by `height` pixels. Negative sizes count as 0. The memory is allocated at the first access to the
   /// pixels.
   Picture(int width, int height);
   /// A picture whose three components are equal at every pixel. `levels` holds width * height grey levels, row by row;
-  /// the colours are made when somebody first asks for them.
+  /// the colours are computed at the first access to the pixels.
   Picture(int width, int height, std::vector<std::uint8_t> levels);
 
   int Width() const { return width_; }
   int Height() const { return height_; }
 
-  /// All pixels, for pixel loops. The view stays valid as long as the picture, unless it becomes a copy.
+  /// All pixels, for pixel loops. The view is valid for the lifetime of the picture, or until CopyWhenAsked.
   PlaneView<Color> Pixels();
-  /// The same to be read at once.
+  /// The same for reading, without making the copy of CopyWhenAsked. The view may not be kept.
   PlaneView<const Color> PixelsToRead() { return copied_ ? copied_->PixelsToRead() : Pixels(); }
-  /// Makes this picture a copy of another one of its size. The pixels are copied when somebody first asks for them with
-  /// Pixels(), Graphics() or RGBSurface(): until then it shows what the other one shows.
+  /// Makes this picture a copy of another one of its size. The pixels are copied at the first call of Pixels(),
+  /// Graphics() or RGBSurface(); until then this picture shows the other one's, changes included.
   void CopyWhenAsked(const Ref<Picture>& other);
-  /// The grey levels of a picture that was made from them and has not been asked for its colours; empty otherwise.
+  /// The grey levels of a picture that was created from them, until the first access to its pixels; then empty.
   std::span<const std::uint8_t> GreyLevels() const { return levels_; }
 
-  /// A drawing surface on the picture: black, pen of 1, smooth renderer. What it draws is in the picture at once.
+  /// A drawing surface on the picture: black, pen of 1, smooth renderer. It draws straight into the pixels.
   platform::Graphics Graphics();
-  /// Pixel access. It keeps the pixels alive, also when the picture has gone.
+  /// Pixel access. It keeps the pixels alive, even after the picture is destroyed.
   platform::RGBSurface RGBSurface();
 
   /// The mask makes parts transparent when the picture is drawn: black shows, white hides, grey mixes. It has the
-  /// picture's size and is made, all white, at the first request.
+  /// picture's size and is created, all white, at the first call.
   Ref<Picture> Mask();
   bool HasMask() const { return static_cast<bool>(mask_); }
 
  private:
   int width_;
   int height_;
-  // Where the pixels come from, while nobody has asked for them: another picture, grey levels, or white.
+  // The source of the pixels until the first access to them: another picture, grey levels, or neither (white).
   Ref<Picture> copied_;
   std::vector<std::uint8_t> levels_;
   std::shared_ptr<std::vector<Color>> pixels_;
   Ref<Picture> mask_;
 };
 
-/// Pixel access to a picture, without a repaint. A read outside the picture is black; a write outside does nothing.
+/// Pixel access to a picture, without a repaint. Reading outside the picture gives black; writing there does nothing.
 class RGBSurface {
  public:
   RGBSurface() = default;

@@ -9,14 +9,14 @@
 
 namespace platform {
 
-/// Opens the pictures of a row of files, several at once on other cores, while the caller still works on those before.
+/// Opens a sequence of pictures in order, prefetching the next ones on other threads.
 class PictureSequence {
  public:
-  /// Holds at most `ahead` pictures, one or more, that have not been asked for yet.
+  /// `ahead`, 1 or more, is the largest number of pictures that are prefetched.
   PictureSequence(Array<Ref<FolderItem>> files, int ahead);
 
-  /// The picture of the next file, as its OpenAsPicture gives it: what a failure prints is printed here. Throws
-  /// NilObjectException for a nil file and OutOfBoundsException behind the last one.
+  /// The picture of the next file, as its OpenAsPicture returns it; a failure is printed now. Throws NilObjectException
+  /// for a nil file and OutOfBoundsException after the last one.
   Ref<Picture> Next();
 
  private:
@@ -25,7 +25,7 @@ class PictureSequence {
   Array<Ref<FolderItem>> files_;
   int ahead_;
   int next_ = 0;
-  /// Of the file next_ and those behind it; without a state for a nil file.
+  /// For the files from next_ on; an invalid future for a nil file.
   std::deque<std::future<OpenedPicture>> opening_;
 };
 
