@@ -13,7 +13,7 @@ namespace {
 
 enum Compression : std::uint32_t { kNone = 0, kRuns8 = 1, kRuns4 = 2, kMasks = 3, kMasksWithAlpha = 6 };
 
-/// What the headers say.
+/// The contents of the headers.
 struct Layout {
   std::int64_t width = 0;
   std::int64_t height = 0;
@@ -42,7 +42,7 @@ void ReadMasks(ByteSource& source, std::uint32_t headerSize, Layout& layout) {
   for (std::size_t i = 0; i < (alpha ? 4 : 3); ++i) layout.masks[i] = source.Little32(kMaskPlace + 4 * i);
 }
 
-/// Where the masks stand behind a header of 40 bytes, the palette or the pixels come after them.
+/// The masks follow a header of 40 bytes; the palette or the pixels come after them.
 std::uint64_t EndOfHeaders(std::uint32_t headerSize, std::uint32_t compression) {
   const std::uint64_t masks = compression == kMasks ? 12 : compression == kMasksWithAlpha ? 16 : 0;
   return kHeader + headerSize + (headerSize == 40 ? masks : 0);
@@ -65,7 +65,7 @@ Layout ReadLayout(ByteSource& source) {
   if (layout.topDown) layout.height = -layout.height;
   layout.bits = source.Little16(old ? 24 : 28);
   layout.compression = field(30);
-  const bool os2 = headerSize == 64;  // there 3 and 4 stand for other compressions
+  const bool os2 = headerSize == 64;  // there 3 and 4 mean other compressions
   if (layout.compression > kMasksWithAlpha || layout.compression == 4 || layout.compression == 5 ||
       (os2 && layout.compression > kRuns4))
     throw ReadFailure("unsupported compression: BMP " + std::to_string(layout.compression));
@@ -84,7 +84,7 @@ Layout ReadLayout(ByteSource& source) {
     ReadMasks(source, headerSize, layout);
     return layout;
   }
-  // As many colours as there is room for before the pixels.
+  // At most as many colours as fit before the pixels.
   const std::uint32_t entry = old ? 3 : 4;
   const std::uint32_t used = field(46);
   std::uint64_t colors = used > 0 ? std::min(used, 1u << layout.bits) : 1u << layout.bits;
@@ -96,11 +96,11 @@ Layout ReadLayout(ByteSource& source) {
     layout.palette.push_back(RGB(static_cast<int>(source.Byte(place + 2)), static_cast<int>(source.Byte(place + 1)),
                                  static_cast<int>(source.Byte(place))));
   }
-  layout.palette.resize(256);  // black for an index without a colour
+  layout.palette.resize(256);  // indices without a colour are black
   return layout;
 }
 
-/// One component of a pixel, picked by its mask; all bits set are 255.
+/// The component of a pixel that the mask selects, scaled so that all bits set give 255.
 class Component {
  public:
   explicit Component(std::uint32_t mask)
@@ -147,7 +147,7 @@ void ReadDirect(ByteSource& source, const Layout& layout, const PlaneView<Color>
     for (std::size_t i = kBytes; i > 0; --i) value = value << 8 | row[static_cast<std::size_t>(x) * kBytes + i - 1];
     return value;
   };
-  // Many programs announce an alpha and leave it at 0 everywhere; then there is none.
+  // Many programs declare an alpha component and leave it at 0 everywhere; then it is ignored.
   bool hasAlpha = false;
   if (layout.masks[3] != 0)
     ForEachRow(source, layout, [&](int, const std::vector<std::uint8_t>& row) {
@@ -164,10 +164,10 @@ void ReadDirect(ByteSource& source, const Layout& layout, const PlaneView<Color>
   });
 }
 
-/// Pairs of bytes: a run of one value, or behind a 0 an order: next row, end, a jump, or that many single values.
+/// Pairs of bytes: a run of one value, or a 0 and a command: next row, end, a jump, or that many single values.
 void ReadRuns(ByteSource& source, const Layout& layout, const PlaneView<Color>& pixels) {
   const bool nibbles = layout.compression == kRuns4;
-  std::fill_n(pixels.data, pixels.pitch * pixels.height, layout.palette[0]);  // of what the runs leave out
+  std::fill_n(pixels.data, pixels.pitch * pixels.height, layout.palette[0]);  // for pixels that no run covers
   std::int64_t x = 0;
   std::int64_t row = 0;
   const auto put = [&](std::uint32_t index) {

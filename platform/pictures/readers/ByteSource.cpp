@@ -15,13 +15,13 @@ namespace platform {
 
 namespace {
 
-/// Shorter reads go through the window; longer ones straight into their target.
+/// Shorter reads go through the window; longer ones go straight to their target.
 constexpr std::size_t kWindow = std::size_t{1} << 16;
 
 }  // namespace
 
 ByteSource::ByteSource(const std::filesystem::path& path) {
-  // Opened without waiting, so that a pipe of that name does not block the program.
+  // Opened without blocking, in case the name is that of a pipe.
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) throw ReadFailure(std::string("cannot be read: ") + std::strerror(errno));
   struct stat status {};

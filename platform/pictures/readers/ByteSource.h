@@ -1,5 +1,5 @@
 #pragma once
-/// The bytes of an image file, read when a decoder asks for them.
+/// The bytes of an image file, read on demand.
 
 #include <cstddef>
 #include <cstdint>
@@ -9,13 +9,13 @@
 
 namespace platform {
 
-/// A file, or bytes in memory. Nothing is mapped, so a file that another program shortens meanwhile gives a short read
-/// and no signal. Memory must outlive its source.
+/// A file, or bytes in memory. Files are read, not mapped: if another program shortens the file meanwhile, a read comes
+/// back short instead of raising a signal. The memory must outlive the source.
 class ByteSource {
  public:
-  // Implicit, so that a reader takes bytes in memory as they are.
+  // Implicit, so that bytes in memory can be passed to a reader.
   ByteSource(std::span<const std::uint8_t> memory) : window_(memory), size_(memory.size()) {}
-  /// Opens a regular file. Throws ReadFailure if it is none, is empty or cannot be opened.
+  /// Opens a file. Throws ReadFailure if it is not a regular file, is empty or cannot be opened.
   explicit ByteSource(const std::filesystem::path& path);
   ByteSource(const ByteSource&) = delete;
   ByteSource& operator=(const ByteSource&) = delete;
@@ -24,13 +24,13 @@ class ByteSource {
   /// The size when the source was opened.
   std::uint64_t Size() const { return size_; }
 
-  /// Copies `count` bytes from `position` on; fewer where the file ends. Returns how many.
+  /// Copies `count` bytes from `position` on, fewer at the end of the file. Returns how many.
   std::size_t Read(std::uint64_t position, void* target, std::size_t count);
 
-  /// The same, as a new array.
+  /// The same, as a new vector.
   std::vector<std::uint8_t> Bytes(std::uint64_t position, std::uint64_t count);
 
-  /// Single numbers. Throw ReadFailure, "truncated", at a position that the file lacks.
+  /// Single numbers. Throw ReadFailure ("truncated") for a position past the end.
   std::uint32_t Byte(std::uint64_t position) {
     if (position - windowStart_ >= window_.size()) RequireWindow(position);
     return window_[position - windowStart_];
@@ -47,7 +47,7 @@ class ByteSource {
 
   int file_ = -1;
   std::vector<std::uint8_t> buffer_;
-  std::span<const std::uint8_t> window_;  // what is in memory: a part of the file, or all
+  std::span<const std::uint8_t> window_;  // the bytes in memory: a part of the file, or all
   std::uint64_t windowStart_ = 0;
   std::uint64_t size_ = 0;
 };

@@ -11,7 +11,7 @@ namespace {
 
 using Palette = std::array<Color, 256>;
 
-/// The bytes of a chain of blocks, each of them behind its length; a length of 0 ends the chain.
+/// The bytes of a chain of blocks, each preceded by its length; a length of 0 ends the chain.
 class BlockReader {
  public:
   BlockReader(ByteSource& source, std::uint64_t position) : source_(source), position_(position) {}
@@ -65,7 +65,7 @@ class IndexReader {
     return code;
   }
 
-  /// Leaves the indices of the next code in string_, last one first.
+  /// Decodes the next code into string_, in reverse order.
   void ReadCode() {
     std::uint32_t code = Code();
     for (; code == clear_; code = Code()) Clear();
@@ -73,7 +73,7 @@ class IndexReader {
     if (code > next_ || (code >= clear_ && previous_ == kNone))
       throw ReadFailure("truncated or damaged: a code of the GIF has no meaning yet");
     std::uint32_t rest = code;
-    if (code == next_) {  // the string that this code itself completes: the previous one and its own first index
+    if (code == next_) {  // the code being defined now: the previous string followed by its own first index
       string_[waiting_++] = first_;
       rest = previous_;
     }
@@ -93,7 +93,7 @@ class IndexReader {
   std::uint32_t clear_;
   BlockReader blocks_;
   std::uint32_t window_ = 0;  // bits read and not used yet
-  std::uint32_t held_ = 0;    // how many
+  std::uint32_t held_ = 0;    // number of bits in window_
   std::uint32_t width_ = 0;   // of the next code
   std::uint32_t next_ = 0;    // the code to be defined next
   std::uint32_t previous_ = kNone;
@@ -104,7 +104,7 @@ class IndexReader {
   std::size_t waiting_ = 0;
 };
 
-/// Bytes of the colour table that these flags announce.
+/// Size in bytes of the colour table that these flags describe.
 std::uint32_t TableBytes(std::uint32_t flags) { return flags & 0x80 ? 3u << ((flags & 7) + 1) : 0; }
 
 void ReadTable(ByteSource& source, std::uint64_t position, std::uint32_t bytes, Palette& palette) {
@@ -113,7 +113,7 @@ void ReadTable(ByteSource& source, std::uint64_t position, std::uint32_t bytes, 
                          static_cast<int>(source.Byte(position + i + 2)));
 }
 
-/// The rows of an image of `height` rows, in the order in which they are stored.
+/// The row numbers of an image of `height` rows, in the order in which they are stored.
 std::vector<std::uint32_t> RowOrder(std::uint32_t height, bool interlaced) {
   constexpr std::array<std::array<std::uint32_t, 2>, 4> kPasses = {{{0, 8}, {4, 8}, {2, 4}, {1, 2}}};
   std::vector<std::uint32_t> rows;
@@ -131,7 +131,7 @@ Ref<Picture> Read(ByteSource& source) {
   ReadTable(source, 13, globalBytes, palette);
   const Color background = palette[source.Byte(11)];
 
-  // Extensions up to the first image. Blocks are skipped by their lengths.
+  // Skip to the first image and remember the transparent colour on the way.
   std::uint64_t place = 13 + globalBytes;
   std::uint32_t transparent = 256;
   for (; source.Byte(place) == 0x21; ++place) {
@@ -150,7 +150,7 @@ Ref<Picture> Read(ByteSource& source) {
   ReadTable(source, place + 10, localBytes, palette);
   if (transparent < 256) palette[transparent] = kWhite;
 
-  // The picture is the screen; a screen without a size is as large as its first image requires.
+  // The picture is the logical screen; if that has no size, it is as large as the first image requires.
   const std::uint32_t screenWidth = source.Little16(6) ? source.Little16(6) : left + width;
   const std::uint32_t screenHeight = source.Little16(8) ? source.Little16(8) : top + height;
   CheckSize(screenWidth, screenHeight, 8);

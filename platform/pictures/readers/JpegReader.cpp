@@ -20,8 +20,8 @@ struct Structure {
   std::uint32_t precision = 8;  // bits of a sample
 };
 
-/// Walks the segments up to the end-of-image marker; the coded data behind a start of scan last until the next marker.
-/// The toolkit returns half a picture where a file is cut short.
+/// Walks the segments up to the end-of-image marker; the coded data after a start of scan extend to the next marker.
+/// The check is needed because Qt returns half a picture for a truncated file.
 Structure StructureOf(ByteSource& source) {
   Structure structure;
   for (std::uint64_t place = 2;;) {
@@ -42,8 +42,7 @@ Structure StructureOf(ByteSource& source) {
   }
 }
 
-/// Keeps the toolkit's remarks on damaged images and profiles off the standard error stream, whatever the user's
-/// logging rules.
+/// Suppresses Qt's warnings about damaged images and profiles on standard error, whatever the user's logging rules.
 QLoggingCategory::CategoryFilter previousFilter = nullptr;
 void FilterRemarks(QLoggingCategory* category) {
   if (previousFilter) previousFilter(category);
@@ -56,7 +55,7 @@ void PrepareToolkit() {
   static std::once_flag prepared;
   std::call_once(prepared, [] {
     previousFilter = QLoggingCategory::installFilter(FilterRemarks);
-    QImageReader::setAllocationLimit(0);  // CheckSize has its own
+    QImageReader::setAllocationLimit(0);  // CheckSize limits it
   });
 }
 
@@ -102,7 +101,7 @@ Ref<Picture> Read(ByteSource& source) {
   }
   const QImage image = reader.read();
   if (image.isNull()) {
-    // Baseline and progressive of 8 bits are what every decoder reads.
+    // Every decoder reads baseline and progressive images of 8 bits.
     if (structure.process > 0xC2 || structure.precision != 8)
       throw ReadFailure("unsupported: JPEG process " + std::to_string(structure.process - 0xC0) + " of " +
                         std::to_string(structure.precision) + " bits");

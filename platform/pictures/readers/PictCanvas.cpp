@@ -7,10 +7,10 @@ namespace platform::pict {
 
 namespace {
 
-/// No PICT compresses more: run lengths reach 512 pixels a byte, JPEG inside a PICT less than 1000.
+/// No PICT compresses more: run lengths reach 512 pixels per byte, JPEG in a PICT less than 1000.
 constexpr double kPixelsPerByte = 4096;
 
-/// Number `i` of `count` pixels onto which `length` source pixels are spread: the source pixel below its centre.
+/// `length` source pixels are scaled to `count` pixels: the source pixel under the centre of pixel `i`.
 int SourcePixel(int i, int count, int length) {
   return static_cast<int>((2 * std::int64_t{i} + 1) * length / (2 * std::int64_t{count}));
 }

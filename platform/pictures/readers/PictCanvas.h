@@ -1,5 +1,5 @@
 #pragma once
-/// The picture that a PICT draws, onto which its rasters are painted.
+/// The picture onto which the rasters of a PICT are painted.
 
 #include <cstddef>
 #include <optional>
@@ -11,22 +11,22 @@
 
 namespace platform::pict {
 
-/// Where the pixels of a raster go.
+/// Source and destination of a raster.
 struct Placement {
-  Rect bounds;                      ///< of all pixels of the raster
+  Rect bounds;                      ///< the rectangle of the whole raster
   Rect source;                      ///< the part that is shown, in the coordinates of `bounds`
-  Rect destination;                 ///< where it is shown, scaled to this size, in drawing coordinates
-  std::optional<Region> mask = {};  ///< if there is one, only its pixels are painted; in drawing coordinates
+  Rect destination;                 ///< the rectangle to which it is scaled, in drawing coordinates
+  std::optional<Region> mask = {};  ///< if given, only its pixels are painted; in drawing coordinates
 };
 
-/// Paints one raster. Each pixel of the destination takes the colour of the source pixel that lies below its centre.
+/// Paints one raster. Each pixel of the destination gets the colour of the source pixel under its centre.
 class RowPainter {
  public:
   /// Paints nothing.
   RowPainter() = default;
-  /// `pixels` is the canvas, `area` its rectangle, `shown` the part of the destination that lies in it.
+  /// `pixels` is the canvas, `area` its rectangle, `shown` the part of the destination within it.
   RowPainter(const Placement& placement, PlaneView<Color> pixels, const Rect& area, const Rect& shown);
-  /// Paints wherever row `y` of the raster goes. To be called for all rows, from bounds.top down.
+  /// Paints the destination rows of row `y` of the raster. Call it for all rows in order, from bounds.top down.
   void Paint(int y, std::span<const Color> row);
 
  private:
@@ -35,22 +35,22 @@ class RowPainter {
   Rect area_;
   Rect shown_;                // in drawing coordinates
   int next_ = 0;              // the next row of `shown_` to be painted
-  std::vector<int> columns_;  // for each column of `shown_` that of the raster, or -1
+  std::vector<int> columns_;  // for each column of `shown_` the column of the raster, or -1
   std::optional<RegionRows> mask_;
 };
 
-/// White, and made when the first raster is painted.
+/// The drawing area: white, allocated when the first raster is painted.
 class Canvas {
  public:
-  /// `area` in drawing coordinates. `fileBytes` limits the work: what that many bytes cannot reasonably draw is
-  /// refused.
+  /// `area` in drawing coordinates. `fileBytes` limits the work: more pixels than a file of that size can reasonably
+  /// draw are refused.
   Canvas(const Rect& area, std::size_t fileBytes) : area_(area), fileBytes_(fileBytes) {}
-  /// Changes the area of a canvas on which nothing is painted yet.
+  /// Changes the area; only before the first raster.
   void SetArea(const Rect& area);
   RowPainter Begin(const Placement& placement);
-  /// Counts pixels that are decoded or painted; throws when they are too many.
+  /// Counts decoded or painted pixels; throws ReadFailure when there are too many.
   void CountWork(double pixels);
-  /// Nil as long as nothing was painted.
+  /// Nil until a raster is painted.
   const Ref<Picture>& Painted() const { return picture_; }
 
   /// Where the last QuickTime image was painted.

@@ -9,7 +9,7 @@
 
 namespace platform::pict {
 
-/// In drawing coordinates; `right` and `bottom` lie outside.
+/// In drawing coordinates; `right` and `bottom` are exclusive.
 struct Rect {
   int top = 0;
   int left = 0;
@@ -29,9 +29,9 @@ struct Rect {
 class Input {
  public:
   explicit Input(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
-  /// Bytes from the start.
+  /// Bytes read so far.
   std::size_t Position() const { return position_; }
-  /// Bytes up to the end.
+  /// Bytes left to read.
   std::size_t Left() const { return bytes_.size() - position_; }
 
   std::span<const std::uint8_t> Take(std::size_t count) {

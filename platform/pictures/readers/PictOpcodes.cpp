@@ -16,7 +16,7 @@ enum class Length {
   kFromOpcode,  // twice the high byte of the opcode
 };
 
-/// All opcodes up to `last` that the entries before do not cover.
+/// Covers the opcodes up to `last` that no previous entry covers.
 struct Entry {
   int last;
   Length length;

@@ -7,7 +7,7 @@ namespace platform::pict {
 
 enum class Version { kOne = 1, kTwo = 2 };
 
-/// Moves `input`, which is behind the opcode, past the opcode's data. Not for rasters, pixel patterns and QuickTime.
+/// Skips the data of an opcode that was just read. Not for rasters, pixel patterns and QuickTime.
 void SkipData(Input& input, int opcode, Version version);
 
 }  // namespace platform::pict

@@ -12,7 +12,7 @@ namespace platform::pict {
 
 namespace {
 
-/// Where QuickTime moves and scales an image.
+/// How QuickTime moves and scales an image.
 struct Transform {
   double scaleX, scaleY;
   double moveX, moveY;

@@ -11,7 +11,7 @@ namespace {
 
 /// Shorter rows are never packed.
 constexpr std::size_t kShortestPackedRow = 8;
-/// The count of the bytes of a packed row has one byte for rows up to this length, two bytes for longer ones.
+/// The byte count of a packed row takes one byte for rows up to this length, two bytes for longer ones.
 constexpr std::size_t kLongestRowOfByteCount = 250;
 
 bool IsDirect(int opcode) { return opcode == 0x9A || opcode == 0x9B; }
@@ -27,7 +27,7 @@ Packing DirectPacking(int type, const PixelMap& map) {
                     std::to_string(map.depth) + " bits");
 }
 
-/// From the row bytes up to the colour table.
+/// Reads the fields from the row bytes up to the colour table.
 PixelMap ReadPixelMap(Input& input, bool direct, bool packed) {
   PixelMap map;
   const int rowBytes = input.Word();
@@ -55,7 +55,7 @@ PixelMap ReadPixelMap(Input& input, bool direct, bool packed) {
   return map;
 }
 
-/// Fills the row from PackBits data whose runs count units of 1 or 2 bytes. Bytes that follow a full row are dropped.
+/// Fills the row from PackBits data whose runs count units of 1 or 2 bytes. Excess bytes are dropped.
 void Unpack(Input packed, std::size_t unit, std::span<std::uint8_t> row) {
   while (!row.empty()) {
     const int code = packed.Left() > 0 ? packed.Byte() : 0;
@@ -78,7 +78,7 @@ void Unpack(Input packed, std::size_t unit, std::span<std::uint8_t> row) {
 class PixelRows {
  public:
   PixelRows(Input& input, const PixelMap& map);
-  /// The colours of the next row; those of four components with the alpha in the highest byte.
+  /// The colours of the next row; with four components the highest byte is the alpha.
   std::span<Color> Next();
 
  private:
@@ -156,13 +156,13 @@ Color OnWhite(Color color) {
   return RGB(OverWhite(Red(color), alpha), OverWhite(Green(color), alpha), OverWhite(Blue(color), alpha));
 }
 
-/// Behind a QuickTime image comes what programs without QuickTime show in its place: a bit map within its rectangle, or
-/// a raster of any depth that would hide it.
+/// A QuickTime image is followed by a fallback for programs without QuickTime: a bit map within its rectangle, or a
+/// raster of any depth that would cover it.
 bool IsFallback(const PixelMap& map, const Rect& destination, const Rect& quickTime) {
   return map.depth == 1 ? quickTime.Contains(destination) : destination == quickTime;
 }
 
-/// Whether any pixel of the rows that follow has an alpha other than 0.
+/// Whether any pixel of the following rows has an alpha other than 0.
 bool HasAlpha(Input input, const PixelMap& map) {
   if (map.depth != 32 || map.components != 4) return false;
   PixelRows rows(input, map);

@@ -11,8 +11,8 @@ using namespace pict;
 constexpr int kEnd = 0xFF;
 constexpr int kHeader = 0x0C00;
 
-/// The header of version 2. If it has a source rectangle, that one holds the drawing coordinates and the size in
-/// pixels; the frame is then the same at 72 dots per inch.
+/// The header of version 2. Its source rectangle, if it has one, gives the drawing coordinates and the size in pixels;
+/// the frame is then the same area at 72 dots per inch.
 void ReadHeader(Input& input, Canvas& canvas) {
   const bool extended = input.Word() == 0xFFFE;
   input.Skip(10);  // reserved, resolution

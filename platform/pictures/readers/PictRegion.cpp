@@ -30,7 +30,7 @@ std::span<const std::uint8_t> RegionRows::Row(int y) {
   if (next_ >= words.size() || words[next_] > y) return inside_;
   while (next_ < words.size() && words[next_] <= y) {
     for (++next_; next_ < words.size() && words[next_] != Region::kEndMark; ++next_) {
-      // Points left of the columns decide how the first column begins.
+      // Points left of the columns decide whether the first column is inside.
       const auto column = static_cast<std::size_t>(std::max(words[next_] - left_, 0));
       if (column < changes_.size()) changes_[column] ^= 1;
     }

@@ -25,7 +25,7 @@ bool LooksLikeTiff(std::span<const std::uint8_t> bytes) {
 }
 
 bool LooksLikeBmp(std::span<const std::uint8_t> bytes) {
-  // Two letters alone are the beginning of many a text; the size of the second header tells.
+  // Many texts begin with these two letters, so the size of the second header is checked too.
   return BeginsWithOneOf(bytes, {"BM"sv}) && bytes.size() > 18 && bytes[15] == 0 && bytes[16] == 0 && bytes[17] == 0 &&
          (bytes[14] == 12 || bytes[14] == 16 || (bytes[14] >= 40 && bytes[14] <= 124));
 }
@@ -37,7 +37,7 @@ bool PictBeginsAt(std::span<const std::uint8_t> bytes, std::size_t place) {
   const auto number = [&](std::size_t i) {
     return static_cast<std::int16_t>((bytes[place + i] << 8) | bytes[place + i + 1]);
   };
-  // The size in bytes, the frame, the version.
+  // The size in bytes (ignored), the frame, the version.
   return number(6) > number(2) && number(8) > number(4) &&
          BeginsWithOneOf(bytes.subspan(place + 10), {"\0\x11\x02\xFF"sv, "\x11\x01"sv});
 }

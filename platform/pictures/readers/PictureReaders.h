@@ -1,12 +1,12 @@
 #pragma once
-/// Pictures in: one reader a format, chosen by the content of the file. FolderItem::OpenAsPicture is the way in for the
-/// program; these are for the tests and fuzz targets of the readers.
+/// One reader per format, chosen by the content of the file. The program calls FolderItem::OpenAsPicture and
+/// PictureSequence; the functions for bytes in memory and for a given format are for tests and fuzz targets.
 ///
-/// All readers: the first image of a file counts. A grey image gives a picture made from grey levels, any other one
-/// colours. Unsigned eight-bit values are never touched. A grey plane of another depth (signed of 8 bits, 9 to 32 or
-/// 64 bits of any kind, floating point) is scaled linearly from what it holds, see ScaledToLevels. Alpha is composited
-/// on white; a colour profile is ignored. Of a PICT the rasters and QuickTime images are read, not its vectors and
-/// text. An image of more than kMaximumPixels, or one that memory does not hold, is refused.
+/// All readers: the first image of a file counts. A grey image gives a picture of grey levels, any other one a picture
+/// of colours. Unsigned eight-bit values are never changed. A grey plane of another depth (signed of 8 bits, 9 to 32 or
+/// 64 bits of any kind, floating point) is scaled linearly by its own range, see ScaledToLevels. Alpha is composited on
+/// white; a colour profile is ignored. Of a PICT the rasters and QuickTime images are read, not its vectors and text.
+/// An image of more than kMaximumPixels, or one that does not fit in memory, is refused.
 
 #include <cstdint>
 #include <filesystem>
@@ -22,7 +22,7 @@ constexpr std::int64_t kMaximumPixels = std::int64_t{1} << 30;
 
 struct OpenedPicture {
   Ref<Picture> picture;  ///< nil on failure
-  String failure;        ///< "truncated", "unsupported", "not an image" or "cannot be read", then the particulars
+  String failure;        ///< "truncated", "unsupported", "not an image" or "cannot be read", then the details
 };
 
 OpenedPicture ReadPicture(const std::filesystem::path& path);

@@ -14,7 +14,7 @@ namespace platform {
 
 namespace {
 
-/// The file as libpng reads it, and what libpng said about it.
+/// The file as libpng reads it, and libpng's error.
 struct Source {
   ByteSource& bytes;
   std::uint64_t position = 0;
@@ -39,8 +39,8 @@ void ReadBytes(png_structp png, png_bytep target, std::size_t count) {
 
 void DropWarning(png_structp, png_const_charp) {}
 
-/// One file being decoded. What libpng does not accept leaves it by a long jump; the steps given to Run therefore hold
-/// nothing that needs a destructor.
+/// One file being decoded. libpng reports errors by longjmp, so the steps passed to Run must not hold objects with
+/// destructors.
 class Decoder {
  public:
   explicit Decoder(ByteSource& bytes) : source_{.bytes = bytes} {
@@ -51,7 +51,7 @@ class Decoder {
       throw std::bad_alloc();
     }
     png_set_read_fn(png_, &source_, ReadBytes);
-    png_set_user_limits(png_, 0x7FFFFFFF, 0x7FFFFFFF);  // CheckSize has its own
+    png_set_user_limits(png_, 0x7FFFFFFF, 0x7FFFFFFF);  // CheckSize limits it
   }
   Decoder(const Decoder&) = delete;
   Decoder& operator=(const Decoder&) = delete;
@@ -81,8 +81,8 @@ struct Header {
   int width = 0;
   int height = 0;
   int depth = 0;
-  bool grey = false;  // by its colour type; a palette is not
-  int channels = 0;   // once expanded: grey, grey and alpha, RGB, RGB and alpha
+  bool grey = false;  // by its colour type; a palette does not count
+  int channels = 0;   // after expansion: grey, grey and alpha, RGB, RGB and alpha
   std::size_t Pixels() const { return static_cast<std::size_t>(width) * static_cast<std::size_t>(height); }
 };
 
@@ -101,8 +101,8 @@ Header ReadHeader(Decoder& decoder) {
   return header;
 }
 
-/// The samples of all pixels, `channels` a pixel, of 8 bits or, where `Sample` is wider, of 16. Nothing else is done to
-/// them: gamma and profiles stay out.
+/// The samples of all pixels, `channels` per pixel, of 8 bits or, if `Sample` is wider, of 16. Gamma and profiles are
+/// not applied.
 template <class Sample>
 std::vector<Sample> ReadSamples(Decoder& decoder, const Header& header) {
   const std::size_t rowSamples = static_cast<std::size_t>(header.width) * static_cast<std::size_t>(header.channels);
@@ -124,7 +124,7 @@ std::vector<Sample> ReadSamples(Decoder& decoder, const Header& header) {
   return samples;
 }
 
-/// Every `channels`-th sample, from number `first` on.
+/// Every `channels`-th sample, starting with number `first`.
 template <class Sample>
 std::vector<Sample> Channel(const std::vector<Sample>& samples, const Header& header, std::size_t first) {
   std::vector<Sample> channel(header.Pixels());

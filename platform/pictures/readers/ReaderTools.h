@@ -1,5 +1,5 @@
 #pragma once
-/// What the picture readers share: refusing, limits, orientation, colours that are grey after all.
+/// Shared by the picture readers: failures, limits, orientation, colour images whose colours are all grey.
 
 #include <cstddef>
 #include <cstdint>
@@ -12,13 +12,13 @@
 
 namespace platform {
 
-/// Thrown inside a reader to give a file up; the text is the OpenedPicture's failure.
+/// Thrown inside a reader to refuse a file; the text becomes OpenedPicture::failure.
 class ReadFailure : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// Runs a reader's body, which returns a picture or what another reader has opened; what it throws becomes the failure.
+/// Runs the body of a reader, which returns a picture or another reader's result. An exception becomes the failure.
 template <class Body>
 OpenedPicture Guarded(Body body) noexcept {
   try {
@@ -33,27 +33,26 @@ OpenedPicture Guarded(Body body) noexcept {
   }
 }
 
-/// A PICT begins behind 512 bytes that belong to nobody; a PICT taken from a resource lacks them.
+/// Length of the header of a PICT file, whose content is up to the program that wrote it. A PICT taken from a resource
+/// lacks it.
 constexpr std::size_t kPictPreamble = 512;
-/// Whether the opcodes of a PICT begin at that place of the bytes, or at kPictPreamble.
+/// Whether a PICT (size, frame, version) begins at that position of the bytes.
 bool PictBeginsAt(std::span<const std::uint8_t> bytes, std::size_t place);
 
-/// How many bytes the pixels of one picture may take: half of the machine's memory.
+/// Limit of the bytes for the pixels of one picture: half of the machine's memory.
 double MemoryForAPicture();
 
-/// Throws if an image of that size cannot be read: without pixels, of more than kMaximumPixels, or of more bytes than
-/// MemoryForAPicture.
+/// Throws ReadFailure if the image has no pixels, more than kMaximumPixels, or more bytes than MemoryForAPicture.
 void CheckSize(double width, double height, double bytesPerPixel);
 
-/// Throws if the header claims more than `pixelsPerByte` pixels for each byte of the file, which no compression of the
-/// format reaches: such a header lies, and the claimed memory is better not touched.
+/// Throws ReadFailure if the header claims more than `pixelsPerByte` pixels per byte of the file, which no compression
+/// of the format reaches: the memory for a wrong size is never allocated.
 void CheckPlausible(double width, double height, std::size_t fileBytes, double pixelsPerByte);
 
-/// The same picture; made from grey levels if every one of its colours is grey.
+/// The same picture; a picture of grey levels if all of its colours are grey.
 Ref<Picture> AsLevelsIfGrey(const Ref<Picture>& colors);
 
-/// Where the rows and columns of a stored image belong, by the orientation tag of TIFF and EXIF: 1 is upright, 5 to 8
-/// exchange rows and columns.
+/// The orientation tag of TIFF and EXIF: 1 is upright, 5 to 8 exchange rows and columns.
 class Orientation {
  public:
   /// Numbers outside 1 to 8 count as 1.

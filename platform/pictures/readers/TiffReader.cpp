@@ -22,12 +22,12 @@ namespace platform {
 
 namespace {
 
-/// The file as libtiff reads it, and what libtiff said about it.
+/// The file as libtiff reads it, and libtiff's first error.
 struct Source {
   ByteSource& bytes;
   toff_t position = 0;
   bool pastEnd = false;           // libtiff asked for bytes that the file does not have
-  bool paletteLost = false;       // it could not read the colour map, and goes on without
+  bool paletteLost = false;       // libtiff could not read the colour map and continued without it
   std::array<char, 256> error{};  // its first error
 };
 
@@ -78,10 +78,10 @@ using Tiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
   throw ReadFailure("truncated or damaged: " + what);
 }
 
-/// No mapping is offered to libtiff: uncompressed strips then go from the file to our memory in one copy, and ReadBytes
-/// learns of every attempt to read past the end.
+/// libtiff gets no mapping functions: so uncompressed strips are copied only once, and ReadBytes notices every attempt
+/// to read past the end.
 Tiff Open(Source& source) {
-  // Some messages of old parts of the library know no handle: nobody hears them.
+  // Some old parts of the library report errors without a handle, to the global handlers: discard those.
   static std::once_flag silenced;
   std::call_once(silenced, [] {
     TIFFSetErrorHandler(nullptr);
@@ -100,13 +100,13 @@ Tiff Open(Source& source) {
   return tiff;
 }
 
-/// The tags that decide how an image is read.
+/// The tags that decide how the image is decoded.
 struct Layout {
   std::uint32_t width = 0;
   std::uint32_t height = 0;
   std::uint16_t bits = 1;
   std::uint16_t samples = 1;
-  std::uint16_t format = 0;  // 0 when the file does not say
+  std::uint16_t format = 0;  // 0 if the file does not state it
   std::uint16_t compression = COMPRESSION_NONE;
   std::uint16_t photometric = 0;
   std::uint16_t orientation = ORIENTATION_TOPLEFT;
@@ -114,7 +114,7 @@ struct Layout {
   std::uint16_t extraCount = 0;
   const std::uint16_t* extras = nullptr;
 
-  /// The sample that holds an alpha, or -1.
+  /// The index of the alpha sample, or -1.
   int AlphaSample() const {
     for (int i = 0; i < extraCount; ++i)
       if (extras[i] == EXTRASAMPLE_ASSOCALPHA || extras[i] == EXTRASAMPLE_UNASSALPHA) return samples - extraCount + i;
@@ -123,8 +123,8 @@ struct Layout {
   bool AlphaPremultiplied() const { return extras[AlphaSample() - (samples - extraCount)] == EXTRASAMPLE_ASSOCALPHA; }
 };
 
-/// A file that does not say what its samples mean: three or more are RGB. libtiff has counted all but one of them as
-/// extra samples, behind those that the file declares, and takes the image for grey as long as nobody corrects it.
+/// If the file does not state what its samples mean, three or more are RGB. libtiff treats such an image as grey, with
+/// all samples but one counted as extra samples after those that the file declares; this corrects it.
 void GuessPhotometric(TIFF* tiff, Layout& layout) {
   const bool fax = layout.compression >= COMPRESSION_CCITTRLE && layout.compression <= COMPRESSION_CCITTFAX4;
   layout.photometric = layout.samples >= 3 ? PHOTOMETRIC_RGB : fax ? PHOTOMETRIC_MINISWHITE : PHOTOMETRIC_MINISBLACK;
@@ -155,7 +155,7 @@ Layout LayoutOf(TIFF* tiff) {
   return layout;
 }
 
-/// Refuses, before anything large is allocated, what cannot become a picture.
+/// Throws ReadFailure, before anything large is allocated, for images that cannot be read.
 void Check(TIFF* tiff, const Source& source, const Layout& layout) {
   const double bytesPerPixel = layout.bits / 8.0 * layout.samples;
   CheckSize(layout.width, layout.height, std::max(bytesPerPixel, 4.0));
@@ -163,8 +163,8 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
     const TIFFCodec* codec = TIFFFindCODEC(layout.compression);
     throw ReadFailure("unsupported compression: " + (codec ? codec->name : std::to_string(layout.compression)));
   }
-  // Uncompressed YCbCr may hold its colour once for up to 16 pixels. Compression makes one byte of 65536 at the very
-  // best: a blank page of fax.
+  // Uncompressed YCbCr may store its colour once for up to 16 pixels. Compression reaches 65536 pixels per byte at the
+  // very best, for a blank fax page.
   if (layout.compression == COMPRESSION_NONE)
     CheckPlausible(layout.width, layout.height, source.bytes.Size(),
                    (layout.photometric == PHOTOMETRIC_YCBCR ? 4 : 1) / bytesPerPixel);
@@ -177,7 +177,7 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
     TIFFGetField(tiff, TIFFTAG_TILELENGTH, &tileHeight);
     CheckSize(tileWidth, tileHeight, bytesPerPixel);
   }
-  // A compressed strip that the file no longer holds: some codecs would make up the rest.
+  // A compressed strip extends past the end of the file: some codecs would invent the rest.
   const std::uint32_t chunks = TIFFIsTiled(tiff) ? TIFFNumberOfTiles(tiff) : TIFFNumberOfStrips(tiff);
   for (std::uint32_t i = 0; i < chunks && layout.compression != COMPRESSION_NONE; ++i) {
     const std::uint64_t offset = TIFFGetStrileOffset(tiff, i);
@@ -187,7 +187,7 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
   }
 }
 
-/// The number that `bits` bits stand for; a signed type takes its sign from the highest of them.
+/// The value of a number of `bits` bits; for a signed type the highest bit is the sign.
 template <class Sample>
 Sample FromBits(std::uint64_t value, std::size_t bits) {
   if constexpr (std::is_signed_v<Sample>) {
@@ -198,8 +198,8 @@ Sample FromBits(std::uint64_t value, std::size_t bits) {
   }
 }
 
-/// Takes one value of every pixel from a row, the one with number `first`. libtiff has put words of 16, 24, 32 and 64
-/// bits into the machine's byte order; other widths are packed, highest bit first.
+/// Extracts sample number `first` of every pixel of a row. libtiff has put words of 16, 24, 32 and 64 bits into the
+/// machine's byte order; other widths are packed, highest bit first.
 template <class Sample>
 void TakeSamples(const std::uint8_t* row, std::uint32_t count, int first, const Layout& layout, Sample* out) {
   const std::size_t stride = layout.separate ? 1 : layout.samples;
@@ -233,8 +233,8 @@ std::vector<Sample> ReadStrips(TIFF* tiff, const Source& source, const Layout& l
   TIFFGetFieldDefaulted(tiff, TIFFTAG_ROWSPERSTRIP, &stripRows);
   if (stripRows == 0) throw ReadFailure("truncated or damaged: strips without rows");
   stripRows = std::min(stripRows, layout.height);
-  // Strips of nothing but this sample are decoded straight into the plane. It grows strip by strip, so that a strip is
-  // still in the cache when its turn comes, and so that a lying header costs nothing.
+  // Strips that hold only this sample are decoded straight into the plane. The plane grows strip by strip, so that a
+  // strip is still in the cache when it is processed and a wrong size in the header costs no memory.
   const bool direct = layout.bits == 8 * sizeof(Sample) && (layout.samples == 1 || layout.separate);
   const std::uint16_t plane = layout.separate ? static_cast<std::uint16_t>(sample) : 0;
   const int first = layout.separate ? 0 : sample;
@@ -292,7 +292,7 @@ std::vector<Sample> ReadPlane(TIFF* tiff, const Source& source, const Layout& la
                            : ReadStrips<Sample>(tiff, source, layout, sample);
 }
 
-/// Floating-point numbers shorter than those of the machine: a sign, then the exponent, then the mantissa.
+/// Floating-point numbers of 16 or 24 bits: a sign, then the exponent, then the mantissa.
 template <class Word>
 std::vector<float> FromShortFloats(const std::vector<Word>& words, int exponentBits, int mantissaBits) {
   const int largest = (1 << exponentBits) - 1;
@@ -312,8 +312,8 @@ std::vector<float> FromShortFloats(const std::vector<Word>& words, int exponentB
   return values;
 }
 
-/// Some programs write floating-point maps without saying so. Read as whole numbers of 32 bits, ordinary values between
-/// 2^-32 and 2^32 lie above 800 million, all of them but 0: no map of counts looks like that.
+/// Some programs write floating-point maps without declaring the sample format. Read as whole numbers of 32 bits,
+/// ordinary values from 2^-32 to 2^32 are all above 800 million, except 0: no map of counts looks like that.
 template <class Float>
 bool LooksLikeFloats(const std::vector<Float>& values) {
   bool any = false;
@@ -330,7 +330,7 @@ std::vector<std::uint8_t> Scaled(const std::vector<Sample>& samples) {
   return ScaledToLevels(std::span<const Sample>(samples));
 }
 
-/// The levels of a plane whose samples fill one of the three types.
+/// The levels of a plane with samples of one of the three types.
 template <class Unsigned, class Signed, class Float>
 std::vector<std::uint8_t> ReadScaled(TIFF* tiff, const Source& source, const Layout& layout) {
   if (layout.format == SAMPLEFORMAT_INT) return Scaled(ReadPlane<Signed>(tiff, source, layout, 0));
@@ -366,7 +366,7 @@ void CheckDepth(const Layout& layout) {
                                                            : ""));
 }
 
-/// One sample of every pixel, from 0 to 255; its full scale is the largest number of its depth, of 1 to 16 bits.
+/// One sample of every pixel, of 1 to 16 bits, scaled so that its largest possible value is 255.
 std::vector<std::uint8_t> ReadFullScale(TIFF* tiff, const Source& source, const Layout& layout, int sample) {
   const auto words = ReadPlane<std::uint16_t>(tiff, source, layout, sample);
   const std::uint32_t fullScale = (std::uint32_t{1} << layout.bits) - 1;
@@ -423,7 +423,7 @@ Ref<Picture> ReadPalette(TIFF* tiff, const Source& source, const Layout& layout)
   if (!TIFFGetField(tiff, TIFFTAG_COLORMAP, &red, &green, &blue))
     throw ReadFailure("unsupported photometric: a palette without its colours");
   const std::size_t size = std::size_t{1} << layout.bits;
-  // Components have 16 bits; some programs write 8, which shows where no component of the palette is larger.
+  // Components have 16 bits, but some programs write 8: detected by no component being larger.
   const auto small = [size](const std::uint16_t* values) {
     return std::all_of(values, values + size, [](std::uint16_t value) { return value < 256; });
   };
@@ -435,7 +435,7 @@ Ref<Picture> ReadPalette(TIFF* tiff, const Source& source, const Layout& layout)
   Color* pixels = picture->Pixels().data;
   std::transform(indices.begin(), indices.end(), pixels, [&](std::uint8_t index) { return palette[index]; });
   if (layout.AlphaSample() > 0) {
-    // A colour of the palette serves pixels of any alpha, so it is never multiplied with one.
+    // A palette colour is shared by pixels of any alpha, so it is never premultiplied.
     const auto alpha = ReadAlpha(tiff, source, layout);
     std::transform(pixels, pixels + alpha.size(), alpha.begin(), pixels,
                    [](Color color, int over) { return ColorOverWhite(color, over); });
@@ -459,7 +459,7 @@ Ref<Picture> ReadUnusualRgb(TIFF* tiff, const Source& source, const Layout& layo
   return AsLevelsIfGrey(Upright(picture, layout));
 }
 
-/// RGB, CMYK, YCbCr and the rarer ones: libtiff makes 8-bit RGB of them; 16 bits become round(v / 257).
+/// RGB, CMYK, YCbCr and rarer ones: libtiff converts them to 8-bit RGB; 16 bits become round(v / 257).
 Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) {
   char message[1024] = "";
   TIFFRGBAImage image{};
@@ -471,12 +471,12 @@ Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) 
     throw ReadFailure("unsupported photometric or depth: photometric " + std::to_string(layout.photometric) + ", " +
                       std::to_string(layout.bits) + " bits: " + message);
   const std::unique_ptr<TIFFRGBAImage, decltype(&TIFFRGBAImageEnd)> end(&image, TIFFRGBAImageEnd);
-  image.req_orientation = image.orientation;  // rows as they are stored; Upright turns them
+  image.req_orientation = image.orientation;  // rows as they are stored; Upright rotates them
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
   Color* pixels = picture->Pixels().data;
   if (!TIFFRGBAImageGet(&image, pixels, layout.width, layout.height)) GiveUp(source);
-  // libtiff has multiplied the colours with their alpha. It takes a fourth sample for alpha also where the file says
-  // that it is something else.
+  // libtiff has multiplied the colours by their alpha. It treats a fourth sample as alpha even if the file declares
+  // something else.
   const bool declared = layout.extraCount > 0;
   const bool hasAlpha = image.alpha != 0 && (!declared || layout.AlphaSample() >= 0);
   std::transform(pixels, pixels + std::size_t{layout.width} * layout.height, pixels, [hasAlpha](std::uint32_t abgr) {
@@ -503,7 +503,7 @@ OpenedPicture ReadTiff(ByteSource&& bytes) {
       case PHOTOMETRIC_MASK:
         return ReadGrey(tiff.get(), source, layout);
       case PHOTOMETRIC_PALETTE:
-        // Deep maps carry a stray colour map at times; their values are counts all the same.
+        // Deep maps sometimes have a stray colour map; their values are counts nevertheless.
         return layout.bits <= 8 ? ReadPalette(tiff.get(), source, layout) : ReadGrey(tiff.get(), source, layout);
       case PHOTOMETRIC_RGB:
         if (layout.samples - layout.extraCount < 3) return ReadGrey(tiff.get(), source, layout);
