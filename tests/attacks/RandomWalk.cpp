@@ -2,7 +2,8 @@
 /// items, closes windows. It fails when the program crashes, hangs or leaves something on the screen that it would not
 /// paint again. A walk depends on its seed alone; the one that fails is printed.
 ///
-/// VORNALITE_WALK_SECONDS: how long to go on with walk after walk (5). VORNALITE_WALK_SEED: the one walk to repeat.
+/// VORNALITE_WALK_SECONDS: how long to go on with walk after walk (5). VORNALITE_WALK_FROM: the seed of the first walk;
+/// the next ones count upward (1, so that a test run repeats). VORNALITE_WALK_SEED: the one walk to repeat.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -207,7 +208,7 @@ int main(int, char** argv) {
   if (std::getenv("VORNALITE_WALK_SEED")) return WalkOnce(argv, NumberFrom("VORNALITE_WALK_SEED", 0));
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(NumberFrom("VORNALITE_WALK_SECONDS", 5));
   int walks = 0;
-  for (unsigned seed = std::random_device{}(); std::chrono::steady_clock::now() < end; ++seed, ++walks) {
+  for (unsigned seed = NumberFrom("VORNALITE_WALK_FROM", 1); std::chrono::steady_clock::now() < end; ++seed, ++walks) {
     const pid_t walker = fork();
     if (walker == 0) {
       alarm(kSecondsAWalk);
