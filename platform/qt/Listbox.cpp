@@ -1,3 +1,5 @@
+#include "platform/widgets/Listbox.h"
+
 #include <QFontMetricsF>
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -9,7 +11,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/widgets/Listbox.h"
 #include "platform/qt/NativeListbox.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
@@ -127,6 +128,11 @@ class View : public QTableView {
     walked_ |= byKey;
     native_.Raise(native_.list.GotFocus);
     if (!hasFocus() && byKey) PassOn(forward);
+  }
+  bool focusNextPrevChild(bool next) override {
+    const bool moved = QTableView::focusNextPrevChild(next);
+    viewport()->update();  // the first Tab shows the frame around the current cell, even if the focus stays here
+    return moved;
   }
   void resizeEvent(QResizeEvent* event) override {
     QTableView::resizeEvent(event);
