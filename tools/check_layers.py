@@ -28,7 +28,7 @@ ABOVE_ARITHMETIC = ("platform/widgets/", "platform/qt/", "appcore/")
 TOOLKIT = re.compile(r"^(Q[A-Za-z]|qt?[a-z]*\.h|private/q|qpa/|tiff|png|xcb/)")
 TOOLKIT_FOLDERS = ("platform/", "tests/platform/", "tests/support/", "bench/")
 X11 = re.compile(r"^X11/")
-X11_FOLDERS = ("platform/qt/", "tools/xdriver/")
+X11_FOLDERS = ("platform/qt/", "tools/xdriver/", "tests/platform/")
 DRIVER = {"tools/xdriver/Bitmap.cpp": "png.h"}
 # Quoted includes that are not files of this tree.
 FOREIGN = re.compile(r"^hwy/|\.moc$")

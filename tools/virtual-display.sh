@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # virtual-display.sh [--screen WIDTHxHEIGHT] [--manager PROGRAM] COMMAND...: runs the command on a display of its own,
-# made for it, with a window manager (openbox unless another is named) and a session bus. Everything ends with the
-# command; its exit code is returned.
+# made for it, with a window manager (openbox unless another is named, or "none") and a session bus. Everything ends
+# with the command; its exit code is returned.
 set -euo pipefail
 tools=$(dirname "$(readlink -f "$0")")
 screen=1600x1200
@@ -42,13 +42,15 @@ read -r -t 60 number <"$private/number" || true
 [[ -n $number ]] || { echo "Vornalite: no virtual display could be started" >&2; exit 1; }
 export DISPLAY=:$number
 
-"${manager[@]}" >/dev/null 2>&1 &
-pids=("$!" "${pids[@]}")
-end=$((SECONDS + 60))
-until [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) == *"window id"* ]]; do # it announces itself there
-  ((SECONDS < end)) || { echo "Vornalite: the window manager of the virtual display did not start" >&2; exit 1; }
-  sleep 0.05
-done
+if [[ ${manager[0]} != none ]]; then
+  "${manager[@]}" >/dev/null 2>&1 &
+  pids=("$!" "${pids[@]}")
+  end=$((SECONDS + 60))
+  until [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) == *"window id"* ]]; do # it announces itself there
+    ((SECONDS < end)) || { echo "Vornalite: the window manager of the virtual display did not start" >&2; exit 1; }
+    sleep 0.05
+  done
+fi
 
 # The bus complains on standard error where it may not raise its limits; the command keeps ours.
 # shellcheck disable=SC2016

@@ -1,5 +1,6 @@
 #include "platform/qt/Dispatcher.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QThread>
 #include <QWidget>
@@ -20,6 +21,8 @@ namespace {
 
 /// A handler that runs this long lets the toolkit serve the screen when it refreshes something.
 constexpr int kPumpMilliseconds = 30;
+/// The input that came during a handler which runs this long and shows its progress is dropped.
+constexpr int kLongMilliseconds = 500;
 constexpr int kExposureMilliseconds = 1000;
 
 void RunWaiting() {
@@ -45,6 +48,14 @@ void Report(const String& failure) {
     WriteErrorLine(failure.Utf8());
   }
   running.reporting = false;
+}
+
+bool RunsLong() { return running.depth > 0 && running.sinceBegin.elapsed() >= kLongMilliseconds; }
+
+void BeginTimes() {
+  running.sinceBegin.start();
+  running.sincePump.start();
+  running.pumped = false;
 }
 
 }  // namespace
@@ -77,7 +88,7 @@ void Guarded(const std::function<void()>& event) {
 
 void Dispatch(const std::function<void()>& event) {
   const bool outermost = running.depth == 0;
-  if (outermost) running.sincePump.start();
+  if (outermost) BeginTimes();
   ++running.depth;
   Guarded(event);
   if (outermost && !InsidePaint()) {
@@ -87,6 +98,7 @@ void Dispatch(const std::function<void()>& event) {
       FlushCanvases();
     });
     if (running.application) running.application->UpdateMenus();
+    if (running.pumped && RunsLong()) PumpUnderGate();  // drops the input that has come since the last one
   }
   --running.depth;
   if (!outermost) return;
@@ -98,8 +110,11 @@ void Dispatch(const std::function<void()>& event) {
 void PumpUnderGate() {
   if (!gate || gate->Closed() || InsidePaint()) return;
   gate->Close(true);
-  QCoreApplication::processEvents();
+  // Input stays in the queue of the window system until the handler has ended, unless that takes long.
+  QCoreApplication::processEvents(RunsLong() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
+  QCoreApplication::eventDispatcher()->wakeUp();  // or the event loop may sleep over the input left behind
   gate->Close(false);
+  running.pumped = true;
   running.sincePump.start();
   WakeUp();
 }
@@ -155,7 +170,7 @@ NestedLoop::~NestedLoop() {
   running.waiting -= depth_;
   running.painting = painting_;
   if (gate) gate->Close(closed_);
-  running.sincePump.start();
+  BeginTimes();
 }
 
 PaintScope::PaintScope() { ++running.painting; }

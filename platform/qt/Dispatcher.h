@@ -20,6 +20,8 @@ struct Running {
   bool opened = false;  ///< the application's open event has come
   bool quitting = false;
   int status = 0;
+  bool pumped = false;       ///< since the handler began
+  QElapsedTimer sinceBegin;  ///< of the outermost handler, or of its going on after a nested loop
   QElapsedTimer sincePump;
   std::deque<std::function<void()>> soon;
   Application* application = nullptr;

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// Keeps input away from the program while a handler runs, and the menus up to date before a key is tried.
+/// Blocks the input that is delivered while a handler runs. Updates the menus before a shortcut is matched.
 ///
 /// A press that came before the gate closed has its release held back until the handler has ended: the toolkit would
 /// otherwise believe the button down. The release and the moves that belong to a swallowed press are swallowed too,

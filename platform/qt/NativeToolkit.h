@@ -53,7 +53,8 @@ void RunSoon(std::function<void()> work);
 /// Runs the event with the failure guard alone, without what ends an event.
 void Guarded(const std::function<void()>& event);
 
-/// Lets the toolkit serve paints, exposes and the window manager, and swallows all input meanwhile.
+/// Lets the toolkit serve paints, exposes and the window manager. Input waits for the end of the handler; once the
+/// handler has run for half a second it is dropped.
 void PumpUnderGate();
 /// Pumps if a handler has been running for some time since it began or since the last pump.
 void PumpIfDue();

@@ -171,7 +171,7 @@ TEST_F(Widgets, AClickDuringALongHandlerIsGone) {
   board.ok.Action = [&] { ++clicks; };
   board.save.Action = [&] {
     user::PostClick(board.ok);
-    WorkFor(40);
+    WorkFor(500);
     board.canvas.Refresh();
     EXPECT_EQ(clicks, 0);
   };

@@ -140,6 +140,12 @@ void Click(RectControl& control) {
 
 void Click(RectControl& control, int x, int y) { ClickAt(WidgetOf(control), {x, y}); }
 
+std::pair<int, int> CentreOnScreen(RectControl& control) {
+  const QWidget& widget = WidgetOf(control);
+  const QPoint at = widget.mapToGlobal(widget.rect().center()) * widget.devicePixelRatioF();
+  return {at.x(), at.y()};
+}
+
 void PostClick(RectControl& control) {
   QWindow* handle = HandleOf(WidgetOf(control));
   if (!handle) return;

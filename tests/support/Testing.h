@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/widgets/Canvas.h"
@@ -29,6 +30,8 @@ void MouseDragTo(RectControl& control, int x, int y);  ///< the button is down
 void MouseRelease(RectControl& control, int x, int y);
 void Click(RectControl& control);  ///< in its middle, or on the box of a check box
 void Click(RectControl& control, int x, int y);
+/// The pixel in the middle of the control, in device pixels of the screen.
+std::pair<int, int> CentreOnScreen(RectControl& control);
 /// Puts a click in the middle of the control into the event loop, to be met by whoever serves it next.
 void PostClick(RectControl& control);
 /// Runs the work when the event loop comes to it, also that of a dialog.
