@@ -17,8 +17,8 @@ namespace HWY_NAMESPACE {
 
 #if HWY_TARGET == HWY_AVX3_DL
 
-/// 64 pixels at a time: the 256 bytes of one colour component fit four registers, in which an instruction looks up 64
-/// indices at once.
+/// 64 pixels at a time: the 256 values of one colour component fit into four registers, and one instruction looks up 64
+/// indices in two of them.
 class VectorRow {
  public:
   static constexpr int kPixels = 64;
@@ -26,7 +26,8 @@ class VectorRow {
   explicit VectorRow(const LevelColors& colors) : blue_(colors, 0), green_(colors, 8), red_(colors, 16) {}
 
   void operator()(const std::uint8_t* levels, platform::Color* out) const {
-    // Groups of four levels are exchanged beforehand, so that interleaving within quarters leaves the pixels in order.
+    // Groups of four levels are permuted first, so that the pixels are in order after interleaving within 128-bit
+    // lanes.
     const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
     const __m512i index = _mm512_permutexvar_epi32(order, _mm512_loadu_si512(levels));
     const __m512i blue = blue_.LookUp(index), green = green_.LookUp(index), red = red_.LookUp(index);
@@ -62,7 +63,7 @@ class VectorRow {
 
 #else
 
-/// Eight pixels at a time: one load of levels, and two colours to a store.
+/// Eight pixels at a time: one load of levels, two colours per store.
 class VectorRow {
  public:
   static constexpr int kPixels = 8;

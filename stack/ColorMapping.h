@@ -1,5 +1,5 @@
 #pragma once
-/// From grey levels to colours: through the display curve, then through a colour table.
+/// Maps grey levels to colours through the display curve and a colour table.
 
 #include <array>
 #include <cstdint>
@@ -11,16 +11,16 @@
 
 using ColorTable = std::array<platform::Color, 256>;
 
-/// The colour of each grey level, curve and table in one step.
+/// The colour of each grey level: display curve and colour table combined.
 struct LevelColors {
-  /// Stands for a level that the curve takes outside the table. No colour has a value in its upper byte.
+  /// Marks a level that the curve maps outside the table. No colour has a value in its upper byte.
   static constexpr platform::Color kInvalid = 0xFF000000;
   std::array<platform::Color, 256> colors;
 };
 
 LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> tableRow);
 
-/// Colours the part that `levels` and `target` have in common. A level there that the curve takes outside the table
-/// throws OutOfBoundsException, and nothing is coloured.
+/// Colours the area that `levels` and `target` have in common. Throws OutOfBoundsException, with nothing coloured, if
+/// the curve maps a level in it outside the table.
 void ColorPlane(platform::PlaneView<const std::uint8_t> levels, const LevelColors& colors,
                 platform::PlaneView<platform::Color> target);

@@ -15,7 +15,7 @@ constexpr std::string_view kLines[] = {
 #include "stack/ColorTablesData.inc"
 };
 
-/// Takes the first field off the row of comma-separated fields.
+/// Removes the first of the comma-separated fields and returns it.
 String TakeField(std::u32string_view& fields) {
   const auto comma = fields.find(U',');
   String field{std::u32string(fields.substr(0, comma))};

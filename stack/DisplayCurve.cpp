@@ -8,7 +8,7 @@
 namespace {
 
 /// 3 to the power of (2 s - 1) / 10 for s = 1 to 25, rounded to the nearest double. The power functions of different
-/// machines differ in the last place, which would show as a level more or less here and there.
+/// machines differ by an ulp, which would change some levels by one.
 constexpr std::array<double, 25> kPowersOfThree = {
     1.1161231740339044, 1.3903891703159093, 1.7320508075688772, 2.157669279974593,  2.6878753795222865,
     3.348369522101714,  4.171167510947728,  5.196152422706632,  6.473007839923779,  8.063626138566859,
@@ -22,7 +22,7 @@ double PowerOfThree(int setting) {
   return std::pow(3.0, (2.0 * size - 1.0) / 10.0);
 }
 
-/// Limits to 255 and truncates. What is no number, as 0 / 0 for a maximum of 0, gives 0.
+/// Limits to 255 and truncates. Not-a-number, as in 0 / 0 for a maximum of 0, gives 0.
 std::int32_t Entry(double value) { return platform::ToInt32(value > 255.0 ? 255.0 : value); }
 
 }  // namespace

@@ -12,8 +12,8 @@
 
 namespace {
 
-/// Levels from one row to the next: whole cache lines, and never a multiple of 4 KB. At such a distance the rows that a
-/// 3 by 3 filter reads and writes together fall on the same lines of the cache.
+/// Levels from one row to the next: whole cache lines, but never a multiple of 4 KB, because the rows that a 3 by 3
+/// filter uses together would then map to the same cache set.
 constexpr std::size_t Pitch(int width) {
   constexpr std::size_t line = 64 / sizeof(PlaneStack::Level);
   const std::size_t pitch = (static_cast<std::size_t>(width) + line - 1) / line * line;
@@ -27,18 +27,18 @@ void PlaneStack::Free::operator()(Level*) const { std::free(block); }
 PlaneStack::Memory PlaneStack::Allocate(int width, int height) {
   const std::size_t size = Pitch(width) * static_cast<std::size_t>(height) * sizeof(Level);
   if (size == 0) return {};
-  // Large planes begin on a huge page: the system hands one out, zeroed, in a third of the time of its 512 small ones,
-  // and a pixel loop that runs through many planes waits less for addresses.
+  // Large planes begin on a huge page: the system zeroes one in a third of the time of 512 small pages, and loops over
+  // many planes have fewer TLB misses.
   constexpr std::size_t hugePage = std::size_t{1} << 21, line = 64;
   const std::size_t alignment = size >= hugePage ? hugePage : line;
   std::size_t space = size + alignment;
-  // calloc leaves the pages of large memory untouched until somebody writes to them.
+  // calloc does not touch the pages of a large block before they are written.
   void* const block = std::calloc(space, 1);
   if (!block) throw std::bad_alloc();
   void* memory = block;
   std::align(alignment, size, memory, space);
 #ifdef __linux__
-  // This is advice. Where it is not taken, small pages do.
+  // This is only advice to the kernel; small pages work too.
   if (size >= hugePage) madvise(memory, size, MADV_HUGEPAGE);
 #endif
   return Memory(static_cast<Level*>(memory), Free{block});
@@ -69,7 +69,7 @@ void PlaneStack::Redim(int species, int x, int y) {
     const auto sharedHeight = static_cast<std::size_t>(std::min(height, height_));
     std::vector<Memory> resized(planes_.size());
     for (Memory& plane : resized) plane = Allocate(width, height);
-    // Plane by plane, so that both sizes are not held at once. What holds only zeroes stays untouched.
+    // Plane by plane, so that old and new memory are not held for all planes at once. Zeroes are not copied.
     for (std::size_t s = 0; s < planes_.size(); ++s) {
       for (std::size_t row = 0; row < sharedHeight && sharedWidth > 0; ++row) {
         const Level* from = planes_[s].get() + row * Pitch(width_);

@@ -1,8 +1,8 @@
 #pragma once
-/// The stack's memory: one plane of grey levels a species, indexed species, x, y. It behaves as an array of 32-bit
+/// The stack's memory: one plane of grey levels per species, indexed species, x, y. It behaves like an array of 32-bit
 /// integers with three upper bounds (-1 is an empty dimension; a change of bounds keeps the values that stay in range,
-/// new ones are 0; a bad index throws OutOfBoundsException). A level takes one byte of memory, so storing a value
-/// outside 0 to 255 throws OutOfBoundsException too. The pixel loops get each plane as rows of bytes.
+/// new ones are 0; a bad index throws OutOfBoundsException). A level is stored in one byte, so storing a value outside
+/// 0 to 255 throws OutOfBoundsException too. Pixel loops use Plane, which gives rows of bytes.
 
 #include <cstdint>
 #include <memory>
@@ -31,7 +31,7 @@ class PlaneStack {
 
   /// Upper bound of a dimension: 1 species, 2 x, 3 y.
   int Ubound(int dimension) const;
-  /// Keeps its memory when the bounds stay as they were, and the pages of new planes untouched until they are written.
+  /// Does not reallocate if the bounds are unchanged. The pages of new planes are not touched before they are written.
   void Redim(int species, int x, int y);
 
   Reference operator()(int species, int x, int y);
@@ -43,7 +43,7 @@ class PlaneStack {
 
  private:
   struct Free {
-    void* block = nullptr;  ///< what was allocated; the plane begins somewhere in it
+    void* block = nullptr;  ///< the allocated block, which contains the plane
     void operator()(Level* memory) const;
   };
   using Memory = std::unique_ptr<Level[], Free>;

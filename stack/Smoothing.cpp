@@ -23,25 +23,24 @@
 
 namespace {
 
-// How a plane runs through. All passes go down the plane together, four rows at a step. A pass takes the four rows that
-// the pass before it has just made and the two rows before these, which it has kept, and makes four rows that lie one
-// row higher. So a step works in the cache nearest to the processor, and of the whole plane only two rows a pass are
-// alive at a time.
+// All passes move down the plane together, four rows per step. A pass reads the four rows that the previous pass has
+// just computed and the two rows above these, which it has kept, and computes four rows, one row higher up. So a step
+// works in the L1 cache, and only two rows per pass are kept between steps.
 //
-// The order of additions is part of the result. A value is the sum of its left, middle and right column, each from top
-// to bottom, added one after the other in doubles. Only the first pass may add in another order, because its sums are
-// whole numbers.
+// The order of additions determines the bits of the result. A value is the sum of its left, middle and right column,
+// each summed from top to bottom in doubles, added in that order. Only the first pass may add in another order, because
+// its sums are whole numbers.
 
 constexpr int kStep = 4;
 /// Doubles of one cache line.
 constexpr int kLine = 8;
-/// Above this level values may be so small that the second part of a ninth is no normal number any more.
+/// Above this level values may be so small that the product with the second part of 1/9 is subnormal.
 constexpr int kMaximumLevelOfSplitNinth = 300;
 
 constexpr int RoundUp(int value, int unit) { return (value + unit - 1) / unit * unit; }
 
-/// Rows of a block, from top to bottom. Each begins on a cache line and has a line to spare on both sides, so that
-/// whole vectors may be read one to the left, one to the right and past the end.
+/// Rows of a block, from top to bottom. Each begins on a cache line and has a spare line on both sides, so that whole
+/// vectors may be read one column to the left, one to the right and past the end.
 template <int count>
 using Rows = std::array<double*, count>;
 
@@ -54,8 +53,8 @@ namespace {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Four doubles at most. With eight, two loads out of three would cross a cache line, which takes what the width gains;
-/// only InteriorRows has a way around that.
+/// Four doubles at most. With eight, two of three loads would cross a cache line, which costs what the width gains;
+/// only the InteriorRows for eight doubles avoids that.
 using Doubles = hn::CappedTag<double, 4>;
 using V = hn::Vec<Doubles>;
 
@@ -68,11 +67,11 @@ struct PlainNinth {
 };
 
 #if HWY_NATIVE_FMA
-/// The same without a division. 1/9 is taken in two parts, rounded to double and the rest; what the two miss of the
-/// quotient is below 2^-105 of it. A quotient s / 9 keeps an 18th of its last place away from the middle between two
-/// doubles: s is a multiple of 8 last places of the quotient, 9 times a middle is an odd multiple of half of one, so
-/// the two differ by half a place or more. Hence the one rounding of the fused operation cannot go wrong, as long as
-/// the small product is a normal number.
+/// The same without a division. 1/9 is split into two doubles, its rounded value and the remainder; their relative
+/// error is below 2^-105. The quotient s / 9 is at least 1/18 ulp away from the midpoint between two doubles: s is a
+/// multiple of 8 ulps of the quotient and 9 times a midpoint is an odd multiple of half an ulp, so the two differ by at
+/// least half an ulp. Hence the single rounding of the fused operation is correct, as long as the small product is a
+/// normal number.
 struct SplitNinth {
   template <class Vector>
   Vector operator()(Vector sum) const {
@@ -90,7 +89,7 @@ using SplitNinth = PlainNinth;
 
 using Line = hn::Vec<hn::FixedTag<double, kLine>>;
 
-/// Eight neighbours out of two lines, from the given place of the first one on.
+/// Eight consecutive values from two lines, beginning at the given position of the first one.
 template <int place>
 Line Between(Line first, Line second) {
   return Line{
@@ -98,12 +97,14 @@ Line Between(Line first, Line second) {
 }
 
 /// Four rows of the interior, without the first and last column. `in` begins one row above them. Each line is loaded
-/// once, and what lies one to the left or right put together from two of them: a load across two lines costs twice.
+/// once, and the neighbours to the left and right are combined from two lines: a load that crosses a line costs twice
+/// as much.
 template <class Ninth>
 void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, int width, Ninth ninth) {
   const hn::DFromV<Line> d;
   const Line one = hn::Set(d, 1.0);
-  // Half of the sums are made by the units that multiply, to the same bits: some processors add elsewhere.
+  // Half of the sums use the multiply-add units, with identical bits: on some processors these work in parallel to the
+  // adders.
   const auto add = [&](std::size_t row, Line a, Line b) { return row % 2 ? hn::MulAdd(a, one, b) : hn::Add(a, b); };
   constexpr std::size_t kRead = kStep + 2;
   Line before[kRead], here[kRead], side[kRead], sums[kStep];
@@ -184,7 +185,7 @@ void InteriorRow(const double* above, const double* here, const double* below, d
   }
 }
 
-/// The top or bottom row, without the corners: `twice` counts 2, `once` counts 1.
+/// The top or bottom row without its corners: row `twice` counts twice, row `once` once.
 template <class Ninth>
 void EdgeRow(const double* twice, const double* once, double* out, int width, Ninth ninth) {
   const Doubles d;
@@ -199,7 +200,7 @@ void EdgeRow(const double* twice, const double* once, double* out, int width, Ni
   }
 }
 
-/// First and last value of an interior row. The left column of the sum comes first on either side.
+/// First and last value of an interior row. The left column of the sum comes first at both ends.
 inline void RowEnds(const double* above, const double* here, const double* below, double* out, int last) {
   out[0] = (2.0 * above[0] + 2.0 * here[0] + 2.0 * below[0] + above[1] + here[1] + below[1]) / 9.0;
   out[last] =
@@ -213,7 +214,7 @@ inline void Corners(const double* here, const double* inner, double* out, int la
   out[last] = (4.0 * here[last] + 2.0 * here[last - 1] + 2.0 * inner[last] + inner[last - 1]) / 9.0;
 }
 
-/// One pass makes the rows from `top` on, as far as they lie in the plane. `in` begins one row above them.
+/// One pass: computes four rows from `top` on, those that are in the plane. `in` begins one row above them.
 template <class Ninth>
 void PassStep(const Rows<kStep + 2>& in, const Rows<kStep>& out, int top, int width, int height, Ninth ninth) {
   const int last = width - 1;
@@ -238,15 +239,16 @@ void PassStep(const Rows<kStep + 2>& in, const Rows<kStep>& out, int top, int wi
 /// Sums of up to nine grey levels.
 using Sums = hn::ScalableTag<std::uint16_t>;
 
-/// The sums of a pass over the original, exact in whole numbers: first down the columns, then three columns together.
+/// The sums of the first pass, over the original, exact in whole numbers: first down the columns, then over three
+/// columns.
 class FirstPass {
  public:
-  /// `columns` has room for a row with a line to spare on both sides.
+  /// `columns` has space for a row with a spare line on both sides.
   FirstPass(platform::PlaneView<const std::uint8_t> original, std::uint16_t* columns)
       : original_(original), columns_(columns) {}
 
-  /// The sums of the columns around row y. Columns x - 1, x and x + 1 together are the sum at x, also at both ends;
-  /// only the corners of the bottom row are different.
+  /// The sums of the columns around row y. Columns x - 1, x and x + 1 add up to the sum at x, at both ends too; only
+  /// the corners of the bottom row are different.
   const std::uint16_t* ColumnSums(int y) const {
     const int width = original_.width, height = original_.height;
     const std::uint8_t* here = original_.Row(y);
@@ -261,7 +263,7 @@ class FirstPass {
     return columns_;
   }
 
-  /// The sum at the first or last place of the bottom row, where the bottom row itself counts twice.
+  /// The sum at the first or last column of the bottom row, where the bottom row itself counts twice.
   int BottomCornerSum(int x) const {
     const std::uint8_t* here = original_.Row(original_.height - 1);
     const std::uint8_t* inner = original_.Row(original_.height - 2);
@@ -285,13 +287,13 @@ class FirstPass {
   std::uint16_t* columns_;
 };
 
-/// Three neighbouring columns together.
+/// The sum of three neighbouring columns.
 template <class D>
 hn::Vec<D> AcrossColumns(D d, const std::uint16_t* columns) {
   return hn::Add(hn::Add(hn::LoadU(d, columns - 1), hn::LoadU(d, columns)), hn::LoadU(d, columns + 1));
 }
 
-/// The first pass makes the rows from `top` on, as far as they lie in the plane.
+/// First pass: computes four rows from `top` on, those that are in the plane.
 template <class Ninth>
 void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, int width, int height, Ninth ninth) {
   const Doubles d;
@@ -311,8 +313,8 @@ void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, int widt
   }
 }
 
-/// Truncates the rows from `top` on into the result, as far as they lie in it, and raises `maximum` to their largest
-/// level.
+/// Truncates the rows from `top` on, those that are in the plane, into the result, and raises `maximum` to their
+/// largest level.
 void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::uint8_t> result, int top, int& maximum) {
   const Doubles d;
   const hn::Rebind<std::int32_t, Doubles> whole;
@@ -336,12 +338,12 @@ void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::uint8_t> result,
   maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(whole, largest)));
 }
 
-/// One pass and nothing more needs no doubles: a whole number divided by 9 and truncated is the same in both.
+/// A single pass needs no doubles: a whole number divided by 9 and truncated gives the same result in whole numbers.
 void SmoothOnce(SmoothJob& job, const FirstPass& first) {
   const Sums d;
-  const hn::RebindToSigned<Sums> toDemote;  // levels are far from the sign
+  const hn::RebindToSigned<Sums> toDemote;  // levels never reach the sign bit
   const hn::Rebind<std::uint8_t, Sums> narrow;
-  // 7282 is 65536 / 9 rounded up; for sums of up to 9 * 255 the excess does not reach the next whole number.
+  // 7282 is 65536 / 9 rounded up; for sums of up to 9 * 255 the error does not reach the next whole number.
   const auto ninth = hn::Set(d, 7282);
   const int width = job.original.width, height = job.original.height, lanes = static_cast<int>(hn::Lanes(d));
   auto largest = hn::Zero(d);
@@ -371,7 +373,7 @@ template <class Ninth>
 void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth ninth) {
   const int width = job.original.width, height = job.original.height;
 
-  // Rows a multiple of 4 KB apart would compete for the same lines of the cache.
+  // Rows a multiple of 4 KB apart would map to the same cache set.
   std::size_t stride = static_cast<std::size_t>(RoundUp(width, kLine)) + std::size_t{2} * kLine;
   if (stride % 512 == 0) stride += kLine;
   const std::size_t repeats = static_cast<std::size_t>(level) - 1;
@@ -395,7 +397,7 @@ void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth n
     for (Rows<2>& before : kept) {
       --top;
       PassStep({before[0], before[1], made[0], made[1], made[2], made[3]}, spare, top, width, height, ninth);
-      // The rows just read, but for the last two, take what the next pass makes.
+      // The next pass writes to the rows just read, except the last two.
       const Rows<kStep> read{before[0], before[1], made[0], made[1]};
       before = {made[2], made[3]};
       made = std::exchange(spare, read);
@@ -433,7 +435,7 @@ void SmoothPlanes(std::span<SmoothJob> jobs, int level) {
   assert(level >= 1);
   platform::ParallelFor(static_cast<int>(jobs.size()), [&](int i) {
     SmoothJob& job = jobs[static_cast<std::size_t>(i)];
-    // An edge reads the row or column next to it.
+    // The first and last row and column read the one next to them.
     if (job.original.width < 2) platform::ThrowOutOfBounds("plane", 1, job.original.width - 1);
     if (job.original.height < 2) platform::ThrowOutOfBounds("plane", 1, job.original.height - 1);
     HWY_DYNAMIC_DISPATCH(SmoothPlane)(job, level);

@@ -1,10 +1,10 @@
 #pragma once
 /// Smoothing of grey-level planes: repeated passes of a 3 by 3 mean.
 ///
-/// A pass makes each value the sum of its nine neighbours, itself among them, divided by 9.0, in double precision.
-/// Beyond the left, top and right edge the edge is repeated. The bottom row is different on purpose: there the row
-/// above it counts twice and the bottom row itself once, except in the two corners, which repeat the edge as the upper
-/// ones do. Values are truncated once, after the last pass.
+/// A pass replaces each value by the sum of the 3 by 3 values around it divided by 9.0, in double precision. Beyond the
+/// left, top and right edge the edge is repeated. The bottom row is deliberately different: the row above it counts
+/// twice and the bottom row itself once, except in the two corners, which repeat the edge like the upper ones. Values
+/// are truncated once, after the last pass.
 
 #include <cstdint>
 #include <span>
@@ -13,11 +13,11 @@
 
 struct SmoothJob {
   platform::PlaneView<const std::uint8_t> original;
-  platform::PlaneView<std::uint8_t> smoothed;  ///< of the same size, other memory
+  platform::PlaneView<std::uint8_t> smoothed;  ///< of the same size, in separate memory
   int maximum = -1;                            ///< result: the largest smoothed level
 };
 
-/// Runs `level` passes (1 or more) over each plane. The planes are spread over the cores; the result does not depend
-/// on their number, nor on the processor. Needs memory for two rows of doubles a pass. Throws OutOfBoundsException for
-/// a plane of less than 2 by 2.
+/// Runs `level` passes (1 or more) over each plane. The planes are distributed over the cores; the result depends
+/// neither on their number nor on the processor. Needs memory for two rows of doubles per pass. Throws
+/// OutOfBoundsException for a plane smaller than 2 by 2.
 void SmoothPlanes(std::span<SmoothJob> jobs, int level);
