@@ -2,7 +2,7 @@
 
 #include "platform/values/FileType.h"
 
-/// The kinds of file that the program knows by name. The table is larger than what may be dropped.
+/// The file types that the program registers. Not all of them are accepted in a drop.
 namespace FileTypes {
 
 extern platform::FileType pImageNanoSIMS, pImageTiff, pDataVantageXray, pImageXBmp, pDataVornalite, pImagePng,

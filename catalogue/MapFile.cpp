@@ -13,7 +13,7 @@ using platform::String;
 namespace {
 
 constexpr std::int64_t kCountPositions[] = {1390, 1394, 1746, 1750, 2144, 2148, 2570, 2820, 4292, 4556};
-// The second position votes twice: with an odd number of votes the median is a number that the file really holds.
+// The second position votes twice: with an odd number of votes the median is one of the values in the file.
 constexpr std::int64_t kSizePositions[] = {2172, 2174, 2498, 2502, 2174};
 
 constexpr std::int32_t kFirstNamePosition = 3072;

@@ -1,4 +1,4 @@
-// How a drop becomes rows of the catalogue.
+// Adds dropped files to the catalogue.
 
 #include <utility>
 
@@ -6,8 +6,8 @@
 #include "catalogue/MapFile.h"
 #include "catalogue/SpeciesNames.h"
 #include "catalogue/WindowOverview.h"
-#include "platform/widgets/Dialogs.h"
 #include "platform/values/ErrorLine.h"
+#include "platform/widgets/Dialogs.h"
 
 using namespace platform;
 

@@ -46,7 +46,7 @@ void WindowOverview::UpdateShortNames() {
       if (stripped(i) != shorts(i)) nothingToStrip = false;
     clusters.push_back(CBnoSpeciesExtensions.Value() ? stripped : shorts);
   }
-  // A box that could change nothing is greyed; its check mark stays.
+  // The box is disabled if it would change nothing; its check mark stays.
   CBnoSpeciesExtensions.Enabled(!nothingToStrip);
 
   SpeciesUnion species = UniteSpecies(clusters);

@@ -30,7 +30,7 @@ bool FoundAllowed(char32_t character) {
   return platform::InStr(AllowedCharacters(), String(std::u32string(1, character))) > 0;
 }
 
-/// The search for the common codes is done once.
+/// Caches the result for the codes below 256.
 bool IsAllowed(char32_t character) {
   static const auto common = [] {
     std::array<bool, 256> allowed{};
@@ -40,8 +40,8 @@ bool IsAllowed(char32_t character) {
   return character < common.size() ? common[character] : FoundAllowed(character);
 }
 
-using Character = std::u32string_view;  // one character, or none of an empty name
-using Place = std::uint64_t;            // counts on for centuries without overflow
+using Character = std::u32string_view;  // one character; empty for an empty name
+using Place = std::uint64_t;            // 64 bits: never overflows in practice
 
 Character FromFront(const String& name, Place place) {
   const Character all = name.Characters();
@@ -55,8 +55,8 @@ Character FromBack(const String& name, Place place) {
 
 bool Same(Character a, Character b) { return a == b || String(std::u32string(a)) == String(std::u32string(b)); }
 
-/// The first place where a name differs from the first one. A name goes on with its outermost character beyond its end,
-/// and no length ends the scan: where names never differ it goes on for ever, and that is intended.
+/// The first position where a name differs from the first one. Beyond its end a name continues with its outermost
+/// character. The scan has no limit: it never ends for names that do not differ, and that is intended.
 Place FirstDifference(const Array<String>& names, Character (*at)(const String&, Place)) {
   for (Place place = 1;; ++place) {
     platform::BackgroundTask();
@@ -95,11 +95,11 @@ String catalogue::StripCommon(const Array<String>& names, Array<String>& shorts)
     for (int i = 0; i <= names.Ubound(); ++i) shorts(i) = Globals::CleanString(names(i));
     return Globals::CleanString(common);
   }
-  // A scan that ends does so within the longest name, so both places fit an int.
+  // A scan that ends does so within the longest name, so both positions fit an int.
   const int front = static_cast<int>(FirstDifference(names, FromFront));
   const int back = static_cast<int>(FirstDifference(names, FromBack));
   for (int i = 0; i <= names.Ubound(); ++i) {
-    // Where front and back overlap in a short name the count is negative and nothing is left of it.
+    // If front and back overlap in a short name, the count is negative and the rest is empty.
     const String rest = Mid(names(i), front, Len(names(i)) - front - back + 2);
     shorts(i) = rest.Empty() || rest == " " ? String("?") : Globals::CleanString(rest);
   }

@@ -1,6 +1,6 @@
 #pragma once
-/// Names of species, made from the names of the files of a cluster: what all names have in common at the front and at
-/// the back is stripped, the rest is made safe for file names. Nothing here knows any chemistry.
+/// Names of species, derived from the file names of a cluster: the common beginning and end of all names is stripped,
+/// and the rest is made safe for file names. No chemistry is involved.
 
 #include "platform/values/Array.h"
 #include "platform/values/String.h"
@@ -10,8 +10,8 @@ namespace Globals {
 /// The name without one of the thirteen known extensions; unchanged if it ends in none of them.
 platform::String RemoveExtension(const platform::String& name);
 
-/// The name with every character outside the allowed set turned into an underscore, runs of underscores made one, and
-/// none left at the end. "?" for the empty name.
+/// Replaces every character outside the allowed set by an underscore, then collapses runs of underscores and removes
+/// those at the end. "?" for the empty name.
 platform::String CleanString(const platform::String& name);
 
 /// catalogue::StripCommon, with a message if the two arrays differ in size.
@@ -21,13 +21,13 @@ platform::String ShortNames(const platform::Array<platform::String>& names, plat
 
 namespace catalogue {
 
-/// Writes the short name of each of `names` into the same place of `shorts` and returns the cleaned common part of the
-/// names, which is the name of their cluster. If the arrays differ in size, `shorts` stays as it is and the answer is
-/// the cleaned first name. Does not return for names that agree at every place when the last (or first) character of
-/// each stands for all beyond its end, such as "Mg" and "Mgg". Throws OutOfBoundsException without names.
+/// Writes the short name of each of `names` to the same index of `shorts` and returns the cleaned common part of the
+/// names, which is the name of their cluster. If the arrays differ in size, `shorts` is unchanged and the cleaned first
+/// name is returned. Does not return if the names agree at every position when each is extended by repeating its last
+/// (or first) character, such as "Mg" and "Mgg". Throws OutOfBoundsException without names.
 platform::String StripCommon(const platform::Array<platform::String>& names, platform::Array<platform::String>& shorts);
 
-/// Takes marks such as "_1" or "27" off the end of each name, in place.
+/// Removes suffixes such as "_1" or "27" from each name, in place.
 void NoUnderscoreExtensions(platform::Array<platform::String>& names);
 
 }  // namespace catalogue

@@ -3,8 +3,8 @@
 #include "appcore/Globals.h"
 #include "appcore/Menu.h"
 #include "mainwindow/Main.h"
-#include "platform/widgets/Application.h"
 #include "platform/values/Numbers.h"
+#include "platform/widgets/Application.h"
 
 using namespace platform;
 
@@ -87,14 +87,14 @@ void WindowOverview::ListBox1_Open() {
 void WindowOverview::ListBox1_Change() { PBdeleteselection.Enabled(ListBox1.SelCount() > 0); }
 
 bool WindowOverview::ListBox1_HeaderPressed(int column) {
-  // Equal cells of the pressed column then stand in the order of the row numbers, taken as text.
+  // Equal cells of the pressed column are then ordered by row number, compared as text.
   if (column > 0) ListBox1.PressHeader(kNumber);
   return false;
 }
 
 bool WindowOverview::ListBox1_CellTextPaint(Graphics& g, int row, int column, int x, int y) {
   g.UseOldRenderer = false;
-  // A row that an update failed on is not in the table.
+  // A row whose update failed is not in the table.
   if (column != kSpecies || row > Globals::oooSpeciesExist.Ubound(1)) return false;
   int pen = x;
   const Array<String>& species = Globals::oooShortSpeciesNames;
@@ -136,7 +136,7 @@ bool WindowOverview::ListBox1_CellBackgroundPaint(Graphics& g, int row, int colu
 
 void WindowOverview::ListBox1_CellAction(int row, int column) {
   if (column != kCluster) return;
-  // The boxes are radio buttons that may all be off; the tag remembers which row was on.
+  // The boxes act as radio buttons that may all be off; the tag remembers the checked row.
   const bool checked = ListBox1.CellCheck(row, kCluster);
   const bool wasShown = ListBox1.CellTag(row, kCluster);
   if (checked == wasShown) return;
@@ -171,7 +171,7 @@ void WindowOverview::RemoveSpecies() {
   Array<int> rows;
   for (int row = 0; row < ListBox1.ListCount(); ++row)
     if (ListBox1.Selected(row)) rows.Append(row);
-  // From the highest row down, so that the lower numbers stay valid.
+  // From the last row to the first, so that the remaining numbers stay valid.
   while (!rows.Empty()) Remove1Species(rows.Pop());
   UpdateShortNames();
   CheckForDisplayFileChange();

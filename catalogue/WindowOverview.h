@@ -25,23 +25,23 @@ class WindowOverview : public platform::SingletonWindow<WindowOverview> {
   platform::CheckBox CBnoSpeciesExtensions;
 
   // Columns of ListBox1.
-  static constexpr int kNumber = 0;   ///< number of the row in this state of the catalogue, unseen
+  static constexpr int kNumber = 0;   ///< number of the row in this state of the catalogue; hidden
   static constexpr int kCluster = 1;  ///< name, with the box that shows the cluster
   static constexpr int kSpecies = 2;
 
   void Event_Open() override;
   bool Event_CancelClose(bool appQuitting) override;
-  /// Takes in dropped files: pictures make one cluster together, map files one each.
+  /// Adds dropped files: all pictures form one cluster, each map file forms its own.
   void Event_DropObject(platform::DragItem& items, int action) override;
 
-  /// Rewrites names without a mark of one character behind an underscore and without up to two digits at the end.
+  /// Removes from each name an underscore with one character after it and then up to two digits at the end.
   void NoUnderscoreExtensions(platform::Array<platform::String>& names);
-  /// Derives species, union, existence table, row numbers and cells anew from the files of the catalogue.
+  /// Recomputes species, union, existence table, row numbers and cells from the files of the catalogue.
   void UpdateShortNames();
-  /// Unchecks all rows, without a change of what is on display.
+  /// Unchecks all rows without changing what is displayed.
   void UncheckAll();
   void Remove1Species(int row);
-  /// Removes the selected rows and brings the rest up to date.
+  /// Removes the selected rows and updates the rest.
   void RemoveSpecies();
   /// Has Main show the checked row, or nothing.
   void CheckForDisplayFileChange();
