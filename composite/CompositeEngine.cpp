@@ -1,4 +1,4 @@
-// The mix of three species: which ones, and every pixel of it.
+// The composite: choice of the three species and computation of the picture.
 
 #include <array>
 #include <utility>
@@ -53,7 +53,7 @@ void WindowRGB::UpdateRGB() {
     std::array<PlaneView<const std::uint8_t>, kChannels> planes;
     std::array<Curve, kChannels> curves;
     for (std::size_t i = 0; i < kChannels; ++i) {
-      // A channel without a species reads the first one there is, through a table of zeros.
+      // A channel without a species reads the first available one through a curve of zeros.
       const int row = popM[i].ListIndex();
       const int source = row == 0 ? 1 : row;
       std::int32_t maximum = -1;

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// What each level of a channel contributes to a colour.
+/// The contribution of each level of a channel to a colour.
 using Contribution = std::array<platform::Color, 256>;
 
 Contribution ContributionOf(const Curve& curve, bool rgb, int shift) {

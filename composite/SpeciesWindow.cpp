@@ -19,7 +19,7 @@ void SpeciesWindow::CreateControls() {
 }
 
 void SpeciesWindow::cv_Paint(Graphics& g) {
-  // At natural size first; the scaled picture covers it.
+  // At natural size first; the scaled map is drawn over it.
   g.DrawPicture(MyImage, 0, 0);
   if (!MyImage) return;
   PaintMap(g, MyImage, drawMyImage);

@@ -5,14 +5,14 @@
 #include "platform/widgets/Canvas.h"
 #include "platform/widgets/Window.h"
 
-/// One species of the stack in a window of its own: a snapshot through the colours that were in force when it was
-/// opened. Any number of them stand side by side, under the linked cursor and the drawing.
+/// One species of the stack in a window of its own: a snapshot in the colours that were in use when it was opened. Any
+/// number of them can be open; the linked cursor and the drawing appear on all.
 class SpeciesWindow : public platform::Window {
  public:
   SpeciesWindow();
 
   std::int32_t MyIndex = 0;                      ///< stack index of the species
-  platform::Ref<platform::Picture> MyImage;      ///< the species in colour, size of the stack
+  platform::Ref<platform::Picture> MyImage;      ///< the species in colour, in the size of the stack
   platform::Ref<platform::Picture> drawMyImage;  ///< the same with the drawing on it, as last painted
 
   platform::Canvas cv;

@@ -34,13 +34,13 @@ class WindowRGB : public platform::SingletonWindow<WindowRGB> {
   bool isRGB = true;                              ///< RGB mode; CMY otherwise
 
   static constexpr int kChannels = 3;
-  /// Controls that make arrays; a control knows its place in the array by its Index.
+  /// Control arrays; a control's position in its array is its Index.
   class SliderRGB : public platform::Slider {};
   class PopM : public platform::PopupMenu {};
   class STslider : public platform::StaticText {};
 
   platform::PopupMenu RGB_CMY;
-  platform::Slider Lightness;  ///< moves, and does nothing yet
+  platform::Slider Lightness;  ///< has no effect yet
   PopM popM[kChannels];
   platform::StaticText StaticText1, StaticText2, StaticText3;
   platform::Rectangle Rectangle1, Rectangle2, Rectangle3;
@@ -55,7 +55,7 @@ class WindowRGB : public platform::SingletonWindow<WindowRGB> {
   bool Event_CancelClose(bool appQuitting) override;
   /// Fits the window to the size of the stack and the zoom.
   void WResize();
-  /// Takes over the species and the size of the present stack, and computes the composite.
+  /// Adopts the species and the size of the current stack, and computes the composite.
   void LoadData();
   /// Computes every pixel of the composite from the controls and the stack, and repaints it.
   void UpdateRGB();
