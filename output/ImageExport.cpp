@@ -1,4 +1,4 @@
-// Saving what a window shows as a PNG file, under the next free name.
+// Saves the map of a window as a PNG file under the next free name.
 
 #include "appcore/Globals.h"
 #include "composite/WindowRGB.h"
@@ -11,8 +11,7 @@ using namespace platform;
 
 namespace {
 
-/// Saves under the next free name. Where another program takes that name while the picture is written, the numbering
-/// starts again.
+/// Saves under the next free name. If another program takes that name while the picture is written, numbering restarts.
 void SaveUnderFreeName(const String& name, const Ref<Picture>& picture) {
   const Ref<FolderItem> folder = Globals::OutputFolder;
   if (!folder->Exists())

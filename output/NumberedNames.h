@@ -8,8 +8,8 @@
 
 namespace GlobalUniversal {
 
-/// Replaces a file that exists by the first one of the row name_02, name_03 ... beside it that does not. After 99 a
-/// message comes and name_100 serves, taken or not.
+/// If `file` exists, changes it to the first of name_02, name_03 ... in the same folder that does not. If all up to
+/// name_99 exist, shows a message and uses name_100, whether it exists or not.
 void FileNameIncrement(platform::Ref<platform::FolderItem>& file);
 
 }  // namespace GlobalUniversal
@@ -21,11 +21,11 @@ platform::String SpeciesFileName(const platform::String& cluster, const platform
 platform::String CompositeFileName(const platform::String& cluster, const platform::String& first,
                                    const platform::String& second, const platform::String& third);
 
-/// Position of the last point of the name, from 1; 0 if it has none.
+/// Position of the last dot of the name, from 1; 0 if it has none.
 int LastPoint(const platform::String& name);
 
-/// The name with the number, two digits at least, before its last point or else at its end: "a.png" and 2 give
-/// "a_02.png".
+/// Inserts the number, with at least two digits, before the last dot of the name, or appends it if there is none:
+/// "a.png" and 2 give "a_02.png".
 platform::String NumberedName(const platform::String& name, int number);
 
 /// The first number, from 2, whose numbered name is not taken; 100 if none up to 99 is free.

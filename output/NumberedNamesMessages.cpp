@@ -8,7 +8,7 @@ using platform::String;
 void GlobalUniversal::FileNameIncrement(Ref<FolderItem>& file) {
   if (!file->Exists()) return;
   const String name = file->DisplayName();
-  // Both ways of looking for a point find the same, so this message never comes.
+  // Both searches for a dot agree, so this message never appears.
   if (platform::InStr(name, ".") > 0 && output::LastPoint(name) == 0) platform::MsgBox("error in filenameincr");
   const Ref<FolderItem> folder = file->Parent();
   const int number = output::FirstFreeNumber(name, [&](const String& child) { return folder->Child(child)->Exists(); });

@@ -6,7 +6,7 @@
 #include "platform/widgets/Listbox.h"
 #include "platform/widgets/Window.h"
 
-/// A list of numbered lines, for debugging. It comes up with the program when the constant in App.cpp says so.
+/// A list of numbered lines, for debugging. Shown at start if kShowDebuggingLog in App.cpp is true.
 class TextLogWindow : public platform::SingletonWindow<TextLogWindow> {
  public:
   TextLogWindow();

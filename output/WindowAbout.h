@@ -3,7 +3,7 @@
 #include "platform/widgets/Displays.h"
 #include "platform/widgets/Window.h"
 
-/// Names the program and its version. Closed by its close button, made anew at the next use.
+/// Shows the name and version of the program. Its close button closes it; the next use recreates it.
 class WindowAbout : public platform::SingletonWindow<WindowAbout> {
  public:
   WindowAbout();
