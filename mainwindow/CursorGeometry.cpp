@@ -9,13 +9,13 @@ using platform::ToInt32;
 
 namespace {
 
-/// How far the small cross reaches from its middle, and where its arms begin.
+/// Distance of the ends of the small cross from its centre, and of the beginning of its arms.
 constexpr int kCrossReach = 6;
 constexpr int kCrossGap = 2;
 constexpr double kLargestRadius = 150.0;
 constexpr int kThickPenFrom = 5;
 
-/// A sum that stays in range; a double holds every sum of two 32-bit integers.
+/// A saturating sum; a double represents every sum of two 32-bit integers.
 int Plus(int value, int offset) { return ToInt32(static_cast<double>(value) + offset); }
 
 }  // namespace

@@ -20,8 +20,8 @@ struct Map {
   Ref<Picture> picture;
 };
 
-/// Puts back what a square of the canvas showed. The whole picture is drawn, scaled as a paint scales it, but only the
-/// square is let through: so the pixels are those of a paint at any zoom, with either renderer. Nil restores nothing.
+/// Restores a square of the canvas. The whole picture is drawn, scaled as in a paint, but clipped to the square, so the
+/// pixels are the same as after a paint at any zoom and with either renderer. A nil picture restores nothing.
 void Restore(const Map& map, const RestoredSquare& square) {
   if (!map.picture) return;
   Graphics& g = *map.surface;
@@ -69,7 +69,7 @@ void Globals::fCursorRedraw(int x, int y, bool restore, bool draw) {
   fCursorXold = x;
   fCursorYold = y;
   if (main.CursorChosen < 3) {
-    // On cvTIF the pointer itself shows the place.
+    // On cvTIF the pointer itself marks the position.
     DrawSmallCross(*mixed.surface, x, y);
     for (const Map& map : species) DrawSmallCross(*map.surface, x, y);
     fCursorOldSize = 0;
@@ -79,7 +79,7 @@ void Globals::fCursorRedraw(int x, int y, bool restore, bool draw) {
   shown.surface->ForeColor = fCursorColor;
   shown.surface->UseOldRenderer = false;
   shown.surface->PenHeight = shown.surface->PenWidth = pen;
-  // The composite's surface keeps the colour and the renderer that it has.
+  // The colour and the renderer of the composite's surface are not changed.
   mixed.surface->PenHeight = mixed.surface->PenWidth = pen;
   for (const Map& map : species) {
     map.surface->ForeColor = fCursorColor;

@@ -48,7 +48,7 @@ class Main : public platform::SingletonWindow<Main> {
   platform::Array2<double> temp1;            ///< smoothing work planes, x by y; used only by a level below 0
   platform::Array2<double> temp2;
   std::int32_t SmoothLevel = 0;         ///< passes of smoothing in force; 0 is the raw image
-  bool TIFready = false;                ///< true only while a complete stack stands
+  bool TIFready = false;                ///< true only while a complete stack is loaded
   std::int32_t PhaseEditNb = 0;         ///< phase plane of Clicks that is edited; stays 0
   std::int32_t WindowDefaultWidth = 0;  ///< size of the window at opening
   std::int32_t WindowDefaultHeight = 0;
@@ -109,7 +109,7 @@ class Main : public platform::SingletonWindow<Main> {
   void Event_EnableMenuItems() override;
   /// Arrow down and up step through the species.
   bool Event_KeyDown(const platform::String& key) override;
-  /// Takes in a drop by itself, without the catalogue. No file type is accepted, so that no drop gets here.
+  /// Loads dropped files without the catalogue. Never called: the window accepts no file type.
   void Event_DropObject(platform::DragItem& items, int action) override;
   void CondShortName();
 
@@ -117,7 +117,8 @@ class Main : public platform::SingletonWindow<Main> {
   void WResize();
   void ProgressShow();  ///< the page with the progress bar
   void ProgressHide();  ///< the page of the working buttons
-  /// Opens a window for each species of the stack, in rows from the bottom left of the screen, in place of those open.
+  /// Closes the species windows and opens one for each species of the stack, in rows from the bottom left of the
+  /// screen.
   void ShowAllSpecies();
   /// Closes every species window.
   void CloseAllSpeciesWindows();
@@ -125,7 +126,7 @@ class Main : public platform::SingletonWindow<Main> {
   // ---- Stack --------------------------------------------------------------------------------------------------------
 
   /// Loads the cluster of a catalogue row into the stack and shows it; a negative row hides the window. A failure is
-  /// reported with the number of the stage that it arose in, and ends the program.
+  /// reported with the number of the stage at which it occurred, and ends the program.
   void Open_LoadNew(std::int32_t row);
   std::int32_t TIFubound() const { return TIFexists.Ubound(); }
   std::int32_t PhaseUbound() const { return 0; }
@@ -134,9 +135,9 @@ class Main : public platform::SingletonWindow<Main> {
   void Smooth(std::int32_t level);
   /// Recolours currTIF for SelectedRow and repaints it.
   void Update_cvTIF();
-  /// SelectedLUT has changed.
+  /// To be called after a change of SelectedLUT.
   void LUTchanged();
-  /// Shows another species: marks its row of the list and recolours the map.
+  /// Shows another species: selects its row of the list and recolours the map.
   void SelectSpecies(std::int32_t species);
 
   // ---- Canvas, cursor, species list, drawing ------------------------------------------------------------------------
@@ -144,7 +145,7 @@ class Main : public platform::SingletonWindow<Main> {
   /// Whether cvTIF shows a map; a plain grey square otherwise.
   bool ShowsMap() const;
   static constexpr platform::Color kNoMap = 0x999999;
-  /// Name of a species as shown with its map: with the level of smoothing behind it, if there is any.
+  /// Name of a species as shown with its map, followed by the level of smoothing if there is any.
   platform::String SpeciesTitle(std::int32_t species) const;
   /// Median grey level of a species' click marks; 0 if it has none.
   std::int32_t MedianClick(std::int32_t row);

@@ -2,6 +2,6 @@
 
 #include <span>
 
-/// The median of the grey levels that are marked, one flag a level; of an even number of marks the mean of the two
+/// The median of the marked grey levels, given one flag per level; for an even number of marks, the mean of the two
 /// middle ones, truncated. 0 without marks.
 int MedianMark(std::span<const bool, 256> marked);

@@ -1,21 +1,21 @@
 #pragma once
 /// Strokes of the freehand drawing. The drawing is four parallel arrays of line ends in image pixels; each stroke is a
-/// marker row, the point of the press as a line of no length, and one row for each step of the drag.
+/// marker row, the point of the press as a line of zero length, and one row for each step of the drag.
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 
 #include "mainwindow/CursorGeometry.h"
-#include "platform/values/Array.h"
 #include "platform/pictures/Graphics.h"
+#include "platform/values/Array.h"
 #include "platform/values/Numbers.h"
 
-/// The image pixel nearest to a position on the canvas, pixels taken by their middles. A half goes upward, so that at
-/// zoom 1 it is the pixel under the pointer. (The cursor uses ImagePixelAt.)
+/// The image pixel whose centre is nearest to a position on the canvas. Halves are rounded upward, so at zoom 1 it is
+/// the pixel under the pointer. (The cursor uses ImagePixelAt.)
 Point StrokePixelAt(int canvasX, int canvasY, double zoom);
 
-/// The square of canvas pixels that shows an image pixel of a stroke while it is drawn.
+/// The square of canvas pixels that marks an image pixel of a stroke while it is being drawn.
 platform::Rect StampAt(Point pixel, double zoom);
 
 /// Calls stamp(pixel) for each image pixel of the step, both ends included. `from` and `to` must differ.
@@ -39,7 +39,7 @@ void BeginStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point p
 /// Appends one step of the drag.
 void ExtendStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point from, Point to);
 
-/// Removes the last stroke: rows from the end up to and with the first whose four numbers add up to those of the
-/// marker, or all of them. A step outside the image can do that too and then ends the undo early, which is intended.
-/// False, with nothing changed, if there is no more than one row.
+/// Removes the last stroke: rows from the end up to and including the first whose four numbers have the sum of the
+/// marker's, or all rows. A step outside the image can have that sum and ends the undo early, which is intended.
+/// Returns false, with nothing changed, if there is at most one row.
 bool UndoStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2);

@@ -7,8 +7,8 @@
 #include "platform/widgets/Displays.h"
 #include "platform/widgets/Window.h"
 
-/// The modal dialog in which the user picks the drawing colour. The caller sets selectedcolor, calls ShowModal, and
-/// takes selectedcolor over if NotCancelled is true then.
+/// The modal dialog in which the user picks the drawing colour. The caller sets selectedcolor, calls ShowModal and, if
+/// NotCancelled is then true, uses selectedcolor.
 ///
 ///   +-------------------------------+
 ///   | [ sample bar      ] | (Other...) |

@@ -8,16 +8,16 @@ using platform::ToInt32;
 
 namespace {
 
-/// The canvas for which the windows are laid out, and the margin at the right of Main's.
+/// The size of the canvas in the opening layout, and the margin to its right in Main.
 constexpr int kLaidOutCanvas = 256;
 constexpr int kRightMargin = 20;
 /// The title bar of a species window.
 constexpr int kTitleHeight = 22;
 
-/// A sum that stays in range.
+/// A saturating sum.
 int Plus(int size, int margin) { return ToInt32(static_cast<double>(size) + margin); }
 
-/// The canvas's whole size against the exact one.
+/// Whether the canvas has the exact, untruncated size.
 bool Fits(Size canvas, int imageWidth, int imageHeight, double zoom) {
   return canvas.width == imageWidth * zoom && canvas.height == imageHeight * zoom;
 }
