@@ -15,7 +15,7 @@ namespace {
 
 App* theApp = nullptr;
 
-/// Switches the debugging log on: its window then comes up with the program.
+/// Whether the window of the debugging log is shown at start.
 constexpr bool kShowDebuggingLog = false;
 
 void LoadColorTables() {
@@ -52,20 +52,20 @@ void App::Event_Open() {
 }
 
 void App::Event_EnableMenuItems() {
-  // The first time round this makes both windows, hidden.
+  // The first call creates both windows, hidden.
   const bool mainVisible = Main::Instance().Visible();
   for (const char* item :
        {"MenuWindowMain", "Window50", "Window100", "Window200", "Window300", "Window400", "Window500", "SizeExact",
         "OptionsSmooth1", "OptionsSmooth2", "OptionsSmooth3", "OptionsSmooth4", "OptionsSmooth5", "OptionsSmooth10",
         "OptionsSmooth15", "OptionsSmooth20", "OptionsSmooth25", "OptionsRawImage"})
     Menu::Item(item).Enabled(mainVisible);
-  // An item that shows a window brings it to the front; it does not open a hidden one.
+  // The item brings the window to the front; it does not open a hidden one.
   Menu::Item("MenuWindowRGB").Enabled(WindowRGB::Instance().Visible());
 }
 
 namespace {
 
-/// The sequence up to the event loop.
+/// The start sequence up to the event loop.
 std::unique_ptr<App> MakeApp(char** argv) {
   StartToolkit(argv);
   Globals::CreateArrays();

@@ -5,23 +5,23 @@
 
 #include "platform/widgets/Application.h"
 
-/// The application: start-up, the state of the menus, and the commands that belong to no single window.
+/// The application: start-up, the state of the menus, and the commands that concern no single window.
 class App : public platform::Application {
  public:
   App();
   ~App() override;
-  /// The one application object; it is made by _Main.
+  /// The one application object, created by _Main.
   static App& Instance();
 
   void Event_Open() override;
   void Event_EnableMenuItems() override;
 
-  // Check marks of the menus.
+  // Clear check marks of the menus.
   void UncheckAllColors();
   void UncheckAllSmooth();  ///< the raw image and levels 1 to 5 only; the higher levels keep their marks
   void UncheckAllZoom();
 
-  /// Fits Main, WindowRGB and all species windows to the size of the stack and the zoom.
+  /// Resizes Main, WindowRGB and all species windows to the size of the stack and the zoom.
   void ResizeWindows();
   /// Smooths the stack at a level and shows the result.
   void SmoothChanged(std::int32_t level);
@@ -61,12 +61,12 @@ class App : public platform::Application {
   void SetSmoothing(std::int32_t level, const char* item);
 };
 
-/// The program: makes the global arrays, the file types, the application and the first window in their order, and runs
-/// the event loop. Returns the exit status.
+/// The program: creates the global arrays, the file types, the application and the first window, in this order, and
+/// runs the event loop. Returns the exit status.
 int _Main(char** argv);
 
-/// The same sequence up to the running event loop, with App's open event raised, for programs that drive the windows
-/// themselves. The application lives as long as this object.
+/// The same sequence up to, but without, the event loop, with App's open event raised; for programs that drive the
+/// windows themselves. The application lives as long as this object.
 class StartedApp {
  public:
   explicit StartedApp(char** argv);

@@ -1,14 +1,14 @@
 #pragma once
 /// The state that all windows share. It lives from the start of the program to its end and is never written to disk.
-/// The functions of this namespace stand with their subjects: names in catalogue/, the display curve in stack/, the
-/// linked cursor in mainwindow/.
+/// The functions of this namespace are in the folders of their subjects: names in catalogue/, the display curve in
+/// stack/, the linked cursor in mainwindow/.
 
 #include <cstdint>
 #include <span>
 
+#include "platform/pictures/FolderItem.h"
 #include "platform/values/Array.h"
 #include "platform/values/Color.h"
-#include "platform/pictures/FolderItem.h"
 #include "platform/values/Ref.h"
 #include "platform/values/String.h"
 
@@ -26,9 +26,9 @@ extern platform::Ref<platform::FolderItem> OutputFolder;  ///< where pictures ar
 // Linked cursor, canvas pixels.
 extern std::int32_t fCursorSize;  ///< radius of the circle
 extern platform::Color fCursorColor;
-extern double Zoom;                  ///< canvas pixels an image pixel: 0.5, 1, 2, 3, 4, 5; 0 until Main has opened
+extern double Zoom;                  ///< canvas pixels per image pixel: 0.5, 1, 2, 3, 4, 5; 0 until Main has opened
 extern std::int32_t fCursorOldSize;  ///< radius of the mark on the screen, 0 for the small cross
-extern std::int32_t fCursorXold;     ///< place of the mark on the screen
+extern std::int32_t fCursorXold;     ///< position of the mark on the screen
 extern std::int32_t fCursorYold;
 extern bool fCursorShiftPressed;  ///< Shift was down at an earlier tick and has not been up since
 
@@ -38,12 +38,12 @@ extern platform::Array<platform::String> oooShortSpeciesNames;     ///< union of
 extern platform::Array2<bool> oooSpeciesExist;                     ///< cluster by species
 extern std::int32_t FileDropCount;                                 ///< last hidden row number given; only rises
 
-// Drawing, image pixels: four parallel arrays, one row a line segment; a row of -10s begins each stroke.
+// Drawing, image pixels: four parallel arrays, one row per line segment; a row of -10s begins each stroke.
 extern platform::Array<std::int32_t> x1Draw, y1Draw, x2Draw, y2Draw;
 extern platform::Color DrawColor;
 extern bool ShowDraw;
 
-/// Gives the arrays their first bounds, in the order that the start of the program asks for.
+/// Gives the arrays their initial bounds.
 void CreateArrays();
 
 }  // namespace Globals

@@ -85,7 +85,7 @@ Menu::Menu() {
 }
 
 Menu& Menu::Instance() {
-  // Never destroyed: the toolkit that its items belong to ends before static objects do.
+  // Never destroyed: the toolkit, which its items use, ends before static objects are destroyed.
   static Menu& menu = *new Menu;
   return menu;
 }

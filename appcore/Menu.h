@@ -4,10 +4,10 @@
 
 namespace Menu {
 
-/// The one menu bar of all windows. Its check marks hold the view settings for the length of a run.
+/// The one menu bar of all windows. Its check marks are the view settings; they are not saved.
 class Menu : public platform::MenuBar {
  public:
-  /// Made at the first reference.
+  /// Created at the first call.
   static Menu& Instance();
 
  private:
