@@ -1,9 +1,10 @@
+#include "platform/widgets/Buttons.h"
+
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPushButton>
 
-#include "platform/widgets/Buttons.h"
 #include "platform/qt/NativeCaption.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"

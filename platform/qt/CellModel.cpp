@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <numeric>
 
-#include "platform/widgets/Listbox.h"
 #include "platform/qt/NativeListbox.h"
 #include "platform/qt/NativeToolkit.h"
+#include "platform/widgets/Listbox.h"
 
 namespace platform {
 

@@ -1,11 +1,12 @@
+#include "platform/widgets/Control.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include "platform/widgets/Control.h"
-#include "platform/widgets/MouseCursor.h"
 #include "platform/qt/NativeCursor.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/widgets/MouseCursor.h"
 
 namespace platform {
 

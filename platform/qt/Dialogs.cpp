@@ -1,3 +1,5 @@
+#include "platform/widgets/Dialogs.h"
+
 #include <QColorDialog>
 #include <QFile>
 #include <QFileDialog>
@@ -5,10 +7,9 @@
 #include <cctype>
 #include <set>
 
-#include "platform/widgets/Dialogs.h"
-#include "platform/values/ErrorLine.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/values/ErrorLine.h"
 
 namespace platform {
 

@@ -1,9 +1,10 @@
+#include "platform/widgets/Displays.h"
+
 #include <QLabel>
 #include <QPainter>
 #include <QProgressBar>
 #include <algorithm>
 
-#include "platform/widgets/Displays.h"
 #include "platform/qt/NativeCaption.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"

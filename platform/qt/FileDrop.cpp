@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "platform/pictures/DragItem.h"
-#include "platform/values/FileType.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/values/FileType.h"
 
 namespace platform {
 

@@ -1,9 +1,10 @@
+#include "platform/widgets/Inputs.h"
+
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QSignalBlocker>
 #include <QSlider>
 
-#include "platform/widgets/Inputs.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
 

@@ -1,9 +1,9 @@
 #include <QKeySequence>
 #include <algorithm>
 
-#include "platform/widgets/Application.h"
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
+#include "platform/widgets/Application.h"
 
 namespace platform {
 

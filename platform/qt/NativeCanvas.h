@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "platform/widgets/Canvas.h"
 #include "platform/qt/NativeControl.h"
+#include "platform/widgets/Canvas.h"
 
 namespace platform {
 

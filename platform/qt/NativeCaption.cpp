@@ -1,7 +1,7 @@
+#include "platform/qt/NativeCaption.h"
+
 #include <QAbstractButton>
 #include <QFontMetrics>
-
-#include "platform/qt/NativeCaption.h"
 
 namespace platform {
 

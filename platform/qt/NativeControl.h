@@ -5,9 +5,9 @@
 #include <functional>
 #include <utility>
 
+#include "platform/pictures/Graphics.h"
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Control.h"
-#include "platform/pictures/Graphics.h"
 
 namespace platform {
 

@@ -4,8 +4,8 @@
 #include <QTableView>
 #include <vector>
 
-#include "platform/widgets/Listbox.h"
 #include "platform/qt/NativeControl.h"
+#include "platform/widgets/Listbox.h"
 
 namespace platform {
 

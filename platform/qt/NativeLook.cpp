@@ -1,3 +1,5 @@
+#include "platform/qt/NativeLook.h"
+
 #include <QApplication>
 #include <QFontMetrics>
 #include <QPalette>
@@ -5,7 +7,6 @@
 #include <QToolTip>
 
 #include "platform/qt/NativeControl.h"
-#include "platform/qt/NativeLook.h"
 
 namespace platform {
 

@@ -9,8 +9,8 @@
 #include <QString>
 #include <functional>
 
-#include "platform/values/Color.h"
 #include "platform/pictures/Picture.h"
+#include "platform/values/Color.h"
 #include "platform/values/PlaneView.h"
 #include "platform/values/String.h"
 

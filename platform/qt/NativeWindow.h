@@ -4,8 +4,8 @@
 #include <QWidget>
 #include <vector>
 
-#include "platform/widgets/Window.h"
 #include "platform/qt/NativeControl.h"
+#include "platform/widgets/Window.h"
 
 class QEventLoop;
 class QMenuBar;

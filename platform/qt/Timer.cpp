@@ -1,8 +1,9 @@
+#include "platform/widgets/Timer.h"
+
 #include <QTimer>
 
-#include "platform/widgets/Application.h"
-#include "platform/widgets/Timer.h"
 #include "platform/qt/NativeToolkit.h"
+#include "platform/widgets/Application.h"
 
 namespace platform {
 

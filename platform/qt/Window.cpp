@@ -1,3 +1,5 @@
+#include "platform/widgets/Window.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
@@ -7,13 +9,12 @@
 #include <QWindow>
 #include <algorithm>
 
-#include "platform/widgets/Listbox.h"
-#include "platform/widgets/Window.h"
 #include "platform/qt/NativeCanvas.h"
 #include "platform/qt/NativeListbox.h"
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/widgets/Listbox.h"
 
 namespace platform {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/widgets/Control.h"
 #include "platform/pictures/Picture.h"
+#include "platform/widgets/Control.h"
 
 namespace platform {
 

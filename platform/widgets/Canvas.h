@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/widgets/Control.h"
 #include "platform/pictures/Graphics.h"
+#include "platform/widgets/Control.h"
 
 namespace platform {
 

@@ -84,8 +84,8 @@ class RectControl : public Control {
   void About(const String& about);
 
   /// Repaints the control; it is on the screen when the call returns, also while a long handler runs and just after
-  /// the window was first shown. No click, key, drop or timer is delivered meanwhile: clicks and keys wait for the end of
-  /// the handler, and are dropped if it takes half a second or longer.
+  /// the window was first shown. No click, key, drop or timer is delivered meanwhile: clicks and keys wait for the end
+  /// of the handler, and are dropped if it takes half a second or longer.
   void Refresh(bool eraseBackground = true);
 
   /// The toolkit's side; nil before CreateControl.

@@ -4,8 +4,8 @@
 
 #include <functional>
 
-#include "platform/values/Color.h"
 #include "platform/pictures/FolderItem.h"
+#include "platform/values/Color.h"
 #include "platform/values/String.h"
 
 namespace platform {

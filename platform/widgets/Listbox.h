@@ -3,8 +3,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/widgets/Control.h"
 #include "platform/pictures/Graphics.h"
+#include "platform/widgets/Control.h"
 
 namespace platform {
 

@@ -6,8 +6,8 @@
 #include <map>
 #include <memory>
 
-#include "platform/widgets/Control.h"
 #include "platform/pictures/DragItem.h"
+#include "platform/widgets/Control.h"
 #include "platform/widgets/MenuBar.h"
 
 namespace platform {

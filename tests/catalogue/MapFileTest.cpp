@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "catalogue/MapFile.h"
-#include "tests/support/Messages.h"
 #include "tests/support/Folder.h"
+#include "tests/support/Messages.h"
 
 using platform::Array;
 using platform::BinaryStream;

@@ -3,8 +3,8 @@
 #include "output/TextLogWindow.h"
 #include "output/WindowAbout.h"
 #include "platform/widgets/Screen.h"
-#include "tests/support/WindowsFixture.h"
 #include "tests/support/FileCalls.h"
+#include "tests/support/WindowsFixture.h"
 
 using namespace platform;
 

@@ -10,8 +10,8 @@
 
 #include "platform/pictures/PNGu.h"
 #include "tests/support/Drawn.h"
-#include "tests/support/Folder.h"
 #include "tests/support/FileCalls.h"
+#include "tests/support/Folder.h"
 
 namespace platform {
 namespace {

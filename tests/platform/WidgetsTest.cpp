@@ -8,17 +8,17 @@
 #include <stdexcept>
 #include <thread>
 
+#include "platform/values/FileType.h"
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Buttons.h"
 #include "platform/widgets/Canvas.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/Displays.h"
-#include "platform/values/FileType.h"
 #include "platform/widgets/Inputs.h"
 #include "platform/widgets/Listbox.h"
 #include "platform/widgets/Screen.h"
-#include "tests/support/Testing.h"
 #include "platform/widgets/Timer.h"
+#include "tests/support/Testing.h"
 
 namespace {
 

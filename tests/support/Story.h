@@ -4,8 +4,8 @@
 /// changed since the program started. With VORNALITE_UPDATE_STORIES set the kept texts are written anew: read every
 /// line of the change before it is committed.
 
-#include "tests/support/WindowsFixture.h"
 #include "tests/support/VisibleState.h"
+#include "tests/support/WindowsFixture.h"
 
 class Story : public WindowsTest {
  protected:

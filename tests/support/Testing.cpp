@@ -1,3 +1,5 @@
+#include "tests/support/Testing.h"
+
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
@@ -17,14 +19,13 @@
 #include <QWindow>
 #include <algorithm>
 
-#include "platform/widgets/Application.h"
-#include "tests/support/Testing.h"
 #include "platform/qt/NativeCanvas.h"
 #include "platform/qt/NativeCaption.h"
 #include "platform/qt/NativeListbox.h"
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/widgets/Application.h"
 
 namespace platform::testing {
 

@@ -24,11 +24,6 @@
 #include <map>
 #include <set>
 
-#include "platform/widgets/Application.h"
-#include "platform/widgets/Canvas.h"
-#include "platform/widgets/Inputs.h"
-#include "platform/widgets/Listbox.h"
-#include "tests/support/Testing.h"
 #include "platform/qt/NativeCaption.h"
 #include "platform/qt/NativeCursor.h"
 #include "platform/qt/NativeListbox.h"
@@ -36,6 +31,11 @@
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Canvas.h"
+#include "platform/widgets/Inputs.h"
+#include "platform/widgets/Listbox.h"
+#include "tests/support/Testing.h"
 
 namespace platform::testing {
 

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/widgets/Displays.h"
 #include "platform/pictures/Picture.h"
+#include "platform/widgets/Displays.h"
 
 namespace platform::testing {
 

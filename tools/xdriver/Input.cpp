@@ -54,9 +54,7 @@ KeyPlace FindKey(XScreen& screen, const std::string& key) {
   return {code, XkbKeycodeToKeysym(screen.X(), code, 0, 0) != symbol};
 }
 
-void Key(XScreen& screen, KeyCode code, bool down) {
-  XTestFakeKeyEvent(screen.X(), code, down, CurrentTime);
-}
+void Key(XScreen& screen, KeyCode code, bool down) { XTestFakeKeyEvent(screen.X(), code, down, CurrentTime); }
 
 std::vector<std::string> KeysOf(const std::string& combination) {
   std::vector<std::string> keys(1);
