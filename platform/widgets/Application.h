@@ -8,11 +8,10 @@
 
 namespace platform {
 
-/// Starts the toolkit; of the words of the command line it gets the program's name alone. Before any window or
-/// application object; once. Chooses X11 where the desktop is Wayland (which
-/// does not let windows place themselves) unless the user's environment says otherwise, sets the fixed light look,
-/// installs text drawing and the tidy handling of uncaught failures. The toolkit ends with the application object, and
-/// all windows with it.
+/// Starts the toolkit, which gets only the program's name from `argv`. Call it once, before any window or application
+/// object is created. On a Wayland desktop, where windows cannot position themselves, it chooses X11 unless the user's
+/// environment says otherwise. It also sets the fixed light look and installs text drawing. The destructor of the
+/// application object ends the toolkit and all windows.
 void StartToolkit(char** argv);
 
 class Application {
@@ -22,14 +21,14 @@ class Application {
 
   /// The event loop has started.
   virtual void Event_Open() {}
-  /// The menus are brought up to date.
+  /// Called to update the menus.
   virtual void Event_EnableMenuItems() {}
 
-  /// Passes true to each window's Event_CancelClose, unless one of them keeps the program, closes all windows and ends
-  /// the event loop after the running event. Safe in any handler.
+  /// Calls each window's Event_CancelClose(true); unless one of them returns true, closes all windows and ends the
+  /// event loop after the current event. Can be called in any handler.
   void Quit(int status = 0);
-  /// Raises Event_Open. From then on the menus are brought up to date, and a window with a menu bar that is hidden when
-  /// no other one is visible becomes an icon, from which the user can bring it back; its Visible is false until then.
+  /// Raises Event_Open. From then on the menus are updated, and hiding the last visible window with a menu bar
+  /// minimises it instead, so that the user can bring it back; its Visible is false until then.
   void Open();
   /// Opens the application and runs the event loop until Quit. Returns the status.
   int Run();
@@ -38,11 +37,11 @@ class Application {
   platform::MenuBar* MenuBar() const { return menuBar_; }
   platform::ResourceFork ResourceFork() const { return {}; }
   const MenuHandlers& Handlers() const { return handlers_; }
-  /// Brings the menus up to date now.
+  /// Updates the menus now.
   void UpdateMenus();
-  /// The window in front: the active one, or the one last active and visible; nullptr if there is none.
+  /// The window in front: the active one, or the visible one that was active last; nullptr if there is none.
   Window* FrontWindow() const;
-  /// Handles a chosen menu item, as MenuBar.h tells. True if somebody handled it.
+  /// Handles a chosen menu item as described in MenuBar.h. Returns true if a handler accepted it.
   bool ChooseMenuItem(const String& name);
 
   static Application* Current();
@@ -55,13 +54,13 @@ class Application {
   platform::MenuBar* menuBar_ = nullptr;
 };
 
-/// Runs one event. An exception ends it and is reported in a message, never passed on to the toolkit. At its end what
-/// was drawn on live surfaces is put on the screen and the menus are brought up to date.
+/// Runs the handler of one event. An exception ends it and is reported in a message; it never reaches the toolkit.
+/// Afterwards, what was drawn on live surfaces is put on the screen and the menus are updated.
 void Dispatch(const std::function<void()>& event);
 
-/// Runs long work on another thread and returns when it has ended. Meanwhile the windows are painted and the window
-/// system is answered, but no click, key or timer comes in. The work must not touch a window, nor anything that a Paint
-/// handler reads. What it throws is thrown here.
+/// Runs long work on another thread and returns when it has finished. Meanwhile windows are painted and the window
+/// system is served, but no click, key or timer is delivered. The work must not access a window or anything that a
+/// Paint handler reads. Its exceptions are rethrown here.
 void AwaitWork(const std::function<void()>& work);
 
 /// A handler of an event as a method of the window: `PB.Action = Handler(this, &Main::PB_Action)`.

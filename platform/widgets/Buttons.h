@@ -5,10 +5,10 @@
 
 namespace platform {
 
-/// Buttons take the keyboard by Tab, never by a click.
+/// Buttons get the keyboard focus by Tab, never by a click.
 class PushButton : public RectControl {
  public:
-  /// The button of the Return key, or of the Escape key, in its window and page.
+  /// Whether the Return key, or the Escape key, presses the button while it is shown and enabled.
   void Default(bool isDefault);
   void Cancel(bool isCancel);
   std::function<void()> Action;
@@ -17,7 +17,7 @@ class PushButton : public RectControl {
   std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) override;
 };
 
-/// A button with an icon, beside a caption if it has one.
+/// A button with an icon and, optionally, a caption.
 class BevelButton : public RectControl {
  public:
   /// The picture's mask makes parts of the icon transparent. The picture is copied.

@@ -1,6 +1,6 @@
 #pragma once
-/// What all controls share. A control is a member of its window; CreateControl of the window brings it to life, once,
-/// and it lives as long as the window. Before that every operation but setting events throws NilObjectException.
+/// The base of all controls. A control is a member of its window and lives as long as the window. The window calls
+/// CreateControl once; before that every operation except setting events throws NilObjectException.
 
 #include <functional>
 #include <memory>
@@ -12,7 +12,7 @@ namespace platform {
 class Window;
 class Control;
 
-/// The toolkit's side of a control and of a window.
+/// The toolkit's implementation of a control and of a window.
 struct NativeControl;
 struct NativeWindow;
 
@@ -42,14 +42,14 @@ class Control {
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
-  /// The name by which the control is found within its window, together with its index in a control array.
+  /// The name that, together with the index in a control array, identifies the control within its window.
   const String& Name() const { return name_; }
   int Index() const { return index_; }
   void Index(int index) { index_ = index; }
-  /// The window that the control stands in.
+  /// The window that contains the control.
   platform::Window& Window() const;
 
-  /// The control has been made; comes before the window's own open event, in the order of making.
+  /// Raised when the window opens, before the window's own open event, in the order of creation.
   std::function<void()> Open;
 
  private:
@@ -59,7 +59,7 @@ class Control {
   platform::Window* window_ = nullptr;
 };
 
-/// A control with a place. Sizes and places are logical pixels of the window's content, whatever panel it stands on.
+/// A control with a position and size, in logical pixels of the window's content even if the control is on a page.
 class RectControl : public Control {
  public:
   RectControl();
@@ -74,7 +74,7 @@ class RectControl : public Control {
   void Height(int height);
   bool Enabled() const;
   void Enabled(bool enabled);
-  /// Whether the control is to be seen when its window and its page are.
+  /// Whether the control is visible when its window and its page are.
   bool Visible() const;
   void Visible(bool visible);
   void MouseCursor(const class MouseCursor& cursor);
@@ -83,17 +83,17 @@ class RectControl : public Control {
   /// button; the description of one with a caption.
   void About(const String& about);
 
-  /// Repaints the control; it is on the screen when the call returns, also while a long handler runs and just after
-  /// the window was first shown. No click, key, drop or timer is delivered meanwhile: clicks and keys wait for the end
-  /// of the handler, and are dropped if it takes half a second or longer.
+  /// Repaints the control. It is on the screen when the call returns, even during a long handler or just after the
+  /// window was first shown. No click, key, drop or timer is delivered meanwhile: clicks and keys wait for the end of
+  /// the handler, and are dropped if it takes half a second or longer.
   void Refresh(bool eraseBackground = true);
 
-  /// The toolkit's side; nil before CreateControl.
+  /// The toolkit's implementation; nullptr before CreateControl.
   NativeControl* Native() const { return native_.get(); }
   NativeControl& NeedNative() const;
 
  protected:
-  /// Makes the toolkit's side. Called once, by the window.
+  /// Creates the toolkit's implementation. Called once, by the window.
   virtual std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) = 0;
 
  private:
@@ -101,7 +101,7 @@ class RectControl : public Control {
   std::unique_ptr<NativeControl> native_;
 };
 
-/// Where a control stands: one row of a window's table of controls.
+/// One row of a window's table of controls.
 struct ControlRow {
   RectControl* control;
   const char* name;
@@ -110,7 +110,7 @@ struct ControlRow {
   int page;  ///< page of the window's page panel, or kNoPage
   const char* text = "";
   const char* about = "";  ///< see RectControl::About
-  int index = 0;           ///< place in a control array
+  int index = 0;           ///< position in a control array
 };
 
 }  // namespace platform

@@ -1,6 +1,6 @@
 #pragma once
-/// Messages and dialogs. All of them go through one seam, so that a test or a script can answer in the user's place;
-/// the real ones are the toolkit's native dialogs. Each call returns when the user has answered.
+/// Messages and dialogs. Tests can replace them by functions (DialogAnswers); the real ones are the toolkit's native
+/// dialogs. Each call returns when the user has answered.
 
 #include <functional>
 
@@ -10,14 +10,14 @@
 
 namespace platform {
 
-/// Shows text and waits for the user. From within a paint it returns at once; the text is shown after the paint, and
-/// the same text only once in a run.
+/// Shows text and waits for the user. During a paint it returns at once; the text is shown after the paint, and the
+/// same text only once per run.
 void MsgBox(const String& text);
-/// The end of a handler for all failures, within its catch block: a MsgBox of a text that does not tell the cause, and
-/// one line on standard error with the place and the cause. From within a paint each cause is reported once in a run.
+/// For a catch block that handles all failures: shows a MsgBox with a text that does not name the cause, and writes one
+/// line to standard error with the place and the cause. During a paint each cause is reported once per run.
 void ReportFailure(const String& text, const String& place);
 
-/// Runs the system's colour chooser, starting at `color`. True if confirmed; `color` is the choice then.
+/// Runs the colour chooser, starting at `color`. Returns true if confirmed; `color` is then the choice.
 bool SelectColor(Color& color, const String& prompt);
 
 class FolderItemDialog {
@@ -36,13 +36,13 @@ class SelectFolderDialog : public FolderItemDialog {
   Ref<FolderItem> ShowModal() override;
 };
 
-/// Who answers. An empty function means the native dialog.
+/// Replacements of the dialogs. An empty function means the native dialog.
 struct DialogAnswers {
   std::function<void(const String& text)> msgBox;
   std::function<bool(Color& color, const String& prompt)> selectColor;
   std::function<Ref<FolderItem>(const FolderItemDialog& dialog)> selectFolder;
 };
-/// The answers in force, for writing.
+/// The replacements in use; they can be assigned.
 DialogAnswers& Dialogs();
 
 }  // namespace platform

@@ -7,7 +7,7 @@ namespace platform {
 
 enum class TextAlign { Left, Center, Right };
 
-/// Text on one or several lines; longer text is shown from its beginning.
+/// Text on one or several lines; text that does not fit is cut off at its end.
 class StaticText : public RectControl {
  public:
   String Text() const;
@@ -31,7 +31,7 @@ class Rectangle : public RectControl {
   std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) override;
 };
 
-/// A line along the longer side of its place.
+/// A line along the longer side of its rectangle.
 class Separator : public RectControl {
  protected:
   std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) override;
@@ -48,8 +48,8 @@ class ProgressBar : public RectControl {
   std::unique_ptr<NativeControl> MakeNative(NativeWindow& window, const String& text) override;
 };
 
-/// A set of pages in one place, of which one is in force. Only the controls on that page are shown and take events;
-/// they move with the panel.
+/// A set of pages, one of which is current. Only the controls on the current page are shown and get events; they move
+/// with the panel.
 class PagePanel : public RectControl {
  public:
   void PanelCount(int count);

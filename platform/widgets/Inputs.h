@@ -4,14 +4,14 @@
 
 namespace platform {
 
-/// A menu of rows of which one is chosen, or none (-1).
+/// A popup menu; one row is chosen, or none (-1).
 class PopupMenu : public RectControl {
  public:
   void DeleteAllRows();
   void AddRow(const String& text);
   int ListCount() const;
   int ListIndex() const;
-  /// Raises Change, as a choice of the user does.
+  /// Raises Change, as a choice by the user does.
   void ListIndex(int index);
   std::function<void()> Change;
 
@@ -28,9 +28,9 @@ class Slider : public RectControl {
  public:
   void Setup(const SliderSettings& settings);  ///< raises no event
   int Value() const;
-  /// Raises ValueChanged if the value is another one.
+  /// Raises ValueChanged if the value changes.
   void Value(int value);
-  /// Without live scroll, a drag of the thumb raises it once, at the release.
+  /// Without live scroll, dragging the thumb raises it once, at the release.
   std::function<void()> ValueChanged;
 
  protected:

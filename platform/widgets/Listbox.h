@@ -8,18 +8,18 @@
 
 namespace platform {
 
-/// What a list is made with.
+/// Options of a list, fixed at its creation.
 struct ListboxSettings {
   String columnWidths{};           ///< logical pixels, comma-separated; "*" takes the rest, 0 hides the column
-  std::vector<String> headings{};  ///< one a column; none: no heading row
+  std::vector<String> headings{};  ///< one per column; if empty, there is no heading row
   int defaultRowHeight = 20;
   bool gridLines = false;  ///< in both directions
   bool multipleSelection = false;
   String hint{};  ///< shown in the list, and described to assistive technology, while it has no rows
 };
 
-/// Rows of cells of text. Rows and columns are counted from 0; one out of range throws OutOfBoundsException. The
-/// colours are fixed, black on white, whatever the desktop's theme.
+/// Rows of cells of text. Rows and columns are numbered from 0; one out of range throws OutOfBoundsException. The
+/// colours are always black on white, whatever the desktop's theme.
 class Listbox : public RectControl {
  public:
   static constexpr int kAlignLeft = 1, kAlignCenter = 2, kAlignRight = 3;
@@ -42,31 +42,33 @@ class Listbox : public RectControl {
   bool CellCheck(int row, int column) const;
   /// Does not raise CellAction.
   void CellCheck(int row, int column, bool checked);
-  /// Repaints a cell soon; -1 stands for all rows or all columns. A row or column that is not there is ignored.
+  /// Schedules a repaint of a cell; -1 means all rows or all columns. A row or column that does not exist is ignored.
   void InvalidateCell(int row, int column);
   void ColumnAlignment(int column, int alignment);
   void ColumnType(int column, int type);
-  /// Makes the row the first one seen; past the end shows the end.
+  /// Scrolls so that the row is the first visible one, or to the end.
   void ScrollPosition(int row);
-  /// Scrolls no further than it takes to see the row; one that is not there is ignored.
+  /// Scrolls as little as needed to make the row visible; a row that does not exist is ignored.
   void Reveal(int row);
-  /// As if the user had pressed the heading: HeaderPressed, then the list's own sort of that column, ascending and
+  /// Acts as a press of the heading by the user: raises HeaderPressed, then sorts by that column, ascending and
   /// regardless of letter case; equal rows keep their order.
   void PressHeader(int column);
 
   std::function<void()> GotFocus;
-  /// A mouse press in a cell, x and y relative to it. True stops the normal click.
+  /// A mouse press in a cell, x and y relative to it. Returning true suppresses the normal click.
   std::function<bool(int row, int column, int x, int y)> CellClick;
-  /// Draw the text of a cell; x and y are where the baseline of the cell's text begins by its alignment. True: done.
+  /// Draws the text of a cell; x and y are the beginning of the baseline according to the alignment. If it returns
+  /// false, the list draws the text.
   std::function<bool(Graphics& g, int row, int column, int x, int y)> CellTextPaint;
-  /// Draw behind the text. The origin of `g` is the cell's corner, its size the cell's.
+  /// Draws behind the text. `g` has the origin and the size of the cell.
   std::function<bool(Graphics& g, int row, int column)> CellBackgroundPaint;
-  /// The tool tip of a cell. Without the handler, or where it returns none, the tip is the cell's text if that does not
+  /// The tool tip of a cell. Without the handler, or if it returns nullopt, the tip is the cell's text if that does not
   /// fit into the cell.
   std::function<std::optional<String>(int row, int column)> CellTip;
   /// The selection changed.
   std::function<void()> Change;
-  /// The user pressed a heading. True stops the list's own sort. Headings can be pressed only where this is set.
+  /// The user pressed a heading. Returning true suppresses the list's own sort. Headings can be pressed only if this is
+  /// set.
   std::function<bool(int column)> HeaderPressed;
   /// The user changed a check box or an editable cell.
   std::function<void(int row, int column)> CellAction;

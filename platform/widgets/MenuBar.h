@@ -1,10 +1,10 @@
 #pragma once
-/// The one menu bar. Windows that carry it show the same items; the keys of its items work in every window.
+/// The one menu bar. All windows that have it show the same items; its shortcuts work in every window.
 ///
-/// Before the menus are seen or a key is tried the items are brought up to date: each item's Enabled becomes its
-/// AutoEnable, then the application's and the front window's Event_EnableMenuItems run. A chosen item is handled by the
-/// front window's handler of that name; if there is none, or it returns false, by the application's. An item that
-/// neither handles does nothing.
+/// Before a menu is shown or a shortcut is matched, the items are updated: each item's Enabled becomes its AutoEnable,
+/// then the application's and the front window's Event_EnableMenuItems run. A chosen item is handled by the front
+/// window's handler of that name; if there is none, or it returns false, by the application's. An item without a
+/// handler does nothing.
 
 #include <map>
 #include <memory>
@@ -16,7 +16,7 @@ namespace platform {
 
 class MenuItem {
  public:
-  /// `key` is a shortcut such as "Cmd+N", or empty. Cmd is Ctrl but on a Mac.
+  /// `key` is a shortcut such as "Cmd+N", or empty. Cmd is Ctrl except on a Mac.
   MenuItem(const String& name, const String& text, const String& key, bool autoEnable, bool checkable = false);
   ~MenuItem();
 
@@ -26,7 +26,7 @@ class MenuItem {
   void AutoEnable(bool on) { autoEnable_ = on; }
   String Text() const { return text_; }
   void Text(const String& text);
-  /// Whether the item is of those that can be checked: it shows a box also while it is not.
+  /// Whether the item can be checked: it then shows a box even while unchecked.
   bool Checkable() const { return checkable_; }
   bool Checked() const { return checked_; }
   void Checked(bool checked);
@@ -45,14 +45,14 @@ class MenuItem {
   std::unique_ptr<Native> native_;
 };
 
-/// Where an item of the program's table of menus belongs. A text of "-" is a separator.
+/// One row of the program's table of menus. The text "-" makes a separator.
 struct MenuRow {
   const char* name;
-  const char* parent;  ///< name of a row before, or nullptr for the menu bar itself
+  const char* parent;  ///< name of a previous row, or nullptr for the menu bar itself
   const char* text;
   const char* key;
   bool autoEnable;
-  /// Quit and About are what the desktop may move to a place of its own.
+  /// Some desktops move Quit and About to another menu.
   enum class Role { Plain, Check, Quit, About } role = Role::Plain;
 };
 
@@ -63,7 +63,7 @@ class MenuBar {
   MenuBar(const MenuBar&) = delete;
 
   void Add(const MenuRow& row);
-  /// By name, regardless of letter case. Throws NilObjectException for a name that is not there.
+  /// The item of that name, regardless of letter case. Throws NilObjectException if there is none.
   MenuItem& Item(const String& name);
   const std::vector<std::unique_ptr<MenuItem>>& Items() const { return items_; }
 

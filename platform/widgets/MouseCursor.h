@@ -1,5 +1,5 @@
 #pragma once
-/// The program's own pictures and pointers, by number. Each is loaded at its first request and kept.
+/// The program's own pictures and pointers, by number. Each is loaded at its first use and cached.
 
 #include <memory>
 
@@ -20,7 +20,7 @@ class MouseCursor {
 
 class ResourceFork {
  public:
-  /// Throws NilObjectException for a number that is not there.
+  /// Throws NilObjectException if there is no picture of that number.
   Ref<Picture> GetPicture(int id) const;
   const MouseCursor& getCursor(int id) const;
 };

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The part of a screen that is free of menu bar and dock, logical pixels.
+/// The part of a screen not covered by menu bar and dock, in logical pixels.
 class Screen {
  public:
   explicit Screen(int index) : index_(index) {}
@@ -17,17 +17,18 @@ class Screen {
   int index_;
 };
 
-/// The state of a key now, at any time, also in the middle of a handler.
+/// The current state of a key, even while a handler runs.
 namespace Keyboard {
 bool AsyncShiftKey();
-/// Control is also the key of the shortcuts: from a shortcut on, a hold of it counts as released.
+/// Control is also the key of the shortcuts: once a shortcut is pressed, it counts as released until it is pressed
+/// again.
 bool AsyncControlKey();
-/// Whether the hold of Control that AsyncControlKey last returned true for became a shortcut.
+/// Whether the last press of Control that AsyncControlKey reported turned out to be for a shortcut.
 bool ControlBecameShortcut();
 bool AsyncOptionKey();
 }  // namespace Keyboard
 
-/// Sixtieths of a second since some fixed moment.
+/// Sixtieths of a second since a fixed moment.
 int Ticks();
 
 }  // namespace platform

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// Calls Action on the thread of events, between other events, never within a handler.
+/// Calls Action on the event thread, between other events, never during a handler.
 class Timer : public Control {
  public:
   static constexpr int kModeOff = 0, kModeSingle = 1, kModeMultiple = 2;

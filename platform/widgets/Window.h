@@ -1,5 +1,5 @@
 #pragma once
-/// Windows. All open windows, also hidden ones, stand in one list in the order of their making; the list owns them.
+/// Windows. One list owns all open windows, including hidden ones, in the order of their creation.
 
 #include <functional>
 #include <initializer_list>
@@ -14,17 +14,17 @@ namespace platform {
 
 enum class Frame { Document, MovableModal };
 
-/// What a window is made with. Sizes are those of the content, logical pixels; the menu bar and frame come on top.
+/// Options of a window. Sizes are those of the content, in logical pixels, without menu bar and frame.
 struct WindowSettings {
   String title{};
   int width = 300, height = 200;
   int minWidth = 64, minHeight = 64;
   int maxWidth = 32000, maxHeight = 32000;
-  bool visible = true;  ///< shown as soon as it is made
+  bool visible = true;  ///< shown when it is opened
   Frame frame = Frame::Document;
   bool resizeable = true;                ///< by the user; code can always set the size
-  platform::MenuBar* menuBar = nullptr;  ///< shown in the window; without one its keys work all the same
-  bool centered = false;                 ///< on the main screen, at the first showing
+  platform::MenuBar* menuBar = nullptr;  ///< shown in the window; its shortcuts work without it too
+  bool centered = false;                 ///< on the main screen, when first shown
 };
 
 using MenuHandlers = std::map<String, std::function<bool()>>;
@@ -39,11 +39,11 @@ class Window {
   /// Shows the window and brings it to the front.
   void Show();
   void Hide();
-  /// Ends the window: it leaves the list at once, and its object ends after the running event.
+  /// Closes the window: it leaves the list at once and is destroyed after the current event.
   void Close();
-  /// Shows the window, keeps all others from the user, and returns when it has been hidden.
+  /// Shows the window, blocks input to all others, and returns when it is hidden.
   void ShowModal();
-  /// Gives the keyboard to the window itself, away from any control.
+  /// Moves the keyboard focus from the controls to the window itself.
   void SetFocus();
   bool Visible() const;
   void Visible(bool visible);
@@ -52,7 +52,7 @@ class Window {
   int Top() const;
   void Top(int top);
   int Width() const;
-  /// Controls follow by their locks at once. A size beyond the present limits is set all the same.
+  /// Controls follow by their locks at once. A size outside the limits is set nevertheless.
   void Width(int width);
   int Height() const;
   void Height(int height);
@@ -71,17 +71,18 @@ class Window {
   /// Accepts drops of files of the registered type of that name.
   void AcceptFileDrop(const String& typeName);
 
-  /// The control of that name (and index in a control array), or nullptr.
+  /// The control with that name (and index in a control array), or nullptr.
   Control* FindControl(const String& name, int index = 0) const;
-  /// All controls, in the order of their making.
+  /// All controls, in the order of their creation.
   const std::vector<Control*>& Controls() const { return controls_; }
 
-  // Events. Each is dispatched inside one handler that reports an uncaught failure.
+  // Events. Each is run by Dispatch, which reports uncaught exceptions.
   virtual void Event_Open() {}
-  /// The window is asked to close. True keeps it.
+  /// The user or Quit asks the window to close. Returning true prevents it.
   virtual bool Event_CancelClose(bool /*appQuitting*/) { return false; }
   virtual void Event_Resized() {}
-  /// A key that no control used, as a string of one character: arrows left 28, right 29, up 30, down 31.
+  /// A key that no control used, as a string of one character; the codes of the arrows are left 28, right 29, up 30,
+  /// down 31.
   virtual bool Event_KeyDown(const String& /*key*/) { return false; }
   virtual void Event_DropObject(DragItem& /*items*/, int /*action*/) {}
   virtual void Event_EnableMenuItems() {}
@@ -94,10 +95,10 @@ class Window {
  protected:
   void CreateControl(const ControlRow& row);
   void CreateControls(std::initializer_list<ControlRow> rows);
-  /// A control without a place, such as a timer.
+  /// For a control without a position, such as a timer.
   void CreateControl(Control& control, const char* name);
   void AddMenuHandler(const String& item, std::function<bool()> handler) { handlers_[item] = std::move(handler); }
-  /// The window has left the list and ends after the running event.
+  /// Whether the window has left the list and will be destroyed after the current event.
   bool Closed() const;
 
  private:
@@ -112,10 +113,10 @@ class Window {
 int WindowCount();
 Window& WindowAt(int index);
 
-/// Puts a newly made window into the list, raises the open events of its controls, then its own, and shows it if it is
-/// made visible.
+/// Adds a new window to the list, raises the open events of its controls, then its own, and shows it if its settings
+/// say so.
 void OpenWindow(std::unique_ptr<Window> window);
-/// Makes a window of class W and opens it.
+/// Creates a window of class W and opens it.
 template <class W>
 W& New() {
   auto window = std::make_unique<W>();
@@ -131,7 +132,8 @@ void ForEachWindow(Visit visit) {
     if (auto* window = dynamic_cast<W*>(&WindowAt(i))) visit(*window);
 }
 
-/// A window class with one implicit instance, made at its first reference and made anew after it was closed.
+/// A window class with one implicit instance, created at its first use and recreated at the next use after it was
+/// closed.
 template <class W>
 class SingletonWindow : public Window {
  public:
