@@ -1,4 +1,6 @@
-# What the program leans on, all Debian packages. A missing one is named with its package.
+# The dependencies, all Debian packages. A missing one is reported with the name of its package. BMP, GIF and PICT are
+# read by our own readers. libpng reads PNG, because Qt lets it print to standard error, and writes PNG with the
+# compression done by libdeflate.
 function(vornalite_need found package what)
   if(NOT ${found})
     message(FATAL_ERROR "${what} was not found. On Debian: apt install ${package}")
@@ -6,17 +8,17 @@ function(vornalite_need found package what)
 endfunction()
 
 find_package(Qt6 6.4 QUIET COMPONENTS Core Gui Widgets Test)
-vornalite_need(Qt6_FOUND qt6-base-dev "Qt 6 (windows, events, PNG, BMP, GIF and JPEG in)")
+vornalite_need(Qt6_FOUND qt6-base-dev "Qt 6 (windows, events, reading JPEG)")
 find_package(TIFF QUIET)
-vornalite_need(TIFF_FOUND libtiff-dev "libtiff (TIFF in)")
+vornalite_need(TIFF_FOUND libtiff-dev "libtiff (reading TIFF)")
 find_package(PNG QUIET)
-vornalite_need(PNG_FOUND libpng-dev "libpng (PNG out)")
+vornalite_need(PNG_FOUND libpng-dev "libpng (reading and writing PNG)")
 find_package(PkgConfig QUIET)
 vornalite_need(PkgConfig_FOUND pkg-config "pkg-config")
 pkg_check_modules(Deflate QUIET IMPORTED_TARGET libdeflate)
-vornalite_need(Deflate_FOUND libdeflate-dev "libdeflate (compression of PNG out, in half the time of zlib)")
+vornalite_need(Deflate_FOUND libdeflate-dev "libdeflate (compressing PNG, in half the time of zlib)")
 pkg_check_modules(Highway QUIET IMPORTED_TARGET libhwy)
-vornalite_need(Highway_FOUND libhwy-dev "Google Highway (vectors)")
+vornalite_need(Highway_FOUND libhwy-dev "Google Highway (vector instructions)")
 find_package(Threads REQUIRED)
 if(BUILD_TESTING)
   find_package(GTest QUIET)

@@ -1,11 +1,11 @@
-# Short forms for the kinds of target in this tree.
+# Functions for the kinds of target in this tree.
 include(GoogleTest)
 
 # The target all_verify_interface_header_sets compiles each public header alone.
 set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ON)
 
-# vornalite_sources(target HEADERS ... SOURCES ...): adds files of the current folder to a target of any folder. Headers
-# are included by their path from the top of the tree.
+# vornalite_sources(target HEADERS ... SOURCES ...): adds files of the current folder to a target, which may be defined
+# in another folder. Headers are included by their path from the top of the tree.
 function(vornalite_sources target)
   cmake_parse_arguments(ARG "" "" "HEADERS;SOURCES" ${ARGN})
   get_target_property(type ${target} TYPE)
@@ -36,14 +36,14 @@ function(vornalite_arithmetic name)
   target_link_libraries(${name} PUBLIC platform_pictures)
 endfunction()
 
-# vornalite_windows(HEADERS ... SOURCES ...): windows and commands of the current room. They know one another, so all
-# rooms' windows are one library.
+# vornalite_windows(HEADERS ... SOURCES ...): windows and commands of the current folder. They depend on one another, so
+# those of all folders form one library.
 function(vornalite_windows)
   vornalite_sources(windows ${ARGN})
 endfunction()
 
-# vornalite_test(name SOURCES ... LIBRARIES ...): a GoogleTest program; each of its tests is a CTest test. None takes
-# longer than about a second; the limit stops a test that hangs or has become quadratic.
+# vornalite_test(name SOURCES ... LIBRARIES ...): a GoogleTest program; each of its tests is a CTest test. None should
+# take longer than about a second; the limit stops a test that hangs or has become quadratic.
 function(vornalite_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -53,7 +53,7 @@ function(vornalite_test name)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 20 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
-# vornalite_windows_test(sources...): tests of the current room that drive the real windows.
+# vornalite_windows_test(sources...): tests in the current folder that drive the real windows.
 function(vornalite_windows_test)
   target_sources(windows_test PRIVATE ${ARGN})
 endfunction()
