@@ -19,7 +19,7 @@ namespace platform {
 
 namespace {
 
-/// The toolkit and what must end before it.
+/// Owns QApplication and ends windows and menus before it.
 struct Toolkit {
   Toolkit(int& argc, char** argv) : application(argc, argv) {
     application.installEventFilter(&inputGate);
@@ -49,14 +49,14 @@ void PreferX11() {
 void StartToolkit(char** argv) {
   LoadResources();
   PreferX11();
-  // The toolkit's dialogs would keep places and colours in a file of theirs; a run leaves nothing behind but pictures.
+  // Qt's dialogs would save folders and colours in a settings file; the program saves nothing but pictures.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QCoreApplication::setApplicationName("Vornalite");
   QGuiApplication::setApplicationDisplayName({});
-  static int words = 1;  // the program has no command line, so the toolkit has none either
+  static int words = 1;  // only the program's name: the program has no options, so Qt gets none
   toolkit = new Toolkit(words, argv);
-  std::setlocale(LC_NUMERIC, "C");  // the toolkit has taken over the user's, whose decimal point may be a comma
+  std::setlocale(LC_NUMERIC, "C");  // Qt has set the user's locale, whose decimal separator may be a comma
   QGuiApplication::setWindowIcon(QIcon(":/vornalite/vornalite.png"));
   QGuiApplication::setDesktopFileName("vornalite");
   QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -78,7 +78,7 @@ Application::Application() { running.application = this; }
 Application::~Application() {
   if (running.application != this) return;
   running = {};
-  // Here and not when static objects end: parts of the toolkit that it needs for that are gone by then.
+  // Not as a static object: Qt needs other static objects for its shutdown.
   delete toolkit;
   toolkit = nullptr;
 }
@@ -123,7 +123,7 @@ Window* Application::FrontWindow() const {
 void Application::UpdateMenus() {
   if (!menuBar_ || !running.opened || running.updatingMenus || running.quitting) return;
   running.updatingMenus = true;
-  ++running.depth;  // what the handlers set off waits for their end
+  ++running.depth;  // events that the handlers cause are delayed until they have ended
   for (const auto& item : menuBar_->Items()) item->Enabled(item->AutoEnable());
   Guarded([this] { Event_EnableMenuItems(); });
   if (Window* front = FrontWindow()) Guarded([front] { front->Event_EnableMenuItems(); });

@@ -13,12 +13,12 @@ namespace platform {
 
 namespace {
 
-/// What a button draws around its caption, and a check box beside it, logical pixels.
+/// Width that a button needs around its caption, and a check box beside it, in logical pixels.
 constexpr int kButtonBesides = 6;
 constexpr int kCheckBoxBesides = 18;
 
-/// A button of the toolkit that takes the keyboard by Tab only, leaves the arrow keys to the window, and gives the
-/// keyboard back to the window when it is clicked.
+/// A Qt button that gets the keyboard focus by Tab only, leaves the arrow keys to the window, and returns the focus to
+/// the window when it is clicked.
 template <class Button>
 class TabButton : public Button {
  public:
@@ -49,7 +49,7 @@ class TabButton : public Button {
 using TabPushButton = TabButton<QPushButton>;
 using TabCheckBox = TabButton<QCheckBox>;
 
-/// Makes the button of a control and lets it raise the control's Action.
+/// Creates the button of a control and connects it to the control's Action.
 template <class Native, class Button, class Owner>
 std::unique_ptr<Native> MakeButton(NativeWindow& window, Owner& owner, const String& text, int besides) {
   auto* button = new Button(WithoutAccessKey(text), window.content);

@@ -13,7 +13,7 @@ namespace {
 
 std::vector<NativeCanvas*> canvases;
 
-/// Rows of device pixels that go to the screen at once: few enough to stay near the processor on the way.
+/// Rows of device pixels that are sent to the screen in one step: few enough to stay in the cache.
 constexpr int kBand = 32;
 
 class CanvasWidget : public QWidget {
@@ -93,7 +93,8 @@ void NativeCanvas::FitBacking() {
   if (width == live.Width() && height == live.Height() && wantedRatio == ratio && widget->isVisible() == seen) return;
   ratio = wantedRatio;
   seen = widget->isVisible();
-  // Without an image first, and with none if there is no memory for it: the next paint then does not try again.
+  // Release the old image first. If there is no memory for the new one, there is none, and the next paint does not
+  // retry.
   pixels = {};
   deviceWidth = deviceHeight = 0;
   SetLiveSurface(width, height);
@@ -144,7 +145,7 @@ void NativeCanvas::Refresh() {
 void NativeCanvas::Flush() {
   if (touched.empty()) return;
   QRegion region;
-  // Where a logical pixel is no whole number of device pixels the rectangle's rim reaches into the next one.
+  // If a logical pixel is not a whole number of device pixels, the border of the rectangle extends into the next one.
   const int rim = ratio == std::floor(ratio) ? 0 : 1;
   for (const Rect& rect : touched)
     region += QRect(rect.x, rect.y, rect.width, rect.height).adjusted(-rim, -rim, rim, rim);
@@ -159,7 +160,7 @@ void NativeCanvas::Show(const QRegion& region) {
   for (const QRect& rect : region) {
     const QRectF device(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio);
     const QRect part = device.toAlignedRect().intersected({0, 0, deviceWidth, deviceHeight});
-    // In bands, so that a large canvas is not held twice.
+    // In bands, so that no second copy of a large canvas is needed.
     for (int y = part.top(); y <= part.bottom(); y += kBand) {
       const QRect band(part.left(), y, part.width(), std::min(kBand, part.bottom() + 1 - y));
       painter.drawImage(band.topLeft(), OpaqueImage(view, band));

@@ -28,14 +28,14 @@ void ShowMessage(const String& text) {
   box.exec();
 }
 
-/// Whether a report may be made. From within a paint each is made once in a run: what fails in one paint fails in the
-/// next, and closing the box is followed by a paint.
+/// Whether to show a report. During a paint each report is shown only once per run: what fails in one paint fails in
+/// the next, and closing the box causes a paint.
 bool ToBeReported(const String& report) {
   static std::set<String> made;
   return !InsidePaint() || made.insert(report).second;
 }
 
-/// Messages that came from within a paint, where no box can be shown, come after it.
+/// During a paint no box can be shown: the message appears after it.
 void Show(const String& text) {
   if (Dialogs().msgBox) return Dialogs().msgBox(text);
   if (!InsidePaint()) return ShowMessage(text);
@@ -57,7 +57,7 @@ void ReportFailure(const String& text, const String& place) {
   std::string cause = CurrentFailure();
   const std::string line = (place + ": ").Utf8() + cause;
   if (ToBeReported(line)) WriteErrorLine(line);
-  // One box serves the rows of a list that fail alike: causes that differ in their numbers alone.
+  // Causes that differ only in numbers, as from the rows of a list, share one box.
   std::erase_if(cause, [](unsigned char c) { return std::isdigit(c) != 0; });
   if (ToBeReported(text + EndOfLine() + cause)) Show(text);
 }

@@ -19,7 +19,7 @@ Running running;
 
 namespace {
 
-/// A handler that runs this long lets the toolkit serve the screen when it refreshes something.
+/// After a handler has run this long, a refresh also processes paints and expose events.
 constexpr int kPumpMilliseconds = 30;
 /// The input that came during a handler which runs this long and shows its progress is dropped.
 constexpr int kLongMilliseconds = 500;
@@ -30,14 +30,14 @@ void RunWaiting() {
   while (!running.soon.empty() && !HandlerRuns()) {
     const auto work = std::move(running.soon.front());
     running.soon.pop_front();
-    WakeUp();  // should the work open a nested loop, the rest goes on there
+    WakeUp();  // if the work opens a nested loop, the rest is run there
     Guarded(work);
   }
 }
 
 void Report(const String& failure) {
   if (running.reporting) {
-    // The message itself is on the screen, and another failure came of it.
+    // The failure occurred while the message of another one is shown.
     WriteErrorLine(failure.Utf8());
     return;
   }
@@ -124,7 +124,7 @@ void PumpIfDue() {
 }
 
 void AwaitWork(const std::function<void()>& work) {
-  // Where no thread is to be had the work is done by get().
+  // If the system refuses a thread, std::async defers: get() then does the work.
   std::future<void> done = std::async(work);
   while (done.wait_for(std::chrono::milliseconds(kPumpMilliseconds)) == std::future_status::timeout) PumpIfDue();
   done.get();

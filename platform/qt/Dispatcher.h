@@ -11,13 +11,13 @@ namespace platform {
 
 /// State of the event thread.
 struct Running {
-  int depth = 0;     ///< handlers within one another since the last nested loop
-  int waiting = 0;   ///< handlers below that wait for a nested loop
-  int painting = 0;  ///< paints of the toolkit within one another
+  int depth = 0;     ///< nesting depth of handlers since the last nested loop
+  int waiting = 0;   ///< handlers that wait for a nested loop to end
+  int painting = 0;  ///< nesting depth of the toolkit's paints
   bool posted = false;
   bool reporting = false;
   bool updatingMenus = false;
-  bool opened = false;  ///< the application's open event has come
+  bool opened = false;  ///< the application's open event was raised
   bool quitting = false;
   int status = 0;
   bool pumped = false;       ///< since the handler began
@@ -28,7 +28,7 @@ struct Running {
 };
 extern Running running;
 
-/// Has the work that waits run by the event loop.
+/// Schedules the waiting work to be run by the event loop.
 void WakeUp();
 
 }  // namespace platform

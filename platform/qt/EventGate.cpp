@@ -53,7 +53,7 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
       return closed_ || (static_cast<QMouseEvent*>(event)->buttons() & swallowed_);
     case QEvent::ShortcutOverride:
       if (closed_) {
-        event->accept();  // so that no shortcut is tried
+        event->accept();  // so that no shortcut is matched
         return true;
       }
       NoteFront(receiver);

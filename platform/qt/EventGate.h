@@ -6,8 +6,8 @@ namespace platform {
 
 /// Blocks the input that is delivered while a handler runs. Updates the menus before a shortcut is matched.
 ///
-/// A press that came before the gate closed has its release held back until the handler has ended: the toolkit would
-/// otherwise believe the button down. The release and the moves that belong to a swallowed press are swallowed too,
+/// If the press of a button came before the gate closed, its release is delayed until the handler has ended; otherwise
+/// Qt would regard the button as still pressed. After a dropped press, the moves and the release are dropped too,
 /// whenever they come.
 class InputGate : public QObject {
  public:

@@ -18,7 +18,7 @@ std::vector<FileType>& FileTypes() {
   return types;
 }
 
-/// The file's place, from the bytes of the address: a name need not be text in any encoding.
+/// The file of a URL, from its bytes: a file name need not be valid in any encoding.
 Ref<FolderItem> FileOf(const QUrl& url) {
   const QString host = url.host();
   const bool here = host.isEmpty() || host.compare("localhost", Qt::CaseInsensitive) == 0 ||

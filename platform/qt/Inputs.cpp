@@ -16,12 +16,12 @@ class MenuBox : public QComboBox {
  public:
   using QComboBox::QComboBox;
   void showPopup() override {
-    view()->setMinimumWidth(view()->sizeHintForColumn(0) + 24);  // texts may be wider than the box
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + 24);  // items may be wider than the box
     QComboBox::showPopup();
   }
 };
 
-/// What is chosen is the name of a menu.
+/// Assistive technology announces the chosen item as the name of the box, so `about` is its description.
 struct NativeMenuBox : NativeControl {
   using NativeControl::NativeControl;
   void SetAbout(const QString& about) override { widget->setAccessibleDescription(about); }
@@ -46,7 +46,7 @@ void PopupMenu::AddRow(const String& text) {
   QComboBox& box = BoxOf(*this);
   const int chosen = box.currentIndex();
   box.addItem(ToQString(text));
-  box.setCurrentIndex(chosen);  // the toolkit chooses the first row by itself
+  box.setCurrentIndex(chosen);  // Qt has chosen the first row
 }
 
 int PopupMenu::ListCount() const { return BoxOf(*this).count(); }

@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-/// The key as a string of one character, or empty for a key that has none.
+/// The key as a string of one character, or empty if it has none.
 String KeyText(const QKeyEvent& key) {
   switch (key.key()) {
     case Qt::Key_Left:

@@ -27,7 +27,7 @@ constexpr Color kFocus = 0x5C9BD6;
 constexpr Color kHint = 0x707070;
 constexpr Color kFrame = 0xB4B4B4;
 
-/// Darkens the pixels by a colour, so that what was painted behind the text stays to be seen.
+/// Darkens the pixels by a colour, so that what was painted behind the text remains visible.
 void Tint(PlaneView<Color> pixels, Color tint) {
   const auto times = [](int a, int b) { return a * b / 255; };
   for (int y = 0; y < pixels.height; ++y)
@@ -45,7 +45,7 @@ class CellDelegate : public QStyledItemDelegate {
     const bool framed = (option.state & QStyle::State_HasFocus) && (option.state & QStyle::State_KeyboardFocusChange);
     native_.PaintCell(*painter, option.rect, index, (option.state & QStyle::State_Selected) != 0, framed);
   }
-  /// The view's own mouse handling toggles the boxes; the toolkit's would do it a second time.
+  /// The view's mouse handling toggles the boxes; Qt would toggle them a second time here.
   bool editorEvent(QEvent*, QAbstractItemModel*, const QStyleOptionViewItem&, const QModelIndex&) override {
     return false;
   }
@@ -59,7 +59,7 @@ class View : public QTableView {
   View(QWidget* parent, NativeListbox& native) : QTableView(parent), native_(native) {}
 
  protected:
-  /// Paints the frame in rectangles. At a fractional display scale the toolkit's own lines may lie outside the clip.
+  /// Paints the frame in rectangles. At a fractional display scale Qt's own lines may be outside the clip.
   bool event(QEvent* event) override {
     if (event->type() != QEvent::Paint) return QTableView::event(event);
     QPainter painter(this);
@@ -79,7 +79,7 @@ class View : public QTableView {
       const QPoint corner = visualRect(index).topLeft();
       const int row = index.row(), column = index.column();
       if (native_.Ask(native_.list.CellClick, row, column, at.x() - corner.x(), at.y() - corner.y())) return;
-      if (!index.model() || row >= model()->rowCount()) return;  // the handler took rows away
+      if (!index.model() || row >= model()->rowCount()) return;  // the handler removed rows
       if (native_.IsCheckBox(column) && native_.IndicatorRect(index).contains(at)) {
         setAutoScroll(false);  // the box must stay under the pointer
         selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
@@ -107,7 +107,7 @@ class View : public QTableView {
   void mouseDoubleClickEvent(QMouseEvent* event) override {
     const QPersistentModelIndex index = indexAt(PixelOf(event->position()));
     const bool editable = index.isValid() && (index.flags() & Qt::ItemIsEditable);
-    mousePressEvent(event);  // a second click is a click
+    mousePressEvent(event);  // a double click counts as two clicks
     if (editable && index.isValid() && passesClick_) {
       passesClick_ = false;
       edit(index);
@@ -116,7 +116,8 @@ class View : public QTableView {
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Space && currentIndex().isValid() && native_.IsCheckBox(currentIndex().column()))
       return native_.Toggle(currentIndex());
-    // To copy is a command of the menu. The arrows are the window's unless they choose rows or the user walks by keys.
+    // Copying is a menu command. The window handles the arrow keys unless they select rows or the list got the focus by
+    // Tab.
     const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
     if (event->matches(QKeySequence::Copy) || (arrow && !walked_ && !native_.list.Change)) return event->ignore();
     QTableView::keyPressEvent(event);
@@ -152,7 +153,7 @@ class View : public QTableView {
   }
 
  private:
-  /// A list that never keeps the keyboard hands it to the next control, so that Tab does not end here.
+  /// A list that gives the keyboard away passes the focus on to the next control, so that Tab does not stop here.
   void PassOn(bool forward) {
     QWidget* next = this;
     const auto takes = [&] {
@@ -165,8 +166,8 @@ class View : public QTableView {
 
   NativeListbox& native_;
   QPersistentModelIndex pressedBox_;
-  bool passesClick_ = false;  ///< the click is the toolkit's
-  bool walked_ = false;       ///< the keyboard came by Tab, and no press of the mouse followed
+  bool passesClick_ = false;  ///< Qt handles the click
+  bool walked_ = false;       ///< the focus came by Tab, and the mouse was not pressed since
 };
 
 class Header : public QHeaderView {
@@ -221,7 +222,7 @@ NativeListbox::NativeListbox(NativeWindow& owner, Listbox& control)
   view->verticalHeader()->setMinimumSectionSize(1);
   view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   view->setVerticalScrollMode(
-      QAbstractItemView::ScrollPerPixel);  // by rows the bar's end may be a pixel from its start
+      QAbstractItemView::ScrollPerPixel);  // ScrollPerItem may give the bar a range of one pixel
   view->setSelectionBehavior(QAbstractItemView::SelectRows);
   view->setCornerButtonEnabled(false);
   view->setWordWrap(false);
@@ -245,8 +246,8 @@ NativeListbox::~NativeListbox() {
 }
 
 void NativeListbox::Refresh() {
-  view->visualRect(model->index(0, 0));    // lets a layout that waits take place
-  PutOnScreen(window, *view->viewport());  // a repaint of the view would leave the cells out
+  view->visualRect(model->index(0, 0));    // forces a pending layout
+  PutOnScreen(window, *view->viewport());  // repainting the view would not repaint the cells
 }
 
 void NativeListbox::Setup(const ListboxSettings& wanted) {
@@ -369,14 +370,14 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
     view->style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &box, view);
   }
 
-  // The handler may take its own steps with the surface; the default text gets another one.
+  // The handler may change the surface; the default text is drawn on another one.
   const String text = model->At(row, column).text;
   Graphics g(pixels, ratio, width, height);
   const QString whole = ToQString(text);
   const QFontMetricsF metrics(CellFont());
   const int alignment = model->ColumnAt(column).alignment;
   const auto textX = [&](double textWidth) {
-    // A text too wide for the cell keeps its beginning.
+    // Of a text too wide for the cell the beginning is shown.
     const int textWide = static_cast<int>(std::ceil(textWidth));
     if (alignment == Listbox::kAlignRight) return std::max(0, width - kMargin - textWide);
     if (alignment == Listbox::kAlignCenter)
@@ -492,7 +493,7 @@ void Listbox::ColumnType(int column, int type) {
 
 void Listbox::Reveal(int row) {
   auto& native = ListOf(*this);
-  const int shown = native.view->horizontalHeader()->logicalIndexAt(0);  // the view does not scroll to hidden cells
+  const int shown = native.view->horizontalHeader()->logicalIndexAt(0);  // scrollTo ignores hidden cells
   native.view->scrollTo(native.model->index(row, shown));
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 std::vector<MenuBar::Native*> bars;
 
-/// The text with an access key: its first letter that no menu before has taken.
+/// The text with an access key: its first letter that no previous menu uses.
 QString WithAccessKey(const String& text, const std::vector<QPointer<QMenu>>& before) {
   const QString plain = ToQString(text);
   const auto taken = [&](QChar letter) {
@@ -29,7 +29,7 @@ QString WithAccessKey(const String& text, const std::vector<QPointer<QMenu>>& be
 QKeySequence KeyOf(const String& shortcut) { return QKeySequence(ToQString(shortcut).replace("Cmd", "Ctrl")); }
 
 void Choose(MenuItem& item) {
-  ShowState(item);  // the toolkit has toggled the mark by itself
+  ShowState(item);  // Qt has toggled the check mark
   const auto choose = [name = item.Name()] {
     if (Application* application = Application::Current()) Dispatch([&] { application->ChooseMenuItem(name); });
   };
@@ -100,7 +100,7 @@ void MenuBar::Add(const MenuRow& row) {
     return;
   }
   auto& above = parent->NativeItem();
-  if (!above.menu) {  // an item becomes a menu with the first item below it
+  if (!above.menu) {  // an item becomes a menu when its first item is added
     above.menu = NewMenu(WithoutAccessKey(parent->Text()));
     if (above.action) above.action->setMenu(above.menu);
   }

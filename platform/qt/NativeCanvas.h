@@ -13,18 +13,18 @@ struct NativeCanvas : NativeControl {
 
   void SetPlace(const Rect& newPlace) override;
   void Refresh() override;
-  /// Makes the backing image fit the canvas's size and the screen's resolution; a new one awaits a paint. A canvas that
-  /// is hidden has none.
+  /// Fits the backing image to the canvas's size and the screen's resolution; a new image still has to be painted. A
+  /// hidden canvas has no image.
   void FitBacking();
-  /// Makes the live surface one on the image, keeping its colour, pen and renderer.
+  /// Recreates the live surface on the image, keeping its colour, pen and renderer.
   void SetLiveSurface(int width, int height);
   /// Paints everything into the backing image.
   void Compose();
-  /// Puts the touched rectangles on the screen.
+  /// Updates the touched rectangles on the screen.
   void Flush();
   /// Copies a region of the backing image to the widget.
   void Show(const QRegion& region);
-  /// Tells the canvas when the pointer has come or gone.
+  /// Raises MouseEnter or MouseExit if the pointer has entered or left the canvas.
   void SyncInside();
 
   Canvas& canvas;
@@ -34,8 +34,8 @@ struct NativeCanvas : NativeControl {
   bool seen = false;  ///< the canvas was visible when the image was made
   Graphics live;
   std::vector<Rect> touched;
-  bool dirty = true;    ///< a paint is due before the image may be seen
-  bool inside = false;  ///< the pointer is on the canvas, as last told
+  bool dirty = true;    ///< the image must be painted before it is shown
+  bool inside = false;  ///< whether MouseEnter was the last of the two events
   bool dragging = false;
   bool recording = false;
   std::vector<Rect> repaints;

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// A control with a caption. Its font narrows where the caption would not fit otherwise.
+/// A control with a caption. Its font is condensed if the caption would not fit otherwise.
 struct NativeCaption : NativeControl {
   /// `besides` is the width that the control needs for itself.
   NativeCaption(NativeWindow& owner, QWidget* newWidget, int besides);
@@ -24,7 +24,7 @@ struct NativeCaption : NativeControl {
   int besides;
 };
 
-/// A button that may answer the Return or the Escape key of its window.
+/// A button that the Return or the Escape key may press.
 struct NativePushButton : NativeCaption {
   using NativeCaption::NativeCaption;
   bool isDefault = false;

@@ -11,21 +11,21 @@
 
 namespace platform {
 
-/// The toolkit's side of a control with a place. All controls are children of the window's content, also those on a
-/// page: their place is that in the window.
+/// The toolkit's implementation of a RectControl. All controls are children of the window's content, even those on a
+/// page: `place` is in the coordinates of the window's content.
 struct NativeControl {
   NativeControl(NativeWindow& owner, QWidget* newWidget);
   virtual ~NativeControl();
   NativeControl(const NativeControl&) = delete;
 
   virtual void SetPlace(const Rect& newPlace);
-  /// Follows a change of size of what it stands on, by the locks.
+  /// Moves and resizes the control, according to its locks, after a change of size of its window or panel.
   void Follow(int widthChange, int heightChange);
   virtual void SetFont(TextFont font);
   /// See RectControl::About.
   virtual void SetAbout(const QString& about);
   virtual void Refresh();
-  /// Shows or hides the widget by the control's own wish and its page.
+  /// Shows the widget if the control is visible and its page is shown, else hides it.
   void SyncVisible();
   bool OnShownPage() const;
 
@@ -34,15 +34,15 @@ struct NativeControl {
   void Raise(const Event& event, Arguments&&... arguments) {
     if (event && !WindowClosed()) Dispatch([&] { event(std::forward<Arguments>(arguments)...); });
   }
-  /// The same for an event that answers; `fallback` where nobody does.
+  /// The same for an event that returns a bool; false if there is no handler or it throws.
   template <class Event, class... Arguments>
   bool Ask(const Event& event, Arguments&&... arguments) {
     bool answer = false;
     if (event && !WindowClosed()) Dispatch([&] { answer = event(std::forward<Arguments>(arguments)...); });
     return answer;
   }
-  /// Raises an event that the user has set off. One that comes while a handler lets the screen be served, as from
-  /// assistive technology, waits for the end of the handler.
+  /// Raises an event caused by the user. If it arrives while a handler pumps paints, as from assistive technology, it
+  /// is delayed until the handler has ended.
   void RaiseFromUser(std::function<void()> event);
   bool WindowClosed() const;
 
@@ -64,11 +64,11 @@ struct NativePanel : NativeControl {
   int value = 0;
 };
 
-/// The pixel that holds the position. Rounding would put the last half of the last pixel outside.
+/// The pixel that contains the position. Rounding would move positions in the second half of the last pixel outside.
 QPoint PixelOf(const QPointF& position);
 /// The fonts of controls.
 QFont SystemFont(TextFont font);
-/// The font, narrowed or made somewhat smaller where the text would not fit into the width otherwise.
+/// The font, condensed or made slightly smaller if the text would not fit into the width otherwise.
 QFont FittingFont(const QFont& font, const QString& text, int width);
 
 }  // namespace platform

@@ -20,7 +20,7 @@ class CellModel : public QAbstractTableModel {
     bool checked = false;
   };
   struct Column {
-    int width = 0;  ///< below 0: takes the rest
+    int width = 0;  ///< below 0: takes the remaining width
     int alignment = Listbox::kAlignLeft;
     int type = Listbox::kTypeText;
     QString heading;
@@ -58,11 +58,11 @@ struct NativeListbox : NativeControl {
 
   void Refresh() override;
   void Setup(const ListboxSettings& wanted);
-  /// Gives the columns their widths; the one that takes the rest follows the list.
+  /// Sets the widths of the columns; one column may take the remaining width.
   void FitColumns();
   int SelCount() const;
   std::vector<int> SelectedRows() const;
-  /// Makes the change, then raises Change if other rows are selected than before.
+  /// Applies the change, then raises Change if the selection differs from before.
   void ChangeSelection(const std::function<void()>& change);
   /// Describes an empty list by its hint.
   void SyncHint();
@@ -80,8 +80,8 @@ struct NativeListbox : NativeControl {
   std::unique_ptr<CellModel> model;
   QTableView* view = nullptr;
   std::vector<int> knownSelection;
-  bool selectionSettles = false;  ///< rows come or go; the selection is compared when they have
-  int wantedTop = -1;             ///< row to be first when the list gets on the screen
+  bool selectionSettles = false;  ///< rows are being added or removed; the selection is compared afterwards
+  int wantedTop = -1;             ///< the first visible row when the list is shown
 };
 
 }  // namespace platform

@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-/// Width of a vertical scroll bar; the species list has room for just this beside its columns.
+/// Width of a vertical scroll bar; the species list leaves exactly this much beside its columns.
 constexpr int kScrollBarExtent = 13;
 constexpr int kSystemPixels = 12;
 constexpr int kSmallSystemPixels = 11;
@@ -36,7 +36,7 @@ QPalette LightPalette() {
   return palette;
 }
 
-/// Fusion, trimmed: small controls keep their captions, and Alt alone, a key of the linked cursor, opens no menu.
+/// Adapts Fusion: captions of small controls are not cut off, and Alt alone, a key of the linked cursor, opens no menu.
 class Style : public QProxyStyle {
  public:
   Style() : QProxyStyle("fusion") {}

@@ -2,9 +2,9 @@
 
 namespace platform {
 
-/// Gives the program its one light look, whatever the desktop's theme.
+/// Sets the light look of the program, whatever the desktop's theme.
 void ApplyLook();
-/// Puts text drawing behind the surfaces of the values.
+/// Installs the functions that draw text on platform::Graphics.
 void InstallTextDrawing();
 
 }  // namespace platform

@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// The menus belong to the menu bar, but go with the toolkit if it ends first.
+/// The menus are owned by the menu bar, but end with the toolkit if that ends first.
 struct MenuItem::Native {
   QPointer<QAction> action;
   QPointer<QMenu> menu;  ///< the items below it, if it is a menu
@@ -19,9 +19,9 @@ struct MenuBar::Native {
   std::vector<QPointer<QMenu>> menus;  ///< those of the bar itself
 };
 
-/// Makes the toolkit's item look like the item.
+/// Copies the item's state to the toolkit's action.
 void ShowState(MenuItem& item);
-/// Ends the menus of all bars, when the toolkit ends.
+/// Deletes the menus of all bars; when the toolkit ends.
 void EndAllMenus();
 
 }  // namespace platform

@@ -1,6 +1,6 @@
 #pragma once
-/// What the parts of the toolkit's side share: the state of the running event, the gate that keeps input out while a
-/// handler runs, work that waits until no handler runs, and conversions.
+/// Shared by the files of platform/qt: queries about the current event, work to be run when no handler runs, waiting
+/// for the screen, and conversions.
 
 #include <QAccessible>
 #include <QColor>
@@ -26,44 +26,45 @@ String FromQString(const QString& text);
 /// The text with its ampersands doubled, so that none marks an access key.
 QString WithoutAccessKey(const String& text);
 inline QColor ToQColor(Color color) { return QColor::fromRgb(color | 0xFF000000U); }
-/// A copy of the pixels. The picture keeps none of the image's alpha.
+/// A copy of the pixels, without the image's alpha.
 Ref<Picture> ToPicture(const QImage& image);
-/// A copy of part of the pixels, opaque, as the toolkit wants them: a colour of ours has the unused byte 0.
+/// A copy of part of the pixels with alpha 255: the upper byte of platform::Color is 0.
 QImage OpaqueImage(PlaneView<const Color> pixels, const QRect& part);
-/// A copy, transparent where the picture's mask says so.
+/// A copy with alpha from the picture's mask.
 QImage ToQImage(const Ref<Picture>& picture);
 
-/// What assistive technology takes a widget of no class of its own for. The toolkit has no role for those.
+/// Sets the accessible role of a plain QWidget, for which Qt has none.
 void SetRole(QWidget& widget, QAccessible::Role role);
-/// Makes the roles known. Once, at the start.
+/// Installs the factory for these roles. Once, at the start.
 void InstallRoles();
 
-/// Whether a handler runs now. One that waits for the answer to a modal window or a dialog does not.
+/// Whether a handler is running. One that waits for a modal window or a dialog does not count.
 bool HandlerRuns();
-/// Whether a handler has begun and not ended, be it waiting or not.
+/// Whether a handler has begun and not ended, even if it waits.
 bool HandlerBegun();
-/// Whether input is kept out at the moment.
+/// Whether input is blocked.
 bool GateClosed();
 
-/// Whether the application has been opened and does not quit.
+/// Whether the application has been opened and is not quitting.
 bool ApplicationRuns();
 
-/// Calls `work` from the event loop as soon as no handler runs, in the order of the calls.
+/// Queues work to be run by the event loop as soon as no handler runs.
 void RunSoon(std::function<void()> work);
-/// Runs the event with the failure guard alone, without what ends an event.
+/// Runs the event and reports an exception, without the steps that end an event in Dispatch.
 void Guarded(const std::function<void()>& event);
 
-/// Lets the toolkit serve paints, exposes and the window manager. Input waits for the end of the handler; once the
+/// Processes paints, expose events and messages of the window manager. Input waits for the end of the handler; once the
 /// handler has run for half a second it is dropped.
 void PumpUnderGate();
 /// Pumps if a handler has been running for some time since it began or since the last pump.
 void PumpIfDue();
-/// Repaints a widget of the window; it is on the screen at the return. Outside a visible window it does nothing.
+/// Repaints a widget of the window; it is on the screen when the call returns. Does nothing if the window is not
+/// visible.
 void PutOnScreen(NativeWindow& window, QWidget& widget);
-/// Waits, up to a second, until a window that was just shown can be painted.
+/// Waits up to a second until a window that was just shown is exposed.
 void AwaitExposure(NativeWindow& window);
 
-/// While it lives a nested event loop serves the user: input passes, and handlers run as outermost ones.
+/// To exist while a nested event loop runs: input is not blocked, and handlers run as outermost ones.
 class NestedLoop {
  public:
   NestedLoop();
@@ -76,7 +77,7 @@ class NestedLoop {
   int painting_;
 };
 
-/// While it lives the toolkit is inside a paint of its own: nothing else may be painted or shown.
+/// To exist during a paint by the toolkit: nothing else may be painted or shown.
 class PaintScope {
  public:
   PaintScope();
@@ -85,10 +86,10 @@ class PaintScope {
 };
 bool InsidePaint();
 
-/// Watches the keyboard for shortcuts, which the Control key alone does not show.
+/// Installs the watch that tells Control held for a shortcut from Control held for the cursor.
 void WatchShortcuts();
 
-/// Keys held by a test in the user's place; bits of Qt::KeyboardModifier. Below 0: the real keyboard counts.
+/// Modifier keys simulated by a test: bits of Qt::KeyboardModifier. Below 0, the real keyboard is read.
 extern int heldKeys;
 
 }  // namespace platform

@@ -14,20 +14,20 @@ namespace platform {
 
 struct NativePanel;
 
-/// The toolkit's window: a menu bar, if any, above a content of exactly the window's size.
+/// The toolkit's implementation of a window: a menu bar, if any, above a content of exactly the window's size.
 struct NativeWindow {
   NativeWindow(Window& owner, const WindowSettings& wanted);
   ~NativeWindow();
   NativeWindow(const NativeWindow&) = delete;
 
   void Show();
-  /// Hides the window. One with menus leaves the screen at the end of the running event: if no other window with menus
-  /// is left by then, it becomes an icon, so that the user can get at the menus again.
+  /// Hides the window. A window with menus is hidden at the end of the current event; if no other window with menus is
+  /// visible then, it is minimised instead, so that the user can reach the menus.
   void Hide();
-  /// Takes the window off the screen at once.
+  /// Removes the window from the screen at once.
   void Leave();
   void ShowModal();
-  /// Shows the window at the end of the running event, so that it appears at its final size and place.
+  /// Shows the window at the end of the current event, so that it appears with its final size and position.
   void ShowSoon();
   bool Visible() const;
   void SetSize(int newWidth, int newHeight);
@@ -35,29 +35,29 @@ struct NativeWindow {
   void SetPlace(int left, int top);
   QPoint Place() const;
   void SetMenuBar(platform::MenuBar* menuBar);
-  /// Makes the bar as high as its font needs; the content keeps its size and place.
+  /// Fits the height of the bar to its font; the content keeps its size and position.
   void FitMenuBar();
   int BarHeight() const { return barHeight; }
 
-  /// The content got a size: places bar and content, lets the controls follow, tells the window.
+  /// Handles a new size of the content: positions bar and content, lets the controls follow, raises Event_Resized.
   void Adopt(int newWidth, int newHeight);
   void SyncActive();
-  /// The user may have brought back a window that was hidden as an icon.
+  /// Handles the user's restoring of a window that was minimised instead of hidden.
   void SyncAway();
   void AskToClose();
-  /// A key that no control used. True if it did something.
+  /// Handles a key that no control used. Returns true if it had an effect.
   bool KeyDown(class QKeyEvent& key);
   void AcceptDrops(const String& typeName);
   bool Accepts(const class QMimeData& data) const;
-  /// Takes the files of a drop; the window hears of them when the source of the drag has its answer.
+  /// Accepts the files of a drop; the window's event is raised after the source of the drag has got its reply.
   void TakeDrop(const QMimeData& data);
-  /// No event of the window is raised any more.
+  /// From now on no event of the window is raised.
   void Retire();
   /// Raises an event of the window unless it is closed.
   void Raise(const std::function<void(Window&)>& event);
 
   Window& window;
-  WindowSettings settings;  ///< sizes and limits are kept up to date here
+  WindowSettings settings;  ///< its sizes and limits are the current ones
   std::unique_ptr<QWidget> frame;
   QWidget* content = nullptr;
   QMenuBar* bar = nullptr;
@@ -66,13 +66,13 @@ struct NativeWindow {
   NativePanel* panel = nullptr;
   std::vector<String> acceptedTypes;
   int barHeight = 0;
-  unsigned long long lastInFront = 0;  ///< the greater, the later it was in front; 0 never
+  unsigned long long lastInFront = 0;  ///< the larger, the more recently it was in front; 0: never
   bool opened = false;
   bool closed = false;
   bool showSoon = false;
-  bool away = false;            ///< hidden for the program: an icon, or about to leave the screen
-  bool active = false;          ///< as last told to the window
-  bool awaitsExposure = false;  ///< shown, and not exposed since
+  bool away = false;            ///< hidden as far as the program is concerned: minimised, or about to be hidden
+  bool active = false;          ///< whether Event_Activate was raised last
+  bool awaitsExposure = false;  ///< shown, but not exposed since
   QEventLoop* modalLoop = nullptr;
 
  private:
@@ -80,18 +80,18 @@ struct NativeWindow {
   void AttachMenus();
 };
 
-/// The window that a widget stands in, or nullptr.
+/// The window that contains a widget, or nullptr.
 NativeWindow* NativeWindowOf(const QWidget* widget);
 /// Makes the window the front one.
 void BringToFront(NativeWindow& window);
-/// Shows the windows that wait for the end of the event.
+/// Shows the windows for which ShowSoon was called.
 void ShowWaitingWindows();
-/// Takes the hidden windows off the screen, or makes the first one an icon if no window with menus is visible.
+/// Removes hidden windows from the screen, or minimises the first one if no window with menus is visible.
 void SettleAwayWindows();
-/// Ends closed windows unless a handler has begun.
+/// Destroys closed windows unless a handler has begun.
 void EndClosedWindows();
 bool WindowsWaitForTheirEnd();
-/// Ends all windows; nothing of the system runs meanwhile.
+/// Destroys all windows without raising events.
 void EndAllWindows();
 
 }  // namespace platform

@@ -15,7 +15,7 @@ QImage Load(const char* kind, int id) {
   return image;
 }
 
-/// The pixel of the cursor that points, from a table of rows "id x y".
+/// The hot spot of a cursor, from a table of rows "id x y".
 QPoint HotSpot(int id) {
   QFile table(":/vornalite/hotspots.txt");
   if (!table.open(QIODevice::ReadOnly)) return {};

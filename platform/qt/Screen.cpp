@@ -33,15 +33,15 @@ constexpr auto kControlKey = Qt::MetaModifier;  // Qt calls the command key Cont
 constexpr auto kControlKey = Qt::ControlModifier;
 #endif
 
-/// What Control is held for.
+/// State of the Control key: held for the cursor or for a shortcut.
 struct ControlHold {
-  bool reported = false;                ///< as held, since it went down
-  bool forShortcut = false;             ///< since then a shortcut was pressed
-  bool reportedBecameShortcut = false;  ///< also after the key was released
+  bool reported = false;                ///< AsyncControlKey returned true since it was pressed
+  bool forShortcut = false;             ///< a shortcut was pressed since then
+  bool reportedBecameShortcut = false;  ///< a reported press became a shortcut; kept after the release
 };
 ControlHold hold;
 
-/// Whether the key with Control is a shortcut, be its item enabled or not.
+/// Whether the key with Control is a shortcut, even of a disabled item.
 bool IsShortcut(const QKeyEvent& key) {
   Application* application = Application::Current();
   if (!(key.modifiers() & kControlKey) || !application || !application->MenuBar()) return false;
@@ -52,7 +52,7 @@ bool IsShortcut(const QKeyEvent& key) {
   });
 }
 
-/// Sees the keys before anything else may take them.
+/// Observes key events before any widget handles them.
 class ShortcutWatch : public QObject {
  public:
   using QObject::QObject;
@@ -64,7 +64,7 @@ class ShortcutWatch : public QObject {
       return false;
     const auto& key = *static_cast<QKeyEvent*>(event);
     if (key.key() == Qt::Key_Control) {
-      hold.forShortcut = false;  // also at the press: another program may have got the release
+      hold.forShortcut = false;  // on a press too: another program may have received the release
       if (event->type() == QEvent::KeyRelease) hold.reported = false;
     } else if (event->type() != QEvent::KeyRelease && IsShortcut(key)) {
       hold.forShortcut = true;

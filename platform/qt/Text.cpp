@@ -34,7 +34,7 @@ void Draw(const Graphics& surface, const Rect& clip, const String& text, int x, 
     painter.setPen(ToQColor(surface.ForeColor));
     painter.drawText(QPointF(x, y), shown);
   }
-  // The painter leaves the unused byte set; a colour of ours has it 0.
+  // The painter sets the upper byte; in platform::Color it must be 0.
   const QRectF drawn = QFontMetricsF(font).boundingRect(shown).translated(x, y).adjusted(-4, -4, 4, 4);
   const int x0 = std::max(0, static_cast<int>(std::floor(drawn.left() * scale)));
   const int y0 = std::max(0, static_cast<int>(std::floor(drawn.top() * scale)));

@@ -13,7 +13,7 @@ struct Timer::Native {
 
 Timer::Timer(int periodMilliseconds) : period_(periodMilliseconds), native_(std::make_unique<Native>()) {
   QObject::connect(&native_->timer, &QTimer::timeout, &native_->timer, [this] {
-    // A tick that falls into a handler is left out; a single one comes after it, as the timer goes on till then.
+    // A tick during a handler is dropped; a single-shot timer keeps running, so its tick comes after the handler.
     if (HandlerRuns() || HandlerBegun()) return;
     if (mode_ == kModeSingle) Mode(kModeOff);
     if (Action) Dispatch(Action);

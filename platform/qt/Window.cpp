@@ -20,7 +20,7 @@ namespace platform {
 
 namespace {
 
-/// The open windows, and those that are closed and end after the running event.
+/// The open windows, and those that are closed and will be destroyed after the current event.
 std::vector<std::unique_ptr<Window>> windows;
 std::vector<std::unique_ptr<Window>> closedWindows;
 unsigned long long timesInFront = 0;
@@ -55,7 +55,7 @@ class FrameWidget : public QWidget {
   }
 
  private:
-  /// Answers a drag by what it holds. Each of its steps asks anew: the source may change what it offers.
+  /// Accepts or refuses a drag by its files. Checked for each event: the source may change what it offers.
   bool Consider(QDropEvent& event) {
     const QWidget* modal = QApplication::activeModalWidget();
     const bool accepts = (!modal || modal == this) && !native_.closed && native_.Accepts(*event.mimeData());
@@ -97,7 +97,7 @@ NativeWindow::NativeWindow(Window& owner, const WindowSettings& wanted)
   content = new QWidget(frame.get());
   SetRole(*frame, wanted.frame == Frame::Document ? QAccessible::Window : QAccessible::Dialog);
   SetRole(*content, QAccessible::Pane);
-  content->setAccessibleName("Contents");  // it has the keyboard where no control has
+  content->setAccessibleName("Contents");  // it has the keyboard focus when no control has it
   frame->setWindowTitle(ToQString(settings.title));
   frame->setFocusPolicy(Qt::NoFocus);
   content->setGeometry(0, 0, settings.width, settings.height);
@@ -151,7 +151,7 @@ void NativeWindow::SetSize(int newWidth, int newHeight) {
   newWidth = std::max(0, newWidth);
   newHeight = std::max(0, newHeight);
   if (newWidth == settings.width && newHeight == settings.height) return;
-  // The limits make room first; an X server's window cannot be empty, so the frame keeps a pixel.
+  // Widen the limits first. An X11 window cannot be empty, so the frame is at least one pixel.
   const QSize size(std::max(1, newWidth), std::max(1, newHeight + barHeight));
   frame->setMinimumSize(frame->minimumSize().boundedTo(size));
   frame->setMaximumSize(frame->maximumSize().expandedTo(size));
@@ -170,7 +170,7 @@ QPoint NativeWindow::Place() const { return frame->geometry().topLeft() + QPoint
 void NativeWindow::SetPlace(int left, int top) {
   settings.centered = false;
   frame->setGeometry(QRect(QPoint(left, top - barHeight), frame->size()));
-  // A hidden window that has this position already must still learn that it is ours, not the window manager's.
+  // Set it even if a hidden window has this position already, so that the window manager does not choose another one.
   if (QWindow* handle = frame->windowHandle(); handle && !frame->isVisible()) handle->setGeometry(frame->geometry());
 }
 
@@ -210,7 +210,7 @@ void NativeWindow::AttachMenus() {
     bar->show();
     return;
   }
-  // Without a bar the keys work all the same, but not under a modal window.
+  // The shortcuts work without a bar too, but not while a modal window is shown.
   Application* application = Application::Current();
   if (!application || !application->MenuBar() || settings.frame == Frame::MovableModal) return;
   for (const auto& item : application->MenuBar()->Items()) {
@@ -233,7 +233,7 @@ void NativeWindow::Show() {
     if (!frame->focusWidget()) {
       const auto isList = [](const NativeControl* c) { return dynamic_cast<const NativeListbox*>(c) != nullptr; };
       const auto list = std::find_if(controls.begin(), controls.end(), isList);
-      // A list that gives the keyboard away would be announced for nothing.
+      // Do not announce a list that gives the keyboard away.
       const bool keeps = list != controls.end() && !static_cast<NativeListbox*>(*list)->list.GotFocus;
       keeps ? (*list)->widget->setFocus() : content->setFocus();
     }
@@ -256,7 +256,7 @@ void NativeWindow::ShowSoon() {
 void NativeWindow::Hide() {
   showSoon = false;
   if (modalLoop) modalLoop->quit();
-  // Without an application that runs there is no user who would need the menus again.
+  // If the application is not running, nobody needs the menus.
   if (closed || !menuBar || !frame->isVisible() || !ApplicationRuns()) return Leave();
   away = true;
   if (!HandlerRuns()) SettleAwayWindows();
@@ -269,8 +269,8 @@ void NativeWindow::Leave() {
   const bool placed = handle && (handle->isExposed() || frame->isMinimized());
   const QPoint place = Place();
   frame->hide();
-  // The next showing gets a new window from the window system. Window managers move one that they let go of, some only
-  // when it is shown again already, and one that was an icon before would come back as an icon.
+  // When shown again, it gets a new native window: window managers move a window that was unmapped, some only after it
+  // is mapped again, and one that was minimised would come back minimised.
   if (handle) handle->destroy();
   if (placed) SetPlace(place.x(), place.y());
 }
@@ -287,7 +287,7 @@ void NativeWindow::ShowModal() {
   modalLoop = &loop;
   Leave();
   frame->setWindowModality(Qt::ApplicationModal);
-  frame->winId();  // makes the window, so that the one it belongs to can be told
+  frame->winId();  // creates the native window, whose transient parent is set next
   QWidget* below = QApplication::activeWindow();
   if (below && below != frame.get()) frame->windowHandle()->setTransientParent(below->windowHandle());
   Show();
@@ -390,7 +390,7 @@ void Window::Refresh() {
         canvas->Compose();
       }
     }
-  // A repaint of the frame leaves out the opaque widgets in it, such as canvases, unless they wait for a paint.
+  // A repaint of the frame skips opaque widgets in it, such as canvases, unless they have a paint pending.
   if (!InsidePaint())
     for (QWidget* widget : native_->frame->findChildren<QWidget*>()) widget->update();
   PutOnScreen(*native_, *native_->frame);
@@ -468,7 +468,7 @@ void SettleAwayWindows() {
     if (wayBack) {
       native.Leave();
     } else {
-      // While it is on the screen: some window managers ignore the wish of a hidden window.
+      // While it is visible: some window managers ignore the request of a hidden window.
       if (!native.frame->isMinimized()) native.frame->setWindowState(native.frame->windowState() | Qt::WindowMinimized);
       wayBack = true;
     }
@@ -478,7 +478,7 @@ void SettleAwayWindows() {
 bool WindowsWaitForTheirEnd() { return !closedWindows.empty(); }
 
 void EndClosedWindows() {
-  if (HandlerBegun()) return;  // the end of the last handler asks again
+  if (HandlerBegun()) return;  // called again when the last handler ends
   const auto ending = std::move(closedWindows);
   closedWindows.clear();
 }
