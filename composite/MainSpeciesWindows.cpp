@@ -24,7 +24,7 @@ void Main::ShowAllSpecies() {
     window.drawMyImage = NewPicture(InTIFwidth, InTIFheight, 32);
     const WindowFit fit = SpeciesWindowFit(InTIFwidth, InTIFheight, Globals::Zoom);
     window.Apply(fit);
-    // A window that does not fit any more stays where the window system put it.
+    // A window that does not fit keeps the position that the window system chose.
     const Placement placement = PlaceSpeciesWindow(cursor, area, fit.window);
     cursor = placement.next;
     if (placement.place) {

@@ -47,7 +47,7 @@ class Main : public platform::SingletonWindow<Main> {
   PlaneStack TIFarrOriginal;                 ///< grey levels as loaded, never smoothed
   platform::Array2<double> temp1;            ///< smoothing work planes, x by y; used only by a level below 0
   platform::Array2<double> temp2;
-  std::int32_t SmoothLevel = 0;         ///< passes of smoothing in force; 0 is the raw image
+  std::int32_t SmoothLevel = 0;         ///< passes of smoothing applied; 0 is the raw image
   bool TIFready = false;                ///< true only while a complete stack is loaded
   std::int32_t PhaseEditNb = 0;         ///< phase plane of Clicks that is edited; stays 0
   std::int32_t WindowDefaultWidth = 0;  ///< size of the window at opening

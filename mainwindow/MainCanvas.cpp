@@ -105,7 +105,7 @@ void Main::cvTIF_MouseDrag(int X, int Y) {
   } else if (PPbuttons.Value() == kPageNormal) {
     const auto [x, y] = ImagePixelAt(X, Y, Globals::Zoom);
     if ((x == InX && y == InY) || x < 0 || x >= InTIFwidth || y < 0 || y >= InTIFheight) return;
-    // The pixel that the pointer leaves is marked, not the one that it comes to.
+    // Marks the pixel that the pointer leaves, not the one that it enters.
     MarkClicks();
     InX = x;
     InY = y;

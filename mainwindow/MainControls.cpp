@@ -1,4 +1,4 @@
-// The controls of Main: what stands where, and who handles its events.
+// The controls of Main: layout and event handlers.
 
 #include "appcore/Menu.h"
 #include "mainwindow/Main.h"
@@ -28,7 +28,7 @@ Main::Main()
 void Main::CreateControls() {
   const auto LT = kLockLeftTop;
   const auto no = kLockNone;
-  // In the order of making, which is the order of stacking.
+  // In the order of creation, which is the stacking order.
   const ControlRow rows[] = {
       // control, name, left, top, width, height, locks, page, text, about
       {&PPbuttons, "PPbuttons", 0, 298, 970, 116, no, kNoPage, "", "Buttons"},

@@ -1,4 +1,4 @@
-// A drop straight onto Main, without the catalogue. Main accepts no file type, so that none of this is reached.
+// A drop onto Main, without the catalogue. Never called: Main accepts no file type.
 
 #include <utility>
 

@@ -43,7 +43,7 @@ bool Main::_FileClose_Action() {
 }
 
 void Main::CloseAllSpeciesWindows() {
-  // Downward, since closing shortens the list.
+  // From the last to the first, since closing removes the window from the list.
   for (int i = WindowCount() - 1; i >= 0; --i)
     if (auto* window = dynamic_cast<SpeciesWindow*>(&WindowAt(i))) window->Close();
 }

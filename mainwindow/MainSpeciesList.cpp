@@ -8,7 +8,7 @@ using namespace platform;
 
 namespace {
 
-// The strip of a species within its cell: one pixel a grey level.
+// The strip of a species within its cell: one pixel per grey level.
 constexpr int kStripLeft = 0;
 constexpr int kStripTop = 5;
 constexpr int kStripWidth = 256;

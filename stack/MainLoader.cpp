@@ -1,4 +1,4 @@
-// From a row of the catalogue to the stack.
+// Loads a row of the catalogue into the stack.
 
 #include <algorithm>
 #include <new>
@@ -24,10 +24,10 @@ using namespace platform;
 /// The files of the cluster that is being loaded.
 struct Main::ClusterFiles {
   Array<Ref<FolderItem>> bySpecies;  ///< entry j: the file of species j, or nil
-  Array<String> fullNames;           ///< of the files in their order
+  Array<String> fullNames;           ///< names of the files, in their order
   Array<String> shortNames;
 
-  /// The file of a species that the cluster has. Throws NilObjectException if none bears its name.
+  /// The file of a species of the cluster. Throws NilObjectException if no file has its name.
   const FolderItem& Of(int species) const {
     const Ref<FolderItem>& file = bySpecies(species);
     if (!file) ThrowNil(("no file was found for species " + Globals::oooShortSpeciesNames(species)).Utf8().c_str());
@@ -84,7 +84,7 @@ void Main::LoadCluster(std::int32_t row, int& code) {
   if (first < 0) MsgBox("Nothing exists.");
 
   code = 3;
-  // With no species in the cluster, or none matched with its file, this access fails and so ends the load.
+  // If the cluster has no species, or none matches a file, this throws and ends the load.
   const FolderItem& firstFile = files.Of(first);
   Ref<Picture> opened;
   AwaitWork([&] { opened = firstFile.OpenAsPicture(); });
@@ -148,7 +148,7 @@ Main::ClusterFiles Main::GatherFiles(std::int32_t row) {
   return files;
 }
 
-/// Turns file order into species order.
+/// Assigns the files to the species.
 void Main::MatchSpecies(std::int32_t row, ClusterFiles& files) {
   WindowOverview& overview = WindowOverview::Instance();
   const String cluster = Globals::ShortNames(files.fullNames, files.shortNames);
@@ -164,7 +164,7 @@ void Main::MatchSpecies(std::int32_t row, ClusterFiles& files) {
   }
 }
 
-/// Tells when the existence table and the files found disagree.
+/// Shows a message if the existence table and the files found disagree.
 void Main::CheckFlags(const ClusterFiles& files) {
   String flags;
   bool differ = false;
@@ -178,13 +178,13 @@ void Main::CheckFlags(const ClusterFiles& files) {
          Join(Globals::oooShortSpeciesNames, ", "));
 }
 
-/// Throws if the stack and the pictures of the map take more memory than there is: the system grants it all the same,
-/// and would end the program in the middle of the load.
+/// Throws if the stack and the pictures of the map need more memory than is available: the system would grant it and
+/// kill the program during the load.
 void Main::CheckMemory() const {
   const double pixels = static_cast<double>(InTIFwidth) * InTIFheight;
   const auto species = static_cast<double>(std::count(TIFexists.begin(), TIFexists.end(), true));
   const double pictures = (2 + Parallelism() + Globals::Zoom * Globals::Zoom) * sizeof(Color);
-  // The planes that the last load filled are used again, or go.
+  // The planes that the last load filled are reused or freed.
   const auto filled =
       static_cast<double>(std::count_if(TIFmax.begin(), TIFmax.end(), [](int level) { return level >= 0; }));
   const double standing = 2.0 * filled * (TIFarray.Ubound(2) + 1) * (TIFarray.Ubound(3) + 1);
@@ -211,7 +211,7 @@ void Main::ResizeStack(int species) {
   Clicks.Redim(PhaseUbound(), species, 255);
 }
 
-/// One row a species. Rows that were there keep their marks, also from another cluster.
+/// One row per species. Existing rows keep their marks, even from another cluster.
 void Main::FillSpeciesRows(int species) {
   if (SpeciesLB.ListCount() != species + 1) {
     for (int j = SpeciesLB.ListCount(); j <= species; ++j) {
@@ -237,8 +237,8 @@ PictureSequence Main::OpenOthers(const ClusterFiles& files, int first) const {
   return {std::move(others), std::clamp(ToInt32(fit), 1, Parallelism())};
 }
 
-/// Reads every file into the stack, showing each as it comes; false if one is not of the size of the first. Each file
-/// is decoded once; `opened` is the picture of species `first`.
+/// Reads every file into the stack, showing each as it is loaded; false if one differs in size from the first. Each
+/// file is decoded once; `opened` is the picture of species `first`.
 bool Main::LoadPictures(const ClusterFiles& files, int first, const Ref<Picture>& opened, PictureSequence& others) {
   const LevelColors unscaled = ComposeColors(DisplayCurve(0, 255), Globals::LutRow(SelectedLUT));
   for (int j = 0; j <= TIFexists.Ubound(); ++j) {

@@ -14,7 +14,7 @@ using namespace platform;
 
 namespace {
 
-/// The page and the selection that stood before smoothing, for the case that it fails on the way.
+/// Restores the page and the selection after smoothing, even if it fails.
 class SmoothingGuard {
  public:
   explicit SmoothingGuard(Main& main) : main_(main), selectedRow_(main.SelectedRow) {}
@@ -78,7 +78,7 @@ int Main::SmoothFrom(int step, std::int32_t startRow, std::int32_t level) {
     species.push_back(current);
     jobs.push_back({TIFarrOriginal.Plane(current), TIFarray.Plane(current), -1});
   }
-  // Of those that fail or were not tried, only the first one of the walk has been reached.
+  // After a failure, only the first species that was not smoothed gets its maximum (-1); later ones keep theirs.
   const auto takeMaxima = [&] {
     bool failed = false;
     for (std::size_t i = 0; i < jobs.size(); ++i) {
