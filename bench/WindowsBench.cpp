@@ -50,7 +50,7 @@ double Now() {
 
 std::string programPath;
 
-/// Starts this program anew and returns the numbers that it prints, together with the time of the start.
+/// Starts this program as a new process and returns the numbers that it prints, and the time of the start.
 std::vector<double> RunAnew(const std::string& name, const std::string& argument, double& started) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) Fail("no pipe");

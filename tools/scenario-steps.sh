@@ -1,8 +1,8 @@
 # shellcheck shell=bash disable=SC2034
-# What the scenarios share: starting the program, its windows and controls, and waiting. VORNALITE_XDRIVER holds the
-# path of the driver (tools/xdriver). Every wait is for something that can be observed, and has a limit. After an action
-# a step waits with `idle` until the program has done all that it does in response, or with `map_changes` and the like
-# for what comes later, as by a timer.
+# Shared by the scenarios: starting the program, its windows and controls, and waiting. VORNALITE_XDRIVER holds the path
+# of the driver (tools/xdriver). Every wait is for something that can be observed, and has a limit. After an action a
+# step waits with `idle` until the program has done all that it does in response, or with `map_changes` and the like for
+# what comes later, as by a timer.
 
 : "${VORNALITE_XDRIVER:?is not set}"
 samples=$(readlink -f "$(dirname "${BASH_SOURCE[0]}")/../samples")

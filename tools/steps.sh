@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What the commands share; they source it after changing into the repository's folder.
+# Shared by the commands, which source it after changing to the repository's folder.
 
 say() { echo "Vornalite: $*"; }
 
