@@ -42,6 +42,8 @@ TEST_F(OverviewTest, RefusedDropsAddNothing) {
   EXPECT_NE(messages[1].find(PathOf("gone_Mg.tif") + ": there is no such file"), std::string::npos);
   EXPECT_EQ(overview().ListBox1.ListCount(), 0);
   EXPECT_EQ(Globals::FileDropCount, 0);
+  for (const char* name : {"a.tif", "a.bmp", "a.png", "a.pct", "a.gif", "a.jpg", "a.xray"})
+    EXPECT_TRUE(user::WouldAccept(overview(), {PathOf(name)})) << name;
   EXPECT_FALSE(user::WouldAccept(overview(), {}));
   EXPECT_FALSE(user::WouldAccept(overview(), {WriteBytes("notes.txt", "x"), WriteBytes("a.im", "x")}));
   EXPECT_FALSE(user::WouldAccept(main(), {Map("a_Fe.tif")}));

@@ -17,6 +17,7 @@ class MainWindowTest : public WindowsTest {
     Main& m = main();
     EXPECT_EQ(m.SpeciesLB.Top(), m.LB_Phases.Top());
     EXPECT_EQ(m.SpeciesLB.Height(), m.Height() - m.SpeciesLB.Top() - 15);
+    EXPECT_EQ(m.LB_Phases.Height(), m.SpeciesLB.Height());
     return {m.Width(),         m.Height(),          m.PPbuttons.Top(),
             m.SpeciesLB.Top(), m.SpeciesName.Top(), {m.cvTIF.Width(), m.cvTIF.Height()}};
   }
@@ -99,6 +100,9 @@ TEST_F(MainWindowTest, OnlyKeysAndALoadScrollTheSpeciesList) {
   user::Key(m, "Down");
   user::Key(m, "Up");
   EXPECT_EQ(m.SelectedRow, 2);
+  EXPECT_LT(third().y, cell.y);
+  m.SpeciesLB.ScrollPosition(0);
+  LoadThree(40, 40);
   EXPECT_LT(third().y, cell.y);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <functional>
@@ -162,6 +163,7 @@ TEST_F(Widgets, ADragIsClaimedByTheAnswerOfThePress) {
     user::MouseRelease(board.canvas, 30, 12);
     told += ' ';
   }
+  user::RightClick(board.canvas, 30, 12);
   user::MouseLeave(board.canvas);
   EXPECT_EQ(told, "emmdgu mmd x");
 }
@@ -318,11 +320,18 @@ TEST_F(Widgets, AListUsesNoKeysThatItHasNoUseFor) {
   for (const auto& leave : ways) {
     board.SetFocus();
     for (const char* key : {"Tab", "Up", "Down"}) user::Key(board, key);
+    const auto shot = user::Shot(list);
+    const auto pixels = shot->Pixels();
+    EXPECT_GT(std::count(pixels.data, pixels.data + pixels.pitch * pixels.height, 0x5C9BD6U), 0) << "the cell's frame";
     leave();
     board.keys.clear();
     for (const char* key : {"Down", "Up"}) user::Key(board, key);
     EXPECT_EQ(board.keys, (std::vector<int>{31, 30}));
   }
+  user::ClickCell(list, 0, 0, 5, 5);
+  EXPECT_EQ(list.SelCount(), 1);
+  user::Click(list, 50, list.Height() - 10);  // below the rows
+  EXPECT_EQ(list.SelCount(), 0);
   list.Change = [] {};  // a list whose selection matters keeps its arrows
   user::ClickCell(list, 0, 0, 5, 5);
   user::Key(board, "Down");
@@ -393,6 +402,9 @@ TEST_F(Widgets, InputsRaiseWhatTheirContractSays) {
   user::Click(board.check);
   EXPECT_FALSE(board.check.Value());
   EXPECT_EQ(changes, 4);
+  user::Toggle(board.check);
+  EXPECT_TRUE(board.check.Value());
+  EXPECT_EQ(changes, 5);
 }
 
 TEST_F(Widgets, AFailureInAHandlerIsReportedOnce) {
@@ -433,6 +445,7 @@ TEST_F(Widgets, DroppedFilesArriveInOrderWhateverTheirNames) {
   board.AcceptFileDrop("Image/TIFF");
   EXPECT_TRUE(user::WouldAccept(board, {"/tmp/readme.txt", "/tmp/Fe.TIF"}));
   EXPECT_FALSE(user::WouldAccept(board, {"/tmp/readme.txt", "/tmp/tif"}));
+  EXPECT_FALSE(user::WouldAccept(board, {"elsewhere/tmp/Fe.tif"})) << "a file of another machine";
   EXPECT_FALSE(user::WouldAccept(board, {}));
   const std::vector<std::string> odd = {"/tmp/b #1 100%25.tif", "/tmp/a\xFF\xFE.tiff", "/tmp/\xC3\xBC+?;.jfx"};
   user::Drop(board, {odd[0], "/tmp/skipped.png", odd[1], odd[2]});

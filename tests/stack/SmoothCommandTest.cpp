@@ -57,4 +57,9 @@ TEST_F(SmoothCommandTest, AFailureTouchesNoSpeciesBehindTheOneThatFails) {
   main().Update_cvTIF();
   EXPECT_EQ(PixelOf(main().cvTIF, 0, 6), shown);
   SetParallelism(0);
+  // The second species is on the screen when the third one fails.
+  main().TIFarrOriginal.Redim(1, 0, 6);
+  user::ChooseMenu("OptionsRawImage");
+  EXPECT_EQ(messages.size(), 2u);
+  EXPECT_EQ(main().SelectedRow, 0);
 }

@@ -46,6 +46,9 @@ TEST_F(MapStory, AClusterIsLoadedAndLookedAt) {
   Stop("Reset straightens the curve and leaves the scale");
   user::Key(main(), "Ctrl+3");
   Stop("smoothed at level 3, each species passing by");
+  user::MouseMove(main().cvTIF, 0, 0);
+  Stop("the smoothed levels under the pointer");
+  user::MouseLeave(main().cvTIF);
   user::ChooseMenu("OptionsSmooth10");
   user::ChooseMenu("OptionsRawImage");
   Stop("the raw image: the mark of level 10 stays");

@@ -30,12 +30,14 @@ TEST_F(OverviewStory, ClustersComeAndGo) {
   Stop("kinds of files that do not go together are refused");
   Drop({MapFile("line.xray", {"Fe", "Ti"}), MapFile("AREA.XRAY", {"Mg"})});
   Stop("map files become a cluster each, by name");
-  user::ClickCell(overview().ListBox1, 1, WindowOverview::kSpecies, 40, 8);
+  user::ClickCell(overview().ListBox1, 1, WindowOverview::kCluster, 60, 8);
   Stop("the second row is selected");
   user::Click(overview().CBnoSpeciesExtensions);
   Stop("short names unite species");
   user::ClickHeader(overview().ListBox1, WindowOverview::kCluster);
   Stop("the rows are sorted by cluster");
+  user::ClickHeader(overview().ListBox1, WindowOverview::kSpecies);
+  Stop("equal cells stand in the order of the numbers");
   user::Key(overview(), "Ctrl+A");
   Stop("all rows are selected");
   user::Click(overview().PBdeleteselection);

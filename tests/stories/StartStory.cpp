@@ -30,6 +30,10 @@ TEST_F(StartStory, ClosingTakesWindowsWithIt) {
   CheckRow(0);
   Stop("the row is checked again");
   user::Click(main().PB_RGB);
+  CheckRow(0);
+  Stop("the row is unchecked: Main goes, and the composite");
+  CheckRow(0);
+  user::Click(main().PB_RGB);
   user::Activate(composite());
   user::Key(composite(), "Ctrl+W");
   Stop("Close in the composite");

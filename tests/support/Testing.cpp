@@ -147,6 +147,12 @@ std::pair<int, int> CentreOnScreen(RectControl& control) {
   return {at.x(), at.y()};
 }
 
+void RightClick(RectControl& control, int x, int y) {
+  const QWidget& widget = WidgetOf(control);
+  QTest::mouseClick(HandleOf(widget), Qt::RightButton, Held(), InWindow(widget, {x, y}));
+  ProcessEvents();
+}
+
 void PostClick(RectControl& control) {
   QWindow* handle = HandleOf(WidgetOf(control));
   if (!handle) return;
@@ -199,6 +205,12 @@ void ChooseRow(PopupMenu& menu, int row) {
   box.view()->setCurrentIndex(box.model()->index(row, 0));
   QTest::keyClick(box.view(), Qt::Key_Return);
   ProcessEvents();
+}
+
+void Toggle(CheckBox& box) {
+  QAccessible::queryAccessibleInterface(&WidgetOf(box))
+      ->actionInterface()
+      ->doAction(QAccessibleActionInterface::toggleAction());
 }
 
 void Key(Window& window, const std::string& key) {

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/widgets/Buttons.h"
 #include "platform/widgets/Canvas.h"
 #include "platform/widgets/Inputs.h"
 #include "platform/widgets/Listbox.h"
@@ -32,6 +33,7 @@ void Click(RectControl& control);  ///< in its middle, or on the box of a check 
 void Click(RectControl& control, int x, int y);
 /// The pixel in the middle of the control, in device pixels of the screen.
 std::pair<int, int> CentreOnScreen(RectControl& control);
+void RightClick(RectControl& control, int x, int y);
 /// Puts a click in the middle of the control into the event loop, to be met by whoever serves it next.
 void PostClick(RectControl& control);
 /// Runs the work when the event loop comes to it, also that of a dialog.
@@ -41,6 +43,8 @@ void ClickCellCheck(Listbox& list, int row, int column);
 void ClickHeader(Listbox& list, int column);
 void EditCell(Listbox& list, int row, int column, const String& text);
 void ChooseRow(PopupMenu& menu, int row);
+/// Toggles the box as assistive technology does, without a click.
+void Toggle(CheckBox& box);
 /// Keys as "Up", "Down", "Return", "Escape", "Tab", "Ctrl+Z" or a character; to the widget that has the keyboard.
 void Key(Window& window, const std::string& key);
 void Drop(Window& window, const std::vector<std::string>& paths);

@@ -328,9 +328,12 @@ class WindowWriter {
     auto& view = *static_cast<QTableView*>(static_cast<NativeListbox&>(list.NeedNative()).view);
     const std::string name = "/" + NameOf(list) + " ";
     std::string columns;
-    for (int column = 0; column < list.ColumnCount(); ++column)
-      columns += (column > 0 ? " " : "") + view.model()->headerData(column, Qt::Horizontal).toString().toStdString() +
-                 ":" + std::to_string(view.isColumnHidden(column) ? 0 : view.columnWidth(column));
+    for (int column = 0; column < list.ColumnCount(); ++column) {
+      const int heading = view.model()->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
+      columns += std::string(column > 0 ? " " : "") + (heading & Qt::AlignHCenter ? "" : "left ") +
+                 view.model()->headerData(column, Qt::Horizontal).toString().toStdString() + ":" +
+                 std::to_string(view.isColumnHidden(column) ? 0 : view.columnWidth(column));
+    }
     if (view.horizontalHeader()->isVisibleTo(&view)) Line(name + "columns", columns);
     std::string rows = std::to_string(list.ListCount());
     if (list.ListCount() > 0) rows += ", from " + std::to_string(view.rowAt(0)) + " on";
