@@ -1,14 +1,11 @@
 // The composite: choice of the three species and computation of the picture.
 
 #include <array>
-#include <utility>
 
-#include "appcore/Globals.h"
 #include "composite/Mixing.h"
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "platform/widgets/Dialogs.h"
-#include "stack/CurveLUT.h"
 
 using namespace platform;
 
@@ -49,17 +46,14 @@ void WindowRGB::LoadData() {
 void WindowRGB::UpdateRGB() {
   if (!RGBready) return;
   try {
-    Main& main = Main::Instance();
+    const Main& main = Main::Instance();
     std::array<PlaneView<const std::uint8_t>, kChannels> planes;
     std::array<Curve, kChannels> curves;
     for (std::size_t i = 0; i < kChannels; ++i) {
       // A channel without a species reads the first available one through a curve of zeros.
       const int row = popM[i].ListIndex();
-      const int source = row == 0 ? 1 : row;
-      std::int32_t maximum = -1;
-      if (row != 0) maximum = CB_scale.Value() ? main.TIFmax(ExistsArray(row)) : 255;
-      Globals::CurveLUT(curves[i], sliderRGB[i].Value(), maximum);
-      planes[i] = std::as_const(main.TIFarray).Plane(ExistsArray(source));
+      curves[i] = main.SpeciesCurve(ExistsArray(row), sliderRGB[i].Value(), CB_scale.Value());
+      planes[i] = main.TIFarray.Plane(ExistsArray(row == 0 ? 1 : row));
     }
     MixPlanes(planes, curves, isRGB, RGBrgbsurface.Pixels());
     Canvas1.Refresh(true);

@@ -5,8 +5,6 @@
 #include "mainwindow/Main.h"
 #include "mainwindow/WindowSizes.h"
 #include "platform/widgets/Screen.h"
-#include "stack/ColorMapping.h"
-#include "stack/CurveLUT.h"
 
 using namespace platform;
 
@@ -32,9 +30,7 @@ void Main::ShowAllSpecies() {
       window.Top(placement.place->y);
     }
     window.Title(SpeciesTitle(i));
-    Curve curve;
-    Globals::CurveLUT(curve, Slider_colors.Value(), CB_ScaleUp.Value() ? TIFmax(i) : 255);
-    ColorPlane(TIFarray.Plane(i), ComposeColors(curve, Globals::LutRow(SelectedLUT)), window.MyImage->Pixels());
+    ColorSpecies(i, window.MyImage->Pixels());
   }
 }
 

@@ -12,6 +12,7 @@
 #include "platform/widgets/Listbox.h"
 #include "platform/widgets/Timer.h"
 #include "platform/widgets/Window.h"
+#include "stack/DisplayCurve.h"
 #include "stack/PlaneStack.h"
 
 /// The working window: one species of the loaded cluster on cvTIF, and the stack behind it.
@@ -133,11 +134,17 @@ class Main : public platform::SingletonWindow<Main> {
   platform::String tf(bool flag) const { return flag ? "t" : "f"; }
   /// Rebuilds TIFarray from TIFarrOriginal with `level` passes of smoothing, showing each species as it is done.
   void Smooth(std::int32_t level);
+  /// The display curve of a species, up to its highest level if `scaled` and to 255 otherwise; all zero for species -1.
+  Curve SpeciesCurve(std::int32_t species, std::int32_t setting, bool scaled) const;
+  /// Colours a species by the slider, the scaling and the colour table in use.
+  void ColorSpecies(std::int32_t species, platform::PlaneView<platform::Color> target) const;
   /// Recolours currTIF for SelectedRow and repaints it.
   void Update_cvTIF();
   /// To be called after a change of SelectedLUT.
   void LUTchanged();
-  /// Shows another species: selects its row of the list and recolours the map.
+  /// Makes a species the one on display and moves the mark of its row in the list; the map stays as it is.
+  void MoveSelection(std::int32_t species);
+  /// Shows another species: marks its row of the list and recolours the map.
   void SelectSpecies(std::int32_t species);
 
   // ---- Canvas, cursor, species list, drawing ------------------------------------------------------------------------
@@ -243,7 +250,6 @@ class Main : public platform::SingletonWindow<Main> {
   bool LoadPictures(const ClusterFiles& files, int first, const platform::Ref<platform::Picture>& opened,
                     platform::PictureSequence& others);
 
-  void ShowLoadedSpecies(std::int32_t species);
   /// Smooths as many species of the walk as there are cores, from a step on; returns the step behind the last one.
   int SmoothFrom(int step, std::int32_t startRow, std::int32_t level);
   void ShowSmoothedSpecies(std::int32_t species, int step);

@@ -92,11 +92,14 @@ bool Main::Event_KeyDown(const String& key) {
   return false;
 }
 
-void Main::SelectSpecies(std::int32_t species) {
-  const std::int32_t old = SelectedRow;
+void Main::MoveSelection(std::int32_t species) {
+  SpeciesLB.InvalidateCell(SelectedRow, -1);
   SelectedRow = species;
   SpeciesLB.InvalidateCell(SelectedRow, -1);
-  SpeciesLB.InvalidateCell(old, -1);
+}
+
+void Main::SelectSpecies(std::int32_t species) {
+  MoveSelection(species);
   Update_cvTIF();
 }
 

@@ -121,9 +121,7 @@ void Main::LoadCluster(std::int32_t row, int& code) {
   code = 7;
   if (SmoothLevel != 0) Smooth(SmoothLevel);
   ProgressHide();
-  SpeciesLB.InvalidateCell(SelectedRow, -1);
-  SelectedRow = kept;
-  SpeciesLB.InvalidateCell(SelectedRow, -1);
+  MoveSelection(kept);
   SpeciesLB.Reveal(SelectedRow);
   Update_cvTIF();
   TIFready = true;
@@ -255,17 +253,11 @@ bool Main::LoadPictures(const ClusterFiles& files, int first, const Ref<Picture>
       }
       TIFmax(j) = TakeLevels(*picture, TIFarray.Plane(j), TIFarrOriginal.Plane(j));
       ColorPlane(TIFarray.Plane(j), unscaled, currTIFrgb.Pixels());
-      ShowLoadedSpecies(j);
+      MoveSelection(j);
+      cvTIF.Refresh();
     }
     Progress.Value(j + 1);
     Progress.Refresh();
   }
   return true;
-}
-
-void Main::ShowLoadedSpecies(std::int32_t species) {
-  SpeciesLB.InvalidateCell(SelectedRow, -1);
-  SelectedRow = species;
-  SpeciesLB.InvalidateCell(SelectedRow, -1);
-  cvTIF.Refresh();
 }

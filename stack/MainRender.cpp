@@ -10,14 +10,20 @@
 
 using namespace platform;
 
+Curve Main::SpeciesCurve(std::int32_t species, std::int32_t setting, bool scaled) const {
+  Curve curve;
+  Globals::CurveLUT(curve, setting, species < 0 ? -1 : scaled ? TIFmax(species) : 255);
+  return curve;
+}
+
+void Main::ColorSpecies(std::int32_t species, PlaneView<Color> target) const {
+  const Curve curve = SpeciesCurve(species, Slider_colors.Value(), CB_ScaleUp.Value());
+  ColorPlane(TIFarray.Plane(species), ComposeColors(curve, Globals::LutRow(SelectedLUT)), target);
+}
+
 void Main::Update_cvTIF() {
   try {
-    if (currTIF) {
-      const std::int32_t maximum = CB_ScaleUp.Value() ? TIFmax(SelectedRow) : 255;
-      Curve curve;
-      Globals::CurveLUT(curve, Slider_colors.Value(), maximum);
-      ColorPlane(TIFarray.Plane(SelectedRow), ComposeColors(curve, Globals::LutRow(SelectedLUT)), currTIFrgb.Pixels());
-    }
+    if (currTIF) ColorSpecies(SelectedRow, currTIFrgb.Pixels());
     cvTIF.Refresh();
     SpeciesName.Refresh();
   } catch (...) {

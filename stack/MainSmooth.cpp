@@ -111,10 +111,7 @@ void Main::SmoothFromWorkPlane(std::int32_t species) {
 }
 
 void Main::ShowSmoothedSpecies(std::int32_t species, int step) {
-  const std::int32_t old = SelectedRow;
-  SelectedRow = species;
-  SpeciesLB.InvalidateCell(species, -1);
-  SpeciesLB.InvalidateCell(old, -1);
+  MoveSelection(species);
   Progress.Value(step + 1);
   Progress.Refresh();
   Update_cvTIF();
