@@ -18,21 +18,8 @@ namespace Globals {
 /// Whether the file name ends in ".xray", regardless of letter case. The content is not checked.
 bool IsXrayFile(const platform::Ref<platform::FolderItem>& file);
 
-/// The number of maps. With `warn`, a message reports when the positions disagree.
-std::int32_t ReadXrayGetNbImages(platform::Ref<platform::BinaryStream>& stream, bool warn);
-
-/// The edge of the square maps in pixels. With `warn`, a message reports when the positions disagree.
-std::int32_t ReadXrayGet1dPixelsize(platform::Ref<platform::BinaryStream>& stream, bool warn);
-
 /// The name of map `i`, from 1: at most five characters. An `i` below 1 gives the name of map 1.
 platform::String ReadXrayGetImageName(platform::Ref<platform::BinaryStream>& stream, std::int32_t i);
-
-/// The common value of the votes, or their median if they disagree; with `warn`, a message then says so. Without votes,
-/// 0 and a message. `what` names the quantity in the messages.
-std::int32_t CheckForMostLikely(const platform::Array<std::int32_t>& votes, const platform::String& what, bool warn);
-
-/// The median of the values; 0 and a message if there are none.
-std::int32_t MedianInteger(const platform::Array<std::int32_t>& values);
 
 }  // namespace Globals
 

@@ -1,3 +1,5 @@
+#include "catalogue/MapFileMessages.h"
+
 #include "catalogue/MapFile.h"
 #include "platform/widgets/Dialogs.h"
 

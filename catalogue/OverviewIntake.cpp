@@ -5,6 +5,7 @@
 #include "appcore/Globals.h"
 #include "catalogue/MapFile.h"
 #include "catalogue/SpeciesNames.h"
+#include "catalogue/SpeciesNamesMessages.h"
 #include "catalogue/WindowOverview.h"
 #include "platform/values/ErrorLine.h"
 #include "platform/widgets/Dialogs.h"

@@ -4,7 +4,9 @@
 
 #include "appcore/Globals.h"
 #include "catalogue/MapFile.h"
+#include "catalogue/MapFileMessages.h"
 #include "catalogue/SpeciesNames.h"
+#include "catalogue/SpeciesNamesMessages.h"
 #include "catalogue/SpeciesUnion.h"
 #include "catalogue/WindowOverview.h"
 

@@ -14,9 +14,6 @@ platform::String RemoveExtension(const platform::String& name);
 /// those at the end. "?" for the empty name.
 platform::String CleanString(const platform::String& name);
 
-/// catalogue::StripCommon, with a message if the two arrays differ in size.
-platform::String ShortNames(const platform::Array<platform::String>& names, platform::Array<platform::String>& shorts);
-
 }  // namespace Globals
 
 namespace catalogue {

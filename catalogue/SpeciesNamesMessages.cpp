@@ -1,3 +1,5 @@
+#include "catalogue/SpeciesNamesMessages.h"
+
 #include "catalogue/SpeciesNames.h"
 #include "platform/widgets/Dialogs.h"
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "appcore/Globals.h"
-#include "catalogue/SpeciesNames.h"
+#include "catalogue/SpeciesNamesMessages.h"
 #include "mainwindow/Main.h"
 #include "platform/widgets/Dialogs.h"
 #include "stack/ColorMapping.h"

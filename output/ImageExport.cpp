@@ -4,6 +4,7 @@
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "output/NumberedNames.h"
+#include "output/NumberedNamesMessages.h"
 #include "platform/pictures/PNGu.h"
 #include "platform/widgets/Application.h"
 

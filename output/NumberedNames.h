@@ -3,16 +3,7 @@
 
 #include <functional>
 
-#include "platform/pictures/FolderItem.h"
 #include "platform/values/String.h"
-
-namespace GlobalUniversal {
-
-/// If `file` exists, changes it to the first of name_02, name_03 ... in the same folder that does not. If all up to
-/// name_99 exist, shows a message and uses name_100, whether it exists or not.
-void FileNameIncrement(platform::Ref<platform::FolderItem>& file);
-
-}  // namespace GlobalUniversal
 
 namespace output {
 

@@ -1,3 +1,5 @@
+#include "output/NumberedNamesMessages.h"
+
 #include "output/NumberedNames.h"
 #include "platform/widgets/Dialogs.h"
 

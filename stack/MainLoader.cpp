@@ -6,6 +6,7 @@
 #include "appcore/App.h"
 #include "appcore/Globals.h"
 #include "catalogue/SpeciesNames.h"
+#include "catalogue/SpeciesNamesMessages.h"
 #include "catalogue/WindowOverview.h"
 #include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 
 #include "catalogue/MapFile.h"
+#include "catalogue/MapFileMessages.h"
 #include "tests/support/Folder.h"
 #include "tests/support/Messages.h"
 
@@ -15,7 +15,7 @@ using platform::Ref;
 namespace {
 
 /// A map file on the disk, zero wherever nothing is put.
-class MapFile : public testing::Test {
+class MapFile : public MessagesTest {
  protected:
   void PutShort(std::size_t position, int value) {
     Put(position, {static_cast<char>(value), static_cast<char>(value >> 8)});
@@ -59,7 +59,7 @@ TEST_F(MapFile, ReadsCountSizeAndNames) {
   EXPECT_EQ(Name(stream, 5), "");
   EXPECT_EQ(Name(stream, 0), "Fe");
   EXPECT_EQ(Name(stream, -2147483647 - 1), "Fe");
-  EXPECT_TRUE(Messages().empty());
+  EXPECT_TRUE(messages.empty());
 }
 
 TEST_F(MapFile, PositionsThatDisagreeTakeTheMedianAndWarnIfAsked) {
@@ -68,9 +68,9 @@ TEST_F(MapFile, PositionsThatDisagreeTakeTheMedianAndWarnIfAsked) {
   PutSizes(256, 128, 512, 64);
   auto stream = Open();
   EXPECT_EQ(Globals::ReadXrayGetNbImages(stream, false), 7);
-  EXPECT_TRUE(Messages().empty());
+  EXPECT_TRUE(messages.empty());
   EXPECT_EQ(Globals::ReadXrayGet1dPixelsize(stream, true), 128);
-  EXPECT_EQ(std::exchange(Messages(), {}),
+  EXPECT_EQ(messages,
             std::vector<std::string>{"Warning. The determination of the pixel size is inconclusive. Using 128 as a "
                                      "best guess.\n256 128 512 64 128 "});
 }
@@ -107,7 +107,7 @@ TEST(MapFileArithmetic, PositionsOfNamesWrapAround) {
   EXPECT_EQ(catalogue::NamePosition(2, -32768), -2147478840);
 }
 
-TEST(MapFileArithmetic, MedianRoundsOneHalfUpward) {
+TEST_F(MapFile, MedianRoundsOneHalfUpward) {
   const Array<std::int32_t> values{8, 7, 9, 1};
   EXPECT_EQ(Globals::MedianInteger(values), 8);
   EXPECT_EQ(values(0), 8);
@@ -116,6 +116,5 @@ TEST(MapFileArithmetic, MedianRoundsOneHalfUpward) {
   EXPECT_EQ(Globals::MedianInteger({5, 1, 4}), 4);
   EXPECT_EQ(Globals::MedianInteger({}), 0);
   EXPECT_EQ(Globals::CheckForMostLikely({}, "pixel size", false), 0);
-  EXPECT_EQ(std::exchange(Messages(), {}),
-            (std::vector<std::string>{"Median determination error", "pixel size determination error"}));
+  EXPECT_EQ(messages, (std::vector<std::string>{"Median determination error", "pixel size determination error"}));
 }

@@ -4,10 +4,10 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <utility>
 #include <vector>
 
 #include "catalogue/SpeciesNames.h"
+#include "catalogue/SpeciesNamesMessages.h"
 #include "tests/support/Messages.h"
 
 using platform::Array;
@@ -18,6 +18,8 @@ namespace {
 
 std::string Text(const Names& names) { return platform::Join(names, "|").Utf8(); }
 
+using SpeciesNames = MessagesTest;
+
 struct Case {
   Names names;
   const char* shorts;
@@ -26,7 +28,7 @@ struct Case {
 
 }  // namespace
 
-TEST(SpeciesNames, StripsWhatNamesHaveInCommon) {
+TEST_F(SpeciesNames, StripsWhatNamesHaveInCommon) {
   const Case cases[] = {
       {{"map_Fe.tif", "map_Mg.tif", "map_Si.tif"}, "Fe|Mg|Si", "map_tif"},
       {{"MAP_Fe", "map_Mg"}, "Fe|Mg", "MAP"},
@@ -48,19 +50,19 @@ TEST(SpeciesNames, StripsWhatNamesHaveInCommon) {
     EXPECT_EQ(Text(shorts), c.shorts) << Text(c.names);
     EXPECT_EQ(common.Utf8(), c.common) << Text(c.names);
   }
-  EXPECT_TRUE(Messages().empty());
+  EXPECT_TRUE(messages.empty());
 }
 
-TEST(SpeciesNames, ArraysOfDifferentSizeAreReportedAndLeftAlone) {
+TEST_F(SpeciesNames, ArraysOfDifferentSizeAreReportedAndLeftAlone) {
   Names shorts{"kept"};
   EXPECT_EQ(Globals::ShortNames({"a b", "c"}, shorts).Utf8(), "a_b");
   EXPECT_EQ(Text(shorts), "kept");
-  EXPECT_EQ(std::exchange(Messages(), {}), std::vector<std::string>{"Error in ShortNames Function."});
+  EXPECT_EQ(messages, std::vector<std::string>{"Error in ShortNames Function."});
   EXPECT_THROW(Globals::ShortNames({}, shorts), platform::OutOfBoundsException);
 }
 
 // The process has a second of processor time and is still scanning when that is over.
-TEST(SpeciesNames, NamesThatNeverDifferAreScannedForEver) {
+TEST_F(SpeciesNames, NamesThatNeverDifferAreScannedForEver) {
   std::vector<pid_t> children;
   for (const Names& names : {Names{"Mg", "Mgg"}, Names{"ab", "aab"}}) {  // in front, at the back
     const pid_t child = fork();
@@ -83,7 +85,7 @@ TEST(SpeciesNames, NamesThatNeverDifferAreScannedForEver) {
   }
 }
 
-TEST(SpeciesNames, OneKnownExtensionGoes) {
+TEST_F(SpeciesNames, OneKnownExtensionGoes) {
   EXPECT_EQ(Globals::RemoveExtension("a.tif.png").Utf8(), "a.tif");
   EXPECT_EQ(Globals::RemoveExtension("MAP.XRay").Utf8(), "MAP");
   EXPECT_EQ(Globals::RemoveExtension("a.gif").Utf8(), "a.gif");
@@ -91,7 +93,7 @@ TEST(SpeciesNames, OneKnownExtensionGoes) {
   EXPECT_EQ(Globals::RemoveExtension(".tif").Utf8(), "");
 }
 
-TEST(SpeciesNames, CleaningKeepsTheAllowedCharacters) {
+TEST_F(SpeciesNames, CleaningKeepsTheAllowedCharacters) {
   EXPECT_EQ(Globals::CleanString("").Utf8(), "?");
   EXPECT_EQ(Globals::CleanString(".").Utf8(), "");
   EXPECT_EQ(Globals::CleanString("a b.c").Utf8(), "a_b_c");
@@ -100,14 +102,14 @@ TEST(SpeciesNames, CleaningKeepsTheAllowedCharacters) {
   EXPECT_EQ(Globals::CleanString("-+()[]{}&%$#@!?<>^~äÖßµ09é€x").Utf8(), "-+()[]{}&%$#@!?<>^~äÖßµ09_x");
 }
 
-TEST(SpeciesNames, MarksAtTheEndGo) {
+TEST_F(SpeciesNames, MarksAtTheEndGo) {
   Names names{"Fe_1", "Al27", "C12_3", "Si_28", "Mg123", "12", "7", "_x", "a_x", "Fe+", ""};
   catalogue::NoUnderscoreExtensions(names);
   EXPECT_EQ(Text(names), "Fe|Al|C|Si_|Mg1|1|7|_x|a|Fe+|");
 }
 
 // Were a step quadratic, this would run into the time limit of a test.
-TEST(SpeciesNames, ManyLongNamesAreQuick) {
+TEST_F(SpeciesNames, ManyLongNamesAreQuick) {
   Names names;
   for (int i = 0; i < 100000; ++i)
     names.Append(String("a rather long name of a field of view, run 7, map ") + platform::Str(100000 + i) + ".tif");
