@@ -32,6 +32,7 @@ void Main::ShowAllSpecies() {
     window.Title(SpeciesTitle(i));
     ColorSpecies(i, window.MyImage->Pixels());
   }
+  ActivateSoon();  // the linked cursor follows the pointer only while Main is active
 }
 
 void Main::PB_AllSpecies_Action() { ShowAllSpecies(); }

@@ -89,7 +89,7 @@ load() {
 # Centres of controls, in the content of the window of its smallest height.
 declare -A spot=([PB_RGB]="910 333" [PB_SaveImage]="910 388" [BBcursorArrow]="159 337" [BBcursorX]="182 337"
   [BBcursorCircles]="205 337" [CB_ShowDrawing]="263 359" [CB_ScaleUp]="42 329" [PBdraw]="294 330" [PBundraw]="294 330" [PBdrawUndo]="60 330"
-  [PB_AllSpecies]="518 330" [PB_SpeciesClose]="518 388")
+  [PB_AllSpecies]="518 330" [PB_SpeciesUpdate]="518 359" [PB_SpeciesClose]="518 388")
 
 push() {
   local at

@@ -70,6 +70,7 @@ struct NativeWindow {
   bool opened = false;
   bool closed = false;
   bool showSoon = false;
+  bool activateSoon = false;
   bool away = false;            ///< hidden as far as the program is concerned: minimised, or about to be hidden
   bool active = false;          ///< whether Event_Activate was raised last
   bool awaitsExposure = false;  ///< shown, but not exposed since
@@ -84,7 +85,7 @@ struct NativeWindow {
 NativeWindow* NativeWindowOf(const QWidget* widget);
 /// Makes the window the front one.
 void BringToFront(NativeWindow& window);
-/// Shows the windows for which ShowSoon was called.
+/// Shows the windows for which ShowSoon was called, then activates the one for which ActivateSoon was called.
 void ShowWaitingWindows();
 /// Removes hidden windows from the screen, or minimises the first one if no window with menus is visible.
 void SettleAwayWindows();

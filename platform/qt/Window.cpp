@@ -2,12 +2,14 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "platform/qt/NativeCanvas.h"
 #include "platform/qt/NativeListbox.h"
@@ -24,6 +26,12 @@ namespace {
 std::vector<std::unique_ptr<Window>> windows;
 std::vector<std::unique_ptr<Window>> closedWindows;
 unsigned long long timesInFront = 0;
+
+/// The frame that was activated below windows that were shown without activating them. Some window managers (xfwm4,
+/// fluxbox) activate what is raised: within a time in which no user is as fast, the frame is then activated again,
+/// above the others.
+QPointer<QWidget> activatedFrame;
+QDeadlineTimer activationEnds;
 
 class FrameWidget : public QWidget {
  public:
@@ -242,7 +250,7 @@ void NativeWindow::Show() {
   if (frame->isMinimized()) frame->setWindowState(frame->windowState() & ~Qt::WindowMinimized);
   frame->show();
   frame->raise();
-  frame->activateWindow();
+  if (!frame->testAttribute(Qt::WA_ShowWithoutActivating)) frame->activateWindow();
   BringToFront(*this);
 }
 
@@ -308,7 +316,11 @@ void NativeWindow::SyncActive() {
   const bool isActive = frame->isActiveWindow() && frame->isVisible() && !away;
   if (isActive == active) return;
   active = isActive;
-  if (active) BringToFront(*this);
+  if (active) {
+    BringToFront(*this);
+    if (activatedFrame && frame->testAttribute(Qt::WA_ShowWithoutActivating) && !activationEnds.hasExpired())
+      activatedFrame->activateWindow();
+  }
   Raise([isActive](Window& told) { isActive ? told.Event_Activate() : told.Event_Deactivate(); });
 }
 
@@ -322,6 +334,7 @@ void NativeWindow::AskToClose() {
 Window::Window(const WindowSettings& settings) : native_(std::make_unique<NativeWindow>(*this, settings)) {}
 Window::~Window() = default;
 
+void Window::ActivateSoon() { native_->activateSoon = true; }
 void Window::Show() { native_->Show(); }
 void Window::Hide() { native_->Hide(); }
 void Window::ShowModal() { native_->ShowModal(); }
@@ -455,8 +468,25 @@ NativeWindow* NativeWindowOf(const QWidget* widget) {
 void BringToFront(NativeWindow& window) { window.lastInFront = ++timesInFront; }
 
 void ShowWaitingWindows() {
-  for (std::size_t i = 0; i < windows.size(); ++i)
-    if (windows[i]->Native().showSoon) windows[i]->Native().Show();
+  const auto waiting = std::ranges::find_if(windows, [](const auto& window) { return window->Native().activateSoon; });
+  NativeWindow* activated = waiting == windows.end() ? nullptr : &(*waiting)->Native();
+  std::vector<NativeWindow*> shown;
+  for (std::size_t i = 0; i < windows.size(); ++i) {
+    NativeWindow& native = windows[i]->Native();
+    if (!native.showSoon) continue;
+    native.frame->setAttribute(Qt::WA_ShowWithoutActivating, activated);
+    native.Show();
+    shown.push_back(&native);
+  }
+  if (!activated) return;
+  activated->activateSoon = false;
+  if (!activated->Visible()) return;
+  for (NativeWindow* window : shown) AwaitExposure(*window);
+  activated->frame->activateWindow();
+  for (NativeWindow* window : shown) window->frame->raise();
+  BringToFront(*activated);
+  activatedFrame = activated->frame.get();
+  activationEnds.setRemainingTime(500);
 }
 
 void SettleAwayWindows() {

@@ -43,6 +43,9 @@ class Window {
   void Close();
   /// Shows the window, blocks input to all others, and returns when it is hidden.
   void ShowModal();
+  /// Makes a visible window the active one when the running event has ended and the windows that it shows are on the
+  /// screen. These stay above it where the window manager allows that.
+  void ActivateSoon();
   /// Moves the keyboard focus from the controls to the window itself.
   void SetFocus();
   bool Visible() const;
