@@ -229,6 +229,9 @@ def odd_pictures():
     with_alpha = [values("H", [n for c in counts[y * width:(y + 1) * width] for n in (c, 65535)], ">")
                   for y in range(height)]
     yield "grey-alpha-16-bits.png", png(width, height, 16, 4, with_alpha)
+    transparent = [values("H", [n for x in range(width) for n in (counts[y * width + x] * 300, 0 if x == 1 else 65535)],
+                          ">") for y in range(height)]
+    yield "transparent-column-16-bits.png", png(width, height, 16, 4, transparent)
     yield "gamma-of-1.png", png(width, height, 8, 0, rows8, [(b"gAMA", struct.pack(">I", 100000))])
     yield "transparent-grey.png", png(width, height, 8, 0, rows8, [(b"tRNS", struct.pack(">H", 200))])
     yield "no-end-chunk.png", png(width, height, 8, 0, rows8, end=False)

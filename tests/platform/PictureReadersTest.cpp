@@ -350,6 +350,10 @@ TEST(OddFiles, OpenAsTheyShould) {
   EXPECT_EQ(beside->RGBSurface().Pixel(9, 6), colors[4 * 12 + 6]) << "the frame, cut to the screen";
   EXPECT_EQ(pixel("transparent-200.gif", 5, 0), kWhite);
   EXPECT_EQ(pixel("transparent-grey.png", 5, 0), kWhite);
+  Bytes columnOfWhite = scaled;  // samples of both bytes, the second column transparent
+  for (std::size_t i = 1; i < 72; i += 12) columnOfWhite[i] = 255;
+  EXPECT_EQ(LevelsOf(ReadPicture(OddFolder() / "transparent-column-16-bits.png")), columnOfWhite);
+  EXPECT_EQ(pixel("grey-alpha.tif", 1, 0), RGB(33, 33, 33)) << "17 with an alpha of 238";
   const Bytes strange = LevelsOf(ReadPicture(OddFolder() / "float-with-nan-and-infinity.tif"));
   EXPECT_EQ(Bytes(strange.begin(), strange.begin() + 4), (Bytes{0, 255, 0, 65}));
   const Bytes skipping = LevelsOf(ReadPicture(OddFolder() / "runs-that-skip-pixels.bmp"));
