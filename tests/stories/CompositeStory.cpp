@@ -65,7 +65,7 @@ TEST_F(CompositeStory, SpeciesWindowsAreSnapshots) {
   user::ChooseMenu("Window300");
   Stop("and follow the zoom");
   user::Click(main().PB_SpeciesUpdate);
-  Stop("Update makes them anew");
+  Stop("Update recreates them");
   user::Activate(main());
   user::ChooseMenu("Window100");
   LoadCluster({"Al", "Mg"}, 8, 8, [](int species) { return [species](int, int) { return 200 + species; }; });

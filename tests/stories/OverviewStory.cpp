@@ -62,7 +62,7 @@ TEST_F(OverviewStory, OneRowIsShownOrNone) {
   Stop("a drop changes nothing in Main");
   user::ClickCell(overview().ListBox1, 0, WindowOverview::kSpecies, 40, 8);
   user::Click(overview().PBdeleteselection);
-  Stop("a row above is deleted: what is shown is loaded anew");
+  Stop("a row above is deleted: what is shown is loaded again");
   user::ClickCell(overview().ListBox1, 0, WindowOverview::kSpecies, 40, 8);
   user::Click(overview().PBdeleteselection);
   Stop("the row on display is deleted");

@@ -61,13 +61,13 @@ Story::~Story() {
 }
 
 void Story::Stop(const std::string& name) {
-  const std::size_t told = messages.size();
+  const std::size_t shown = messages.size();
   const auto lines = state_.Take();  // paints, and what fails in a paint says so
   std::map<std::string, std::string> now;
   for (const auto& line : lines) now[line.path] = line.text;
   std::string seen = notes_;
   notes_.clear();
-  for (; messagesSeen_ < told; ++messagesSeen_) {
+  for (; messagesSeen_ < shown; ++messagesSeen_) {
     std::string message = messages[messagesSeen_];
     for (std::size_t at; (at = message.find('\n')) != std::string::npos;) message.replace(at, 1, " / ");
     seen += "message: \"" + message + "\"\n";

@@ -1,7 +1,7 @@
 #pragma once
 /// A story: the program is used through real events, and at each stop everything that a person sees is compared with
 /// the kept text tests/stories/<test>.txt. A stop holds what has changed since the stop before; the first one, what has
-/// changed since the program started. With VORNALITE_UPDATE_STORIES set the kept texts are written anew: read every
+/// changed since the program started. With VORNALITE_UPDATE_STORIES set the kept texts are rewritten: read every
 /// line of the change before it is committed.
 
 #include "tests/support/VisibleState.h"
