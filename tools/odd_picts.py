@@ -1,4 +1,4 @@
-"""The PICT files of tests/odd. tests/platform/PictReaderTest.cpp says how each of them looks."""
+"""The PICT files of tests/odd."""
 import struct
 
 from pict_files import (color_table, other_opcodes, picture, quicktime, quicktime_raster, raster, rectangle, region,
