@@ -2,8 +2,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "platform/widgets/Application.h"
+
+class MapWindow;
 
 /// The application: start-up, the state of the menus, and the commands that concern no single window.
 class App : public platform::Application {
@@ -21,11 +24,15 @@ class App : public platform::Application {
   void UncheckAllSmooth();  ///< the raw image and levels 1 to 5 only; the higher levels keep their marks
   void UncheckAllZoom();
 
-  /// Resizes Main, WindowRGB and all species windows to the size of the stack and the zoom.
+  /// The windows that show a map: Main, WindowRGB, then the species windows in the order of the window list. Creates Main
+  /// and WindowRGB if they do not exist.
+  static std::vector<MapWindow*> MapWindows();
+
+  /// Resizes the windows that show a map to the size of the stack and the zoom.
   void ResizeWindows();
   /// Smooths the stack at a level and shows the result.
   void SmoothChanged(std::int32_t level);
-  /// Repaints every map at once: Main's, the composite and all species windows.
+  /// Repaints every map at once.
   void RefreshAllMaps();
 
   /// Registers the handlers of the commands below by the names of their items.

@@ -52,11 +52,15 @@ void App::UncheckAllZoom() {
     Menu::Item(item).Checked(false);
 }
 
+std::vector<MapWindow*> App::MapWindows() {
+  std::vector<MapWindow*> windows{&Main::Instance(), &WindowRGB::Instance()};
+  ForEachWindow<SpeciesWindow>([&](SpeciesWindow& window) { windows.push_back(&window); });
+  return windows;
+}
+
 void App::ResizeWindows() {
   UncheckAllZoom();
-  Main::Instance().WResize();
-  WindowRGB::Instance().WResize();
-  ForEachWindow<SpeciesWindow>([](SpeciesWindow& window) { window.WResize(); });
+  for (MapWindow* window : MapWindows()) window->WResize();
 }
 
 void App::SmoothChanged(std::int32_t level) {
@@ -67,9 +71,7 @@ void App::SmoothChanged(std::int32_t level) {
 }
 
 void App::RefreshAllMaps() {
-  Main::Instance().cvTIF.Refresh(true);
-  WindowRGB::Instance().Canvas1.Refresh(true);
-  ForEachWindow<SpeciesWindow>([](SpeciesWindow& window) { window.cv.Refresh(true); });
+  for (MapWindow* window : MapWindows()) window->Map().canvas.Refresh(true);
 }
 
 bool App::_FileQuit_Action() {

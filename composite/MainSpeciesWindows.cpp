@@ -1,12 +1,19 @@
-// "Show All", "Update" and "Close All": a window for each species of the stack.
+// What Main does with the species windows and the composite.
 
 #include "appcore/Globals.h"
 #include "composite/SpeciesWindow.h"
+#include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "mainwindow/WindowSizes.h"
 #include "platform/widgets/Screen.h"
 
 using namespace platform;
+
+void Main::CloseAllSpeciesWindows() {
+  // From the last to the first, since closing removes the window from the list.
+  for (int i = WindowCount() - 1; i >= 0; --i)
+    if (auto* window = dynamic_cast<SpeciesWindow*>(&WindowAt(i))) window->Close();
+}
 
 void Main::ShowAllSpecies() {
   const Screen screen(0);
@@ -40,3 +47,10 @@ void Main::PB_AllSpecies_Action() { ShowAllSpecies(); }
 void Main::PB_SpeciesUpdate_Action() { ShowAllSpecies(); }
 
 void Main::PB_SpeciesClose_Action() { CloseAllSpeciesWindows(); }
+
+void Main::HideComposite() { WindowRGB::Instance().Hide(); }
+
+void Main::PB_RGB_Action() {
+  WindowRGB::Instance().Show();
+  WindowRGB::Instance().LoadData();
+}

@@ -2,7 +2,6 @@
 
 #include "appcore/Globals.h"
 #include "mainwindow/Main.h"
-#include "mainwindow/Overlay.h"
 #include "mainwindow/WindowSizes.h"
 #include "platform/widgets/Application.h"
 
@@ -21,8 +20,7 @@ void SpeciesWindow::CreateControls() {
 void SpeciesWindow::cv_Paint(Graphics& g) {
   // At natural size first; the scaled map is drawn over it.
   g.DrawPicture(MyImage, 0, 0);
-  if (!MyImage) return;
-  PaintMap(g, MyImage, drawMyImage);
+  if (MyImage) Map().Paint(g);
 }
 
 void SpeciesWindow::WResize() {

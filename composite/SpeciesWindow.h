@@ -2,12 +2,13 @@
 
 #include <cstdint>
 
+#include "mainwindow/MapView.h"
 #include "platform/widgets/Canvas.h"
 #include "platform/widgets/Window.h"
 
 /// One species of the stack in a window of its own: a snapshot in the colours that were in use when it was opened. Any
 /// number of them can be open; the linked cursor and the drawing appear on all.
-class SpeciesWindow : public platform::Window {
+class SpeciesWindow : public platform::Window, public MapWindow {
  public:
   SpeciesWindow();
 
@@ -17,8 +18,9 @@ class SpeciesWindow : public platform::Window {
 
   platform::Canvas cv;
 
-  /// Fits the window to the size of the stack and the zoom; the picture stays as it is.
-  void WResize();
+  MapView Map() override { return {MapView::In::SpeciesWindow, cv, MyImage, drawMyImage}; }
+  /// The picture stays as it is.
+  void WResize() override;
   void Apply(const struct WindowFit& fit);
   void cv_Paint(platform::Graphics& g);
   void AddMenuHandlers() {}

@@ -3,7 +3,6 @@
 #include "appcore/Globals.h"
 #include "appcore/Menu.h"
 #include "mainwindow/Main.h"
-#include "mainwindow/Overlay.h"
 #include "mainwindow/WindowSizes.h"
 #include "platform/widgets/Application.h"
 
@@ -155,7 +154,7 @@ void WindowRGB::NameChannels() {
 }
 
 void WindowRGB::Canvas1_Paint(Graphics& g) {
-  if (RGBimage) PaintMap(g, RGBimage, drawRGBimage);
+  if (RGBimage) Map().Paint(g);
 }
 
 void WindowRGB::WResize() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "mainwindow/MapView.h"
 #include "platform/widgets/Buttons.h"
 #include "platform/widgets/Canvas.h"
 #include "platform/widgets/Displays.h"
@@ -19,7 +20,7 @@
 ///   |  Canvas1                          |
 ///   | (Close)            (Save Image)   |
 ///   +---------------------------------+
-class WindowRGB : public platform::SingletonWindow<WindowRGB> {
+class WindowRGB : public platform::SingletonWindow<WindowRGB>, public MapWindow {
  public:
   WindowRGB();
 
@@ -53,8 +54,8 @@ class WindowRGB : public platform::SingletonWindow<WindowRGB> {
 
   void Event_Open() override;
   bool Event_CancelClose(bool appQuitting) override;
-  /// Fits the window to the size of the stack and the zoom.
-  void WResize();
+  MapView Map() override { return {MapView::In::Composite, Canvas1, RGBimage, drawRGBimage}; }
+  void WResize() override;
   /// Adopts the species and the size of the current stack, and computes the composite.
   void LoadData();
   /// Computes every pixel of the composite from the controls and the stack, and repaints it.

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "mainwindow/MapView.h"
 #include "platform/pictures/PictureSequence.h"
 #include "platform/widgets/Buttons.h"
 #include "platform/widgets/Canvas.h"
@@ -30,7 +31,7 @@
 ///
 /// The handlers are defined by subject: loading, smoothing and rendering in stack/, saving in output/, species windows
 /// in composite/, the rest beside this file.
-class Main : public platform::SingletonWindow<Main> {
+class Main : public platform::SingletonWindow<Main>, public MapWindow {
  public:
   Main();
 
@@ -114,8 +115,7 @@ class Main : public platform::SingletonWindow<Main> {
   void Event_DropObject(platform::DragItem& items, int action) override;
   void CondShortName();
 
-  /// Fits the window to the size of the stack and the zoom.
-  void WResize();
+  void WResize() override;
   void ProgressShow();  ///< the page with the progress bar
   void ProgressHide();  ///< the page of the working buttons
   /// Closes the species windows and opens one for each species of the stack, in rows from the bottom left of the
@@ -123,6 +123,7 @@ class Main : public platform::SingletonWindow<Main> {
   void ShowAllSpecies();
   /// Closes every species window.
   void CloseAllSpeciesWindows();
+  void HideComposite();
 
   // ---- Stack --------------------------------------------------------------------------------------------------------
 
@@ -149,6 +150,7 @@ class Main : public platform::SingletonWindow<Main> {
 
   // ---- Canvas, cursor, species list, drawing ------------------------------------------------------------------------
 
+  MapView Map() override { return {MapView::In::Main, cvTIF, currTIF, drawcurrTIF}; }
   /// Whether cvTIF shows a map; a plain grey square otherwise.
   bool ShowsMap() const;
   static constexpr platform::Color kNoMap = 0x999999;

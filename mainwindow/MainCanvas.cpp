@@ -5,7 +5,6 @@
 #include "mainwindow/CursorGeometry.h"
 #include "mainwindow/LinkedCursor.h"
 #include "mainwindow/Main.h"
-#include "mainwindow/Overlay.h"
 #include "mainwindow/Resources.h"
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/Screen.h"
@@ -30,7 +29,7 @@ String Main::SpeciesTitle(std::int32_t species) const {
 void Main::cvTIF_Paint(Graphics& g) {
   try {
     if (ShowsMap()) {
-      PaintMap(g, currTIF, drawcurrTIF);
+      Map().Paint(g);
       SpeciesName.Text(SpeciesTitle(SelectedRow));
     } else {
       g.ForeColor = kNoMap;

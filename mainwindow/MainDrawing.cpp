@@ -2,8 +2,6 @@
 
 #include "appcore/App.h"
 #include "appcore/Globals.h"
-#include "composite/SpeciesWindow.h"
-#include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "mainwindow/Stroke.h"
 #include "mainwindow/WindowSelectColor.h"
@@ -21,13 +19,11 @@ void Stamp(Graphics& g, Point pixel) {
 /// until the next paint.
 template <class Draw>
 void OnAllMaps(Draw draw) {
-  const auto onSurface = [&draw](Graphics& g) {
+  for (MapWindow* window : App::MapWindows()) {
+    Graphics& g = window->Map().canvas.Graphics();
     g.ForeColor = Globals::DrawColor;
     draw(g);
-  };
-  onSurface(Main::Instance().cvTIF.Graphics());
-  onSurface(WindowRGB::Instance().Canvas1.Graphics());
-  ForEachWindow<SpeciesWindow>([&](SpeciesWindow& window) { onSurface(window.cv.Graphics()); });
+  }
 }
 
 /// The swatch of the colour button.
@@ -102,6 +98,6 @@ void Main::BB_sel_color_Action() {
   Globals::DrawColor = picker.selectedcolor;
   BB_sel_color.Icon(MakeSwatch());
   // Species windows take the new colour at their next paint.
-  cvTIF.Refresh(true);
-  WindowRGB::Instance().Canvas1.Refresh(true);
+  for (MapWindow* window : App::MapWindows())
+    if (const MapView map = window->Map(); map.in != MapView::In::SpeciesWindow) map.canvas.Refresh(true);
 }

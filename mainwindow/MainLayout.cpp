@@ -3,8 +3,6 @@
 #include "appcore/Globals.h"
 #include "appcore/Menu.h"
 #include "catalogue/WindowOverview.h"
-#include "composite/SpeciesWindow.h"
-#include "composite/WindowRGB.h"
 #include "mainwindow/Main.h"
 #include "mainwindow/WindowSizes.h"
 
@@ -27,7 +25,7 @@ bool Main::Event_CancelClose(bool appQuitting) {
   if (appQuitting) return false;
   WindowOverview::Instance().UncheckAll();
   Hide();
-  WindowRGB::Instance().Hide();
+  HideComposite();
   CloseAllSpeciesWindows();
   WindowOverview::Instance().Visible(true);
   return true;
@@ -36,16 +34,10 @@ bool Main::Event_CancelClose(bool appQuitting) {
 bool Main::_FileClose_Action() {
   // Unlike the close box, this leaves the species windows open.
   WindowOverview::Instance().UncheckAll();
-  WindowRGB::Instance().Hide();
+  HideComposite();
   Hide();
   WindowOverview::Instance().Visible(true);
   return true;
-}
-
-void Main::CloseAllSpeciesWindows() {
-  // From the last to the first, since closing removes the window from the list.
-  for (int i = WindowCount() - 1; i >= 0; --i)
-    if (auto* window = dynamic_cast<SpeciesWindow*>(&WindowAt(i))) window->Close();
 }
 
 void Main::Event_Resized() {
@@ -101,9 +93,4 @@ void Main::MoveSelection(std::int32_t species) {
 void Main::SelectSpecies(std::int32_t species) {
   MoveSelection(species);
   Update_cvTIF();
-}
-
-void Main::PB_RGB_Action() {
-  WindowRGB::Instance().Show();
-  WindowRGB::Instance().LoadData();
 }

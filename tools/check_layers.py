@@ -15,7 +15,7 @@ ALLOWED = {
     "platform/qt": PLATFORM,
     "catalogue": PLATFORM + ["appcore", "mainwindow"],
     "stack": PLATFORM + ["appcore", "catalogue", "composite", "mainwindow"],
-    "mainwindow": PLATFORM + ["appcore", "catalogue", "composite", "stack"],
+    "mainwindow": PLATFORM + ["appcore", "catalogue", "stack"],
     "composite": PLATFORM + ["appcore", "mainwindow", "stack"],
     "output": PLATFORM + ["appcore", "catalogue", "composite", "mainwindow"],
     "appcore": PLATFORM + ["catalogue", "stack", "mainwindow", "composite", "output"],

@@ -83,8 +83,8 @@ void WindowsTest::OpenEverything() {
 }
 
 std::vector<Canvas*> WindowsTest::AllCanvases() {
-  std::vector<Canvas*> canvases{&main().cvTIF, &composite().Canvas1};
-  for (SpeciesWindow* window : speciesWindows()) canvases.push_back(&window->cv);
+  std::vector<Canvas*> canvases;
+  for (MapWindow* window : App::MapWindows()) canvases.push_back(&window->Map().canvas);
   return canvases;
 }
 

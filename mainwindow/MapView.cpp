@@ -1,4 +1,4 @@
-#include "mainwindow/Overlay.h"
+#include "mainwindow/MapView.h"
 
 #include "appcore/Globals.h"
 #include "appcore/Menu.h"
@@ -20,13 +20,10 @@ void Compose(const Ref<Picture>& base, const Ref<Picture>& composed) {
 
 }  // namespace
 
-const Ref<Picture>& ShownPicture(const Ref<Picture>& base, const Ref<Picture>& composed) {
-  return Globals::ShowDraw ? composed : base;
-}
+const Ref<Picture>& MapView::Shown() const { return Globals::ShowDraw ? drawn : base; }
 
-void PaintMap(Graphics& g, const Ref<Picture>& base, const Ref<Picture>& composed) {
+void MapView::Paint(Graphics& g) const {
   g.UseOldRenderer = Menu::SizeExact();
-  if (Globals::ShowDraw) Compose(base, composed);
-  const Ref<Picture>& shown = ShownPicture(base, composed);
-  g.DrawPicture(shown, 0, 0, g.Width(), g.Height(), 0, 0, base->Width(), base->Height());
+  if (Globals::ShowDraw) Compose(base, drawn);
+  g.DrawPicture(Shown(), 0, 0, g.Width(), g.Height(), 0, 0, base->Width(), base->Height());
 }
