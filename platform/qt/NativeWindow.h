@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <vector>
 
+#include "platform/pictures/FolderItem.h"
 #include "platform/qt/NativeControl.h"
 #include "platform/widgets/Window.h"
 
@@ -48,9 +49,10 @@ struct NativeWindow {
   /// Handles a key that no control used. Returns true if it had an effect.
   bool KeyDown(class QKeyEvent& key);
   void AcceptDrops(const String& typeName);
-  bool Accepts(const class QMimeData& data) const;
-  /// Accepts the files of a drop; the window's event is raised after the source of the drag has got its reply.
-  void TakeDrop(const QMimeData& data);
+  /// The files of a drag that are of a type which the window accepts.
+  std::vector<Ref<FolderItem>> AcceptedFiles(const class QMimeData& data) const;
+  /// Raises the window's event for the files of a drop, if any, after the source of the drag has got its reply.
+  void TakeDrop(std::vector<Ref<FolderItem>> dropped);
   /// From now on no event of the window is raised.
   void Retire();
   /// Raises an event of the window unless it is closed.

@@ -57,18 +57,17 @@ class FrameWidget : public QWidget {
   void keyPressEvent(QKeyEvent* event) override { event->setAccepted(native_.KeyDown(*event)); }
   void dragEnterEvent(QDragEnterEvent* event) override { Consider(*event); }
   void dragMoveEvent(QDragMoveEvent* event) override { Consider(*event); }
-  void dropEvent(QDropEvent* event) override {
-    if (!Consider(*event)) return;
-    native_.TakeDrop(*event->mimeData());
-  }
+  void dropEvent(QDropEvent* event) override { native_.TakeDrop(Consider(*event)); }
 
  private:
-  /// Accepts or refuses a drag by its files. Checked for each event: the source may change what it offers.
-  bool Consider(QDropEvent& event) {
+  /// Accepts a drag that holds files which the window accepts, and returns these; refuses others. Checked for each
+  /// event: the source may change what it offers.
+  std::vector<Ref<FolderItem>> Consider(QDropEvent& event) {
     const QWidget* modal = QApplication::activeModalWidget();
-    const bool accepts = (!modal || modal == this) && !native_.closed && native_.Accepts(*event.mimeData());
-    accepts ? event.acceptProposedAction() : event.ignore();
-    return accepts;
+    std::vector<Ref<FolderItem>> files;
+    if ((!modal || modal == this) && !native_.closed) files = native_.AcceptedFiles(*event.mimeData());
+    files.empty() ? event.ignore() : event.acceptProposedAction();
+    return files;
   }
 
   NativeWindow& native_;
