@@ -118,12 +118,8 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   void WResize() override;
   void ProgressShow();  ///< the page with the progress bar
   void ProgressHide();  ///< the page of the working buttons
-  /// Closes the species windows and opens one for each species of the stack, in rows from the bottom left of the
-  /// screen.
-  void ShowAllSpecies();
   /// Closes every species window.
   void CloseAllSpeciesWindows();
-  void HideComposite();
 
   // ---- Stack --------------------------------------------------------------------------------------------------------
 
@@ -137,14 +133,10 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   void Smooth(std::int32_t level);
   /// The display curve of a species, up to its highest level if `scaled` and to 255 otherwise; all zero for species -1.
   Curve SpeciesCurve(std::int32_t species, std::int32_t setting, bool scaled) const;
-  /// Colours a species by the slider, the scaling and the colour table in use.
-  void ColorSpecies(std::int32_t species, platform::PlaneView<platform::Color> target) const;
   /// Recolours currTIF for SelectedRow and repaints it.
   void Update_cvTIF();
   /// To be called after a change of SelectedLUT.
   void LUTchanged();
-  /// Makes a species the one on display and moves the mark of its row in the list; the map stays as it is.
-  void MoveSelection(std::int32_t species);
   /// Shows another species: marks its row of the list and recolours the map.
   void SelectSpecies(std::int32_t species);
 
@@ -154,8 +146,6 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   /// Whether cvTIF shows a map; a plain grey square otherwise.
   bool ShowsMap() const;
   static constexpr platform::Color kNoMap = 0x999999;
-  /// Name of a species as shown with its map, followed by the level of smoothing if there is any.
-  platform::String SpeciesTitle(std::int32_t species) const;
   /// Median grey level of a species' click marks; 0 if it has none.
   std::int32_t MedianClick(std::int32_t row);
   /// Removes the last stroke.
@@ -239,7 +229,7 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   void CreateControls();
   void BindControls();
 
-  // Steps of Open_LoadNew.
+  // Loading and smoothing.
   struct ClusterFiles;
   void LoadCluster(std::int32_t row, int& code);
   ClusterFiles GatherFiles(std::int32_t row);
@@ -257,7 +247,22 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   void ShowSmoothedSpecies(std::int32_t species, int step);
   void SmoothFromWorkPlane(std::int32_t species);
 
+  // The shown species.
+  /// Makes a species the one on display and moves the mark of its row in the list; the map stays as it is.
+  void MoveSelection(std::int32_t species);
+  /// Colours a species by the slider, the scaling and the colour table in use.
+  void ColorSpecies(std::int32_t species, platform::PlaneView<platform::Color> target) const;
+  /// Name of a species as shown with its map, followed by the level of smoothing if there is any.
+  platform::String SpeciesTitle(std::int32_t species) const;
   bool ChooseColorTable(int n);
+
+  // Species windows and composite.
+  /// Closes the species windows and opens one for each species of the stack, in rows from the bottom left of the
+  /// screen.
+  void ShowAllSpecies();
+  void HideComposite();
+
+  // Mouse and drawing.
   void MarkClicks();
   /// Gives the circle the size that it had before Control, if that was held for a shortcut; true if it did.
   bool ForgetShortcut();
