@@ -64,8 +64,9 @@ class App : public platform::Application {
   bool _OptionsSmooth10_Action();
 
  private:
-  void SetZoom(double zoom, const char* item);
-  void SetSmoothing(std::int32_t level, const char* item);
+  /// What the commands for a level do and return.
+  bool SetZoom(double zoom, const char* item);
+  bool SetSmoothing(std::int32_t level, const char* item);
 };
 
 /// The program: creates the global arrays, the file types, the application and the first window, in this order, and

@@ -111,41 +111,19 @@ bool App::_MenuWindowRGB_Action() {
   return false;
 }
 
-void App::SetZoom(double zoom, const char* item) {
+bool App::SetZoom(double zoom, const char* item) {
   Globals::Zoom = zoom;
   ResizeWindows();
   Menu::Item(item).Checked(true);
-}
-
-bool App::_Window50_Action() {
-  SetZoom(0.5, "Window50");
   return false;
 }
 
-bool App::_Window100_Action() {
-  SetZoom(1.0, "Window100");
-  return false;
-}
-
-bool App::_window200_Action() {
-  SetZoom(2.0, "Window200");
-  return false;
-}
-
-bool App::_window300_Action() {
-  SetZoom(3.0, "Window300");
-  return false;
-}
-
-bool App::_window400_Action() {
-  SetZoom(4.0, "Window400");
-  return false;
-}
-
-bool App::_Window500_Action() {
-  SetZoom(5.0, "Window500");
-  return false;
-}
+bool App::_Window50_Action() { return SetZoom(0.5, "Window50"); }
+bool App::_Window100_Action() { return SetZoom(1.0, "Window100"); }
+bool App::_window200_Action() { return SetZoom(2.0, "Window200"); }
+bool App::_window300_Action() { return SetZoom(3.0, "Window300"); }
+bool App::_window400_Action() { return SetZoom(4.0, "Window400"); }
+bool App::_Window500_Action() { return SetZoom(5.0, "Window500"); }
 
 bool App::_SizeExact_Action() {
   MenuItem& exact = Menu::Item("SizeExact");
@@ -154,60 +132,22 @@ bool App::_SizeExact_Action() {
   return false;
 }
 
-void App::SetSmoothing(std::int32_t level, const char* item) {
+bool App::SetSmoothing(std::int32_t level, const char* item) {
   SmoothChanged(level);
   Menu::Item(item).Checked(true);
-}
-
-bool App::_optionsrawImage_Action() {
-  SetSmoothing(0, "OptionsRawImage");
   return false;
 }
 
-bool App::_optionsSmooth1_Action() {
-  SetSmoothing(1, "OptionsSmooth1");
-  return false;
-}
-
-bool App::_optionsSmooth2_Action() {
-  SetSmoothing(2, "OptionsSmooth2");
-  return false;
-}
-
-bool App::_optionsSmooth3_Action() {
-  SetSmoothing(3, "OptionsSmooth3");
-  return false;
-}
-
-bool App::_optionsSmooth4_Action() {
-  SetSmoothing(4, "OptionsSmooth4");
-  return false;
-}
-
-bool App::_optionsSmooth5_Action() {
-  SetSmoothing(5, "OptionsSmooth5");
-  return false;
-}
-
-bool App::_OptionsSmooth10_Action() {
-  SetSmoothing(10, "OptionsSmooth10");
-  return false;
-}
-
-bool App::_OptionsSmooth15_Action() {
-  SetSmoothing(15, "OptionsSmooth15");
-  return false;
-}
-
-bool App::_OptionsSmooth20_Action() {
-  SetSmoothing(20, "OptionsSmooth20");
-  return false;
-}
-
-bool App::_OptionsSmooth25_Action() {
-  SetSmoothing(25, "OptionsSmooth25");
-  return false;
-}
+bool App::_optionsrawImage_Action() { return SetSmoothing(0, "OptionsRawImage"); }
+bool App::_optionsSmooth1_Action() { return SetSmoothing(1, "OptionsSmooth1"); }
+bool App::_optionsSmooth2_Action() { return SetSmoothing(2, "OptionsSmooth2"); }
+bool App::_optionsSmooth3_Action() { return SetSmoothing(3, "OptionsSmooth3"); }
+bool App::_optionsSmooth4_Action() { return SetSmoothing(4, "OptionsSmooth4"); }
+bool App::_optionsSmooth5_Action() { return SetSmoothing(5, "OptionsSmooth5"); }
+bool App::_OptionsSmooth10_Action() { return SetSmoothing(10, "OptionsSmooth10"); }
+bool App::_OptionsSmooth15_Action() { return SetSmoothing(15, "OptionsSmooth15"); }
+bool App::_OptionsSmooth20_Action() { return SetSmoothing(20, "OptionsSmooth20"); }
+bool App::_OptionsSmooth25_Action() { return SetSmoothing(25, "OptionsSmooth25"); }
 
 bool App::_FileChangeSaveLocation_Action() {
   SelectFolderDialog dialog;
