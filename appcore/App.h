@@ -24,8 +24,8 @@ class App : public platform::Application {
   void UncheckAllSmooth();  ///< the raw image and levels 1 to 5 only; the higher levels keep their marks
   void UncheckAllZoom();
 
-  /// The windows that show a map: Main, WindowRGB, then the species windows in the order of the window list. Creates Main
-  /// and WindowRGB if they do not exist.
+  /// The windows that show a map: Main, WindowRGB, then the species windows in the order of the window list. Creates
+  /// Main and WindowRGB if they do not exist.
   static std::vector<MapWindow*> MapWindows();
 
   /// Resizes the windows that show a map to the size of the stack and the zoom.

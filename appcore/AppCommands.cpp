@@ -128,7 +128,9 @@ bool App::_Window500_Action() { return SetZoom(5.0, "Window500"); }
 bool App::_SizeExact_Action() {
   MenuItem& exact = Menu::Item("SizeExact");
   exact.Checked(!exact.Checked());
-  RefreshAllMaps();
+  std::vector<MapWindow*> windows = MapWindows();
+  std::swap(windows[0], windows[1]);  // the composite first
+  for (MapWindow* window : windows) window->Map().canvas.Refresh(true);
   return false;
 }
 

@@ -47,6 +47,20 @@ TEST_F(MainWindowTest, TheWindowFollowsImageAndZoom) {
   EXPECT_EQ(main().cvTIF.Width(), 255);
 }
 
+TEST_F(MainWindowTest, ExactPixelsRepaintsTheCompositeFirst) {
+  LoadThree(40, 40);
+  OpenEverything();
+  std::vector<Canvas*> painted, expected{&composite().Canvas1, &main().cvTIF};
+  for (SpeciesWindow* window : speciesWindows()) expected.push_back(&window->cv);
+  for (Canvas* canvas : expected)
+    canvas->Paint = [&painted, canvas, paint = canvas->Paint](Graphics& g) {
+      painted.push_back(canvas);
+      paint(g);
+    };
+  user::ChooseMenu("SizeExact");
+  EXPECT_EQ(painted, expected);
+}
+
 TEST_F(MainWindowTest, ZoomBeforeAnyLoadIsPutRightByTheNext) {
   main().Show();
   user::ChooseMenu("Window200");
