@@ -56,16 +56,6 @@ TEST_F(LinkedCursorTest, NoTraceOfAMarkIsLeftAtAnyZoom) {
   }
 }
 
-TEST_F(LinkedCursorTest, AnAbsentSpeciesStaysGreyUnderTheCursor) {
-  LoadThree(40, 40);
-  main().TIFexists(1) = false;
-  user::Key(main(), "Down");
-  user::Click(main().BBcursorCircles);
-  for (int x = 5; x < 35; x += 6) user::MouseMove(main().cvTIF, x, x);
-  user::MouseLeave(main().cvTIF);
-  for (Color pixel : PixelsOf(main().cvTIF)) ASSERT_EQ(pixel, 0x999999u);
-}
-
 TEST_F(LinkedCursorTest, AMoveRepaintsOnlyTheSquares) {
   LoadThree(300, 300);
   OpenEverything();
@@ -79,58 +69,43 @@ TEST_F(LinkedCursorTest, AMoveRepaintsOnlyTheSquares) {
   }
 }
 
-TEST_F(LinkedCursorTest, HeldKeysChangeSizeAndColour) {
+TEST_F(LinkedCursorTest, HeldKeysChangeTheCircleButNotWithAShortcut) {
   LoadThree(256, 256);
   user::Click(main().BBcursorCircles);
   user::MouseMove(main().cvTIF, 100, 100);
-  for (const auto& [control, option, size] : {std::tuple{true, false, 42}, {true, true, 44}, {false, true, 41}}) {
-    user::HoldKeys(false, control, option);
+  const struct {
+    bool shift, control, option;
+    const char* key;
+    int size;
+    Color color;
+  } ticks[] = {
+      {false, true, false, "", 42, 0x808080},
+      {false, true, true, "", 44, 0x808080},  // Control goes before Option
+      {false, false, true, "", 41, 0x808080},
+      {true, false, false, "", 41, kBlack},
+      {true, false, false, "", 41, kBlack},  // once for each press
+      {false, false, false, "", 41, kBlack},
+      {true, false, false, "", 41, kWhite},
+      {false, true, false, "", 43, kWhite},
+      {false, true, false, "Ctrl+3", 41, kWhite},  // as before the hold, and so it stays while the key is down
+      {false, true, false, "", 41, kWhite},
+      {false, false, false, "", 41, kWhite},
+      {false, true, false, "", 43, kWhite},
+      {false, true, false, "Ctrl+C", 41, kWhite},  // a shortcut that is disabled
+      {false, false, false, "", 41, kWhite},
+      {false, true, false, "Ctrl+Down", 43, kWhite},  // no shortcut
+      {false, false, false, "", 43, kWhite},
+  };
+  int row = 0;
+  for (const auto& tick : ticks) {
+    SCOPED_TRACE(row++);
+    user::HoldKeys(tick.shift, tick.control, tick.option);
+    if (*tick.key) user::Key(main(), tick.key);
     WaitForTick();
-    EXPECT_EQ(Globals::fCursorSize, size) << "Control goes before Option";
+    EXPECT_EQ(Globals::fCursorSize, tick.size);
+    EXPECT_EQ(Globals::fCursorColor, tick.color);
+    if (!*tick.key) {
+      EXPECT_EQ(PixelOf(main().cvTIF, 100, 100 - tick.size), tick.color);
+    }
   }
-  user::HoldKeys(true, false, false);
-  WaitForTick();
-  WaitForTick();
-  EXPECT_EQ(Globals::fCursorColor, 0x000000u);
-  EXPECT_EQ(PixelOf(main().cvTIF, 100, 100 - 41), kBlack);
-  user::HoldKeys(false, false, false);
-  WaitForTick();
-  user::HoldKeys(true, false, false);
-  WaitForTick();
-  EXPECT_EQ(Globals::fCursorColor, 0xFFFFFFu);
-  user::HoldKeys(false, false, false);
-}
-
-TEST_F(LinkedCursorTest, ControlHeldForAShortcutLeavesTheCircleAsItWas) {
-  LoadThree(256, 256);
-  user::Click(main().BBcursorCircles);
-  user::MouseMove(main().cvTIF, 100, 100);
-  int x = 100;
-  for (const char* shortcut : {"Ctrl+3", "Ctrl+C"}) {  // one that is enabled, one that is not
-    user::HoldKeys(false, true, false);
-    WaitForTick();
-    EXPECT_EQ(Globals::fCursorSize, 42);
-    user::Key(main(), shortcut);
-    user::MouseMove(main().cvTIF, ++x, 100);
-    EXPECT_EQ(Globals::fCursorSize, 40) << shortcut;
-    WaitForTick();
-    EXPECT_EQ(Globals::fCursorSize, 40) << "the key is still down after " << shortcut;
-    user::HoldKeys(false, false, false);
-    WaitForTick();
-  }
-  // Released before the next tick; then a hold of its own.
-  user::HoldKeys(false, true, false);
-  WaitForTick();
-  user::Key(main(), "Ctrl+0");
-  user::HoldKeys(false, false, false);
-  WaitForTick();
-  EXPECT_EQ(Globals::fCursorSize, 40);
-  EXPECT_EQ(Globals::fCursorOldSize, 40);
-  user::HoldKeys(false, true, false);
-  user::Key(main(), "Ctrl+Down");  // no shortcut
-  WaitForTick();
-  EXPECT_EQ(Globals::fCursorSize, 42);
-  user::HoldKeys(false, false, false);
-  WaitForTick();
-  EXPECT_EQ(Globals::fCursorSize, 42);
 }

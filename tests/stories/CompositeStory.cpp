@@ -47,6 +47,19 @@ TEST_F(CompositeStory, ThreeSpeciesMix) {
   LoadCluster({"Al", "Mg"}, 8, 8, [](int species) { return [species](int, int) { return 200 + species; }; });
   user::Click(main().PB_RGB);
   Stop("of two species none is chosen");
+  user::ChooseRow(composite().popM[0], 2);
+  user::Click(composite().PB_SaveImage);
+  user::Activate(composite());
+  user::ChooseMenu("FileSaveImage");
+  Stop("one is, and saved twice");
+  LoadThree(5, 9);
+  user::ChooseMenu("OptionsSmooth1");
+  Stop("a cluster of another size below the old composite");
+  for (int i = 0; i <= main().TIFexists.Ubound(); ++i) main().TIFexists(i) = false;
+  main().SpeciesLB.Refresh();
+  user::Activate(main());
+  user::Click(main().PB_RGB);
+  Stop("none exists");
 }
 
 TEST_F(CompositeStory, SpeciesWindowsAreSnapshots) {

@@ -1,5 +1,7 @@
 // Clusters come, are chosen, sorted, renamed and deleted; a map file, a missing species, a refused drop.
 
+#include <sys/stat.h>
+
 #include "tests/support/Story.h"
 
 using namespace platform;
@@ -28,7 +30,7 @@ TEST_F(OverviewStory, ClustersComeAndGo) {
   Stop("a second cluster: missing species are red");
   Drop({Map("map_Fe_1.tif"), MapFile("line.xray", {"Fe"})});
   Stop("kinds of files that do not go together are refused");
-  Drop({MapFile("line.xray", {"Fe", "Ti"}), MapFile("AREA.XRAY", {"Mg"})});
+  Drop({MapFile("line.xray", {"Fe", "Ti"}), MapFile("AREA.XRAY", {"Mg", "", "TiKaX"})});
   Stop("map files become a cluster each, by name");
   user::ClickCell(overview().ListBox1, 1, WindowOverview::kCluster, 60, 8);
   Stop("the second row is selected");
@@ -44,12 +46,39 @@ TEST_F(OverviewStory, ClustersComeAndGo) {
   Stop("all rows are deleted");
 }
 
+TEST_F(OverviewStory, DropsAreTakenAsFarAsTheyCanBeRead) {
+  for (const char* name : {"a.tif", "a.bmp", "a.png", "a.pct", "a.gif", "a.jpg", "a.xray", "a.txt", "a.im"})
+    Note(std::string(name) + (user::WouldAccept(overview(), {PathOf(name)}) ? " is taken" : " is refused"));
+  EXPECT_FALSE(user::WouldAccept(overview(), {}));
+  EXPECT_FALSE(user::WouldAccept(main(), {Map("a_Fe.tif")}));
+  Drop({PathOf("gone_Fe.tif"), PathOf("gone_Mg.tif")});
+  Stop("no file of the drop is there");
+  std::filesystem::create_directory(folder / "folder.tif");
+  std::filesystem::create_symlink("nowhere", folder / "link.tif");
+  ASSERT_EQ(mkfifo(PathOf("pipe.tif").c_str(), 0600), 0);
+  NoteErrors([&] {
+    Drop({Map("a_Fe.tif"), PathOf("folder.tif"), PathOf("link.tif"), PathOf("pipe.tif"), Map("a_Mg.tif")});
+  });
+  Stop("what is no file is left out, and a pipe is not waited for");
+  Drop({MapFile("gone.xray", {"Fe"})});
+  std::filesystem::remove(folder / "gone.xray");
+  Drop({Map("b_Fe.tif"), Map("b_Mg.tif")});
+  Stop("a map file of the list has gone");
+  user::ClickCell(overview().ListBox1, 1, WindowOverview::kSpecies, 40, 8);
+  user::Click(overview().PBdeleteselection);
+  Stop("its row is deleted");
+}
+
 TEST_F(OverviewStory, OneRowIsShownOrNone) {
   Drop({Map("a_Fe.tif", 60), Map("a_Mg.tif", 120)});
   Drop({Map("b_Ca.tif", 180), Map("b_Fe.tif", 240)});
   Stop("two clusters");
   CheckRow(0);
   Stop("the first is shown, which lacks the species on display");
+  user::Click(main().BBcursorCircles);
+  for (const int x : {1, 3}) user::MouseMove(main().cvTIF, x, x);
+  user::MouseLeave(main().cvTIF);
+  Stop("a circle has passed over the grey map");
   user::Key(main(), "Down");
   Stop("the next species");
   CheckRow(1);

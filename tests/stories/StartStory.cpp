@@ -19,6 +19,44 @@ TEST_F(StartStory, TheProgramStarts) {
   Stop("About is shown");
   user::Key(*App::Instance().FrontWindow(), "Ctrl+W");
   Stop("Close has no handler in About");
+  user::CloseButton(*App::Instance().FrontWindow());
+  user::ChooseMenu("AppleAbout");
+  Stop("About is closed and shown again");
+  auto& log = TextLogWindow::Instance();
+  for (int i = 0; i < 30; ++i) log.Add("line");
+  Stop("the log shows its last line");
+  user::Click(log.ClearButton);
+  log.Add("again");
+  Stop("and counts from 1 when it was cleared");
+}
+
+TEST_F(StartStory, MapsAreSavedUnderFreeNames) {
+  LoadThree(20, 10);
+  user::ChooseMenu("Window300");
+  user::Click(main().PBdraw);
+  user::Click(main().cvTIF, 10, 10);
+  user::Click(main().PBundraw);
+  WriteBytes("map_(Al)_02.png", "mine");
+  user::Click(main().PB_SaveImage);
+  user::Key(main(), "Ctrl+S");
+  Stop("without zoom and drawing");
+  main().TIFexists(0) = false;
+  main().SpeciesLB.Refresh();
+  user::Click(main().PB_SaveImage);
+  Stop("a species that is missing is not saved");
+  user::Key(main(), "Down");
+  Ref<FolderItem> answer;
+  Dialogs().selectFolder = [&](const FolderItemDialog& dialog) {
+    Note("\"" + dialog.Title.Utf8() + "\", \"" + dialog.ActionButtonCaption.Utf8() + "\"");
+    EXPECT_TRUE(dialog.InitialDirectory == Globals::OutputFolder);
+    return answer;
+  };
+  for (const char* name : {"", "gone"}) {
+    if (*name) answer = MakeRef<FolderItem>(folder / name);
+    user::ChooseMenu("FileChangeSaveLocation");
+    user::Click(main().PB_SaveImage);
+    Stop(*name ? "a folder that is not there" : "no other folder is chosen");
+  }
 }
 
 TEST_F(StartStory, ClosingTakesWindowsWithIt) {

@@ -56,19 +56,45 @@ Story::Story() {
   for (const auto& line : state_.Take()) before_[line.path] = line.text;
 }
 
+void Story::NoteErrors(const std::function<void()>& action) {
+  ::testing::internal::CaptureStderr();
+  action();
+  for (const std::string& line : Lines(::testing::internal::GetCapturedStderr()))
+    if (line.starts_with("vornalite: ")) Note("error: " + WithoutFolder(line));
+}
+
+std::string Story::WithoutFolder(std::string text) const {
+  for (std::size_t at; (at = text.find(folder.string())) != std::string::npos;)
+    text.replace(at, folder.string().size(), "<folder>");
+  return text;
+}
+
+/// A line for each picture file in the folder, by name: the picture in it, or its size.
+void Story::AddFiles(std::vector<user::StateLine>& lines) const {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (!entry.is_regular_file() || entry.path().extension() != ".png") continue;
+    const auto picture = platform::FolderItem(entry.path()).OpenAsPicture();
+    files["file/" + entry.path().filename().string()] =
+        picture ? user::TextOf(picture) : std::to_string(entry.file_size()) + " bytes";
+  }
+  for (const auto& [path, text] : files) lines.push_back({path, text});
+}
+
 Story::~Story() {
   if (Updating()) std::ofstream(file_) << seen_;
 }
 
 void Story::Stop(const std::string& name) {
   const std::size_t shown = messages.size();
-  const auto lines = state_.Take();  // paints, and what fails in a paint says so
+  auto lines = state_.Take();  // paints, and what fails in a paint says so
+  AddFiles(lines);
   std::map<std::string, std::string> now;
   for (const auto& line : lines) now[line.path] = line.text;
   std::string seen = notes_;
   notes_.clear();
   for (; messagesSeen_ < shown; ++messagesSeen_) {
-    std::string message = messages[messagesSeen_];
+    std::string message = WithoutFolder(messages[messagesSeen_]);
     for (std::size_t at; (at = message.find('\n')) != std::string::npos;) message.replace(at, 1, " / ");
     seen += "message: \"" + message + "\"\n";
   }

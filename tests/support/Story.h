@@ -17,10 +17,15 @@ class Story : public WindowsTest {
   void Stop(const std::string& name);
   /// Adds a line to the next stop, such as a file that was saved.
   void Note(const std::string& line) { notes_ += line + "\n"; }
+  /// Notes what the action writes to standard error.
+  void NoteErrors(const std::function<void()>& action);
   /// Writes the whole state at the first stop.
   void FromNothing() { before_.clear(); }
 
  private:
+  std::string WithoutFolder(std::string text) const;
+  void AddFiles(std::vector<user::StateLine>& lines) const;
+
   std::string file_, kept_, seen_, notes_;
   user::VisibleState state_;
   std::map<std::string, std::string> before_;

@@ -328,7 +328,7 @@ std::vector<Rect> TakeRepaints(Canvas& canvas) {
 
 bool CaptionFits(RectControl& control) {
   const auto* native = dynamic_cast<NativeCaption*>(&control.NeedNative());
-  if (!native) return true;
+  if (!native || native->caption.isEmpty()) return true;
   const QFontMetrics metrics(native->widget->font());
   int lines = 1;
   if (const auto* label = qobject_cast<QLabel*>(native->widget)) lines += static_cast<int>(label->text().count('\n'));

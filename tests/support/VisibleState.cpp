@@ -105,6 +105,13 @@ std::string Shapes(const QImage& image, QRgb ground) {
   return shapes;
 }
 
+std::string TextOf(const QImage& picture) {
+  const QRgb first = picture.pixel(0, 0);
+  const std::string shapes = Shapes(picture, first);
+  return std::to_string(picture.width()) + "x" + std::to_string(picture.height()) + " " + ColorOf(first) +
+         (shapes.empty() ? " throughout" : ", " + shapes);
+}
+
 /// What the screen holds of the window, in device pixels: the image that was last sent there.
 QImage ScreenOf(const QWidget& frame) {
   QPaintDevice* device = frame.backingStore() ? frame.backingStore()->paintDevice() : nullptr;
@@ -215,8 +222,12 @@ class WindowWriter {
     if (frame_.isActiveWindow()) text += " active";
     if (frame_.minimumSize() == frame_.maximumSize()) text += " fixed";
     if (const auto* menus = qobject_cast<QMenuBar*>(bar)) {
+      Line(" limits", std::to_string(window_.MinWidth()) + ".." + std::to_string(window_.MaxWidth()) +
+                          " wide, at least " + std::to_string(window_.MinHeight()) + " high");
       text += ", menus";
-      for (const QAction* action : menus->actions()) text += " " + action->text().remove('&').toStdString();
+      for (QAction* action : menus->actions())
+        text += " " + action->text().remove('&').toStdString() +
+                (frame_.isVisible() && !menus->rect().contains(menus->actionGeometry(action)) ? " CUT OFF" : "");
     }
     Line("", text + Accessible(frame_, frame_.windowTitle()));
   }
@@ -242,6 +253,7 @@ class WindowWriter {
     if (!widget.isVisibleTo(content)) text += " hidden";
     if (!widget.isEnabledTo(content)) text += " disabled";
     if (widget.hasFocus()) text += " focus";
+    if (!CaptionFits(control)) text += " CUT OFF";
     QString caption;
     if (const auto* button = qobject_cast<QAbstractButton*>(&widget)) {
       caption = button->text().remove('&');
@@ -287,16 +299,12 @@ class WindowWriter {
     const bool whole = ratio_ == std::floor(ratio_) || !window_.Native().bar;
     const QImage picture = whole ? screen_.copy(InFrame(widget, ratio_) & screen_.rect())
                                  : ToQImage(canvas.Image()).convertToFormat(QImage::Format_RGB32);
-    std::string text = std::to_string(picture.width()) + "x" + std::to_string(picture.height());
-    const QRgb first = picture.pixel(0, 0);
-    const std::string shapes = Shapes(picture, first);
-    text += " " + ColorOf(first) + (shapes.empty() ? " throughout" : ", " + shapes);
     const Ref<Picture> now = ToPicture(picture);
     Ref<Picture>& before = canvases_[path_ + name];
     std::string change;
     if (before && before->Width() == now->Width() && before->Height() == now->Height()) change = Changes(*before, *now);
     before = now;
-    Line(name, text + PointerOf(widget), change);
+    Line(name, TextOf(picture) + PointerOf(widget), change);
   }
 
   static std::string Changes(Picture& before, Picture& now) {
@@ -336,9 +344,32 @@ class WindowWriter {
     }
     if (view.horizontalHeader()->isVisibleTo(&view)) Line(name + "columns", columns);
     std::string rows = std::to_string(list.ListCount());
-    if (list.ListCount() > 0) rows += ", from " + std::to_string(view.rowAt(0)) + " on";
+    const QRect box = InFrame(*list.NeedNative().widget, ratio_);
+    if (const int first = view.rowAt(0); first >= 0) {
+      rows += ", from " + std::to_string(first) + " on";
+      if (const int above = -view.rowViewportPosition(first); above > 0) rows += ", cut by " + std::to_string(above);
+    } else if (Shapes(screen_.copy(box).copy(box.width() / 4, box.height() / 3, box.width() / 2, box.height() / 3),
+                      0xFFFFFFFFU) != "") {
+      rows += ", a hint in the middle";
+    }
+    if (!IsFramed(box)) rows += " WITHOUT ITS FRAME";
     Line(name + "rows", rows);
     for (int row = 0; row < list.ListCount(); ++row) WriteRow(list, view, row, name + "row " + std::to_string(row));
+  }
+
+  /// Whether a line of one colour is seen at all four sides of the box, whose edges may cut through device pixels.
+  bool IsFramed(const QRect& box) const {
+    const auto colors = [&](const QPoint& outermost, const QPoint& inward) {
+      return std::set<QRgb>{screen_.pixel(outermost), screen_.pixel(outermost + inward)};
+    };
+    const QPoint middle = box.center();
+    std::set<QRgb> everywhere = colors({middle.x(), box.top()}, {0, 1});
+    for (const auto& side : {colors({middle.x(), box.bottom()}, {0, -1}), colors({box.left(), middle.y()}, {1, 0}),
+                             colors({box.right(), middle.y()}, {-1, 0})})
+      std::erase_if(everywhere, [&](QRgb color) { return !side.contains(color); });
+    everywhere.erase(0xFFFFFFFFU);
+    everywhere.erase(screen_.pixel(box.left() - 3, middle.y()));
+    return !everywhere.empty();
   }
 
   void WriteRow(Listbox& list, QTableView& view, int row, const std::string& name) {
@@ -451,6 +482,8 @@ void WriteMenus(std::vector<StateLine>& lines) {
 }
 
 }  // namespace
+
+std::string TextOf(const Ref<Picture>& picture) { return TextOf(ToQImage(picture)); }
 
 bool OnScreen(RectControl& control) { return control.NeedNative().widget->isVisible(); }
 

@@ -21,6 +21,8 @@ struct StateLine {
   std::string change{};  ///< of a canvas: what differs from its picture at the call before
 };
 
+/// Size and pixels of a picture, as in the line of a canvas.
+std::string TextOf(const Ref<Picture>& picture);
 /// Whether the control is shown in a window that is on the screen.
 bool OnScreen(RectControl& control);
 /// How many columns of the bar the screen shows filled, also while a handler runs.
