@@ -63,7 +63,7 @@ class Walk {
   bool Run() {
     for (int step = 0; step < kSteps && WindowCount() > 0; ++step) {
       answering_ = true;
-      user::Post([this] { AnswerPicker(); });
+      user::Later([this] { AnswerPicker(); });
       Step();
       answering_ = false;
       user::ProcessEvents();
@@ -111,7 +111,7 @@ class Walk {
           user::Key(picker, "Escape");
       }
     }
-    user::Post([this] { AnswerPicker(); });
+    user::Later([this] { AnswerPicker(); });
   }
 
   std::vector<RectControl*> ControlsOnScreen() {

@@ -16,11 +16,11 @@ class DrawingStory : public Story {
   void Pick(const std::function<void(WindowSelectColor&)>& act) {
     auto& picker = WindowSelectColor::Instance();
     std::function<void()> whenShown = [&] {
-      if (!picker.Visible()) return user::Post(whenShown);
+      if (!picker.Visible()) return user::Later(whenShown);
       user::ProcessEvents();
       act(picker);
     };
-    user::Post(whenShown);
+    user::Later(whenShown);
     user::Click(main().BB_sel_color);
     EXPECT_FALSE(picker.Visible());
   }

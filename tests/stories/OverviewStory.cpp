@@ -51,6 +51,10 @@ TEST_F(OverviewStory, DropsAreTakenAsFarAsTheyCanBeRead) {
     Note(std::string(name) + (user::WouldAccept(overview(), {PathOf(name)}) ? " is taken" : " is refused"));
   EXPECT_FALSE(user::WouldAccept(overview(), {}));
   EXPECT_FALSE(user::WouldAccept(main(), {Map("a_Fe.tif")}));
+  const std::string longName = "a cluster with <b> a name longer than its column";
+  Drop({Map(longName + " chromium counts of the second run.tif"), Map(longName + " Fe.tif")});
+  CheckRow(0);
+  Stop("names that are too long for their cells");
   Drop({PathOf("gone_Fe.tif"), PathOf("gone_Mg.tif")});
   Stop("no file of the drop is there");
   std::filesystem::create_directory(folder / "folder.tif");
@@ -64,7 +68,7 @@ TEST_F(OverviewStory, DropsAreTakenAsFarAsTheyCanBeRead) {
   std::filesystem::remove(folder / "gone.xray");
   Drop({Map("b_Fe.tif"), Map("b_Mg.tif")});
   Stop("a map file of the list has gone");
-  user::ClickCell(overview().ListBox1, 1, WindowOverview::kSpecies, 40, 8);
+  user::ClickCell(overview().ListBox1, 2, WindowOverview::kSpecies, 40, 8);
   user::Click(overview().PBdeleteselection);
   Stop("its row is deleted");
 }

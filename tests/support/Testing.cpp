@@ -5,22 +5,14 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QMimeData>
-#include <QScrollBar>
-#include <QStyle>
-#include <QStyleOptionButton>
 #include <QTest>
-#include <QTextDocumentFragment>
-#include <QTimer>
 #include <QUrl>
 #include <QWindow>
 #include <algorithm>
 
 #include "platform/qt/NativeCanvas.h"
-#include "platform/qt/NativeCaption.h"
 #include "platform/qt/NativeListbox.h"
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
@@ -110,11 +102,9 @@ bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds) {
   return QTest::qWaitFor(condition, limitMilliseconds);
 }
 
-void Later(const std::function<void()>& step) { QTimer::singleShot(0, qApp, step); }
-
 void Activate(Window& window) {
   window.Native().frame->activateWindow();
-  (void)QTest::qWaitForWindowActive(window.Native().frame.get());
+  (void)QTest::qWaitForWindowActive(window.Native().frame.get(), 500);
   ProcessEvents();
 }
 
@@ -153,18 +143,7 @@ void RightClick(RectControl& control, int x, int y) {
   ProcessEvents();
 }
 
-void PostClick(RectControl& control) {
-  QWindow* handle = HandleOf(WidgetOf(control));
-  if (!handle) return;
-  const QPoint at = InWindow(WidgetOf(control), WidgetOf(control).rect().center());
-  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-    const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-    QCoreApplication::postEvent(handle,
-                                new QMouseEvent(type, at, handle->mapToGlobal(at), Qt::LeftButton, held, Held()));
-  }
-}
-
-void Post(std::function<void()> work) { QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection); }
+void Later(std::function<void()> work) { QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection); }
 
 void ClickCell(Listbox& list, int row, int column, int x, int y) {
   QTableView& table = TableOf(list);
@@ -277,45 +256,11 @@ void HoldKeys(bool shift, bool control, bool option) {
 }
 
 Ref<Picture> Shot(RectControl& control) { return ToPicture(WidgetOf(control).grab().toImage()); }
-Ref<Picture> Shot(Window& window) { return ToPicture(window.Native().content->grab().toImage()); }
-
-Rect CellRect(Listbox& list, int row, int column) {
-  QTableView& table = TableOf(list);
-  const QRect rect = table.visualRect(IndexOf(list, row, column)).translated(table.viewport()->pos());
-  return {rect.x(), rect.y(), rect.width(), rect.height()};
-}
-
-String TipOf(Listbox& list, int row, int column) {
-  const QString tip = IndexOf(list, row, column).data(Qt::ToolTipRole).toString();
-  return FromQString(QTextDocumentFragment::fromHtml(tip).toPlainText());
-}
-
-double PartAbove(Listbox& list) {
-  const QScrollBar& bar = *TableOf(list).verticalScrollBar();
-  return bar.value() / static_cast<double>(bar.maximum() + bar.pageStep());
-}
-
-String DescriptionOf(RectControl& control) {
-  return FromQString(QAccessible::queryAccessibleInterface(&WidgetOf(control))->text(QAccessible::Description));
-}
-
-bool HasCheckBox(const String& itemName) {
-  return Application::Current()->MenuBar()->Item(itemName).NativeItem().action->isCheckable();
-}
-
 void ChangeMenuFont(int pixels) {
   QFont font = QApplication::font();
   font.setPixelSize(pixels);
   QApplication::setFont(font, "QMenuBar");
   ProcessEvents();
-}
-
-bool MenuTitlesFit(Window& window) {
-  const QMenuBar& bar = *window.Native().bar;
-  const auto titles = bar.actions();
-  return std::all_of(titles.begin(), titles.end(), [&](QAction* title) {
-    return bar.actionGeometry(title).isValid() && bar.rect().contains(bar.actionGeometry(title));
-  });
 }
 
 String Clipboard() { return FromQString(QGuiApplication::clipboard()->text()); }
@@ -324,16 +269,6 @@ std::vector<Rect> TakeRepaints(Canvas& canvas) {
   auto& native = static_cast<NativeCanvas&>(canvas.NeedNative());
   native.recording = true;
   return std::exchange(native.repaints, {});
-}
-
-bool CaptionFits(RectControl& control) {
-  const auto* native = dynamic_cast<NativeCaption*>(&control.NeedNative());
-  if (!native || native->caption.isEmpty()) return true;
-  const QFontMetrics metrics(native->widget->font());
-  int lines = 1;
-  if (const auto* label = qobject_cast<QLabel*>(native->widget)) lines += static_cast<int>(label->text().count('\n'));
-  return metrics.horizontalAdvance(native->caption) <= native->place.width - native->besides &&
-         metrics.height() * lines <= native->place.height + 2;
 }
 
 }  // namespace platform::testing

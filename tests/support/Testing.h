@@ -20,9 +20,6 @@ void ProcessEvents();
 /// Runs the event loop until the condition holds; false when it did not within the limit.
 bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds = 5000);
 
-/// Calls `step` from the event loop: the way to act while a modal window holds its caller.
-void Later(const std::function<void()>& step);
-
 void Activate(Window& window);
 void MouseMove(RectControl& control, int x, int y);  ///< no button; enters the control when it was outside
 void MouseLeave(RectControl& control);
@@ -34,10 +31,8 @@ void Click(RectControl& control, int x, int y);
 /// The pixel in the middle of the control, in device pixels of the screen.
 std::pair<int, int> CentreOnScreen(RectControl& control);
 void RightClick(RectControl& control, int x, int y);
-/// Puts a click in the middle of the control into the event loop, to be met by whoever serves it next.
-void PostClick(RectControl& control);
-/// Runs the work when the event loop comes to it, also that of a dialog.
-void Post(std::function<void()> work);
+/// Runs the work when the event loop comes to it, also while a modal window holds its caller.
+void Later(std::function<void()> work);
 void ClickCell(Listbox& list, int row, int column, int x, int y);
 void ClickCellCheck(Listbox& list, int row, int column);
 void ClickHeader(Listbox& list, int column);
@@ -57,28 +52,12 @@ void ChooseMenu(const String& itemName);
 /// Held modifier keys for Keyboard and for the following mouse events.
 void HoldKeys(bool shift, bool control, bool option);
 
-/// What the control, or the content of the window, looks like now.
+/// What the control looks like now.
 Ref<Picture> Shot(RectControl& control);
-Ref<Picture> Shot(Window& window);
-/// The rectangle of a cell relative to the list.
-Rect CellRect(Listbox& list, int row, int column);
-/// The tool tip of a cell, or empty.
-String TipOf(Listbox& list, int row, int column);
-/// What the scroll bar of the list says: the part of all rows that lies above the first pixel shown.
-double PartAbove(Listbox& list);
-/// How assistive technology describes the control.
-String DescriptionOf(RectControl& control);
-/// Whether the item shows a box for its check mark, checked or not.
-bool HasCheckBox(const String& itemName);
 /// Gives menu bars another font, as a platform theme does.
 void ChangeMenuFont(int pixels);
-/// Whether all titles of the window's menu bar are seen in full.
-bool MenuTitlesFit(Window& window);
 /// The text on the clipboard.
 String Clipboard();
 /// The rectangles that were put on the screen from a canvas since the last call.
 std::vector<Rect> TakeRepaints(Canvas& canvas);
-/// Whether all of a control's caption is visible in its place with its font.
-bool CaptionFits(RectControl& control);
-
 }  // namespace platform::testing

@@ -15,6 +15,7 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSlider>
 #include <QStyleOptionButton>
 #include <QTableView>
@@ -110,6 +111,17 @@ std::string TextOf(const QImage& picture) {
   const std::string shapes = Shapes(picture, first);
   return std::to_string(picture.width()) + "x" + std::to_string(picture.height()) + " " + ColorOf(first) +
          (shapes.empty() ? " throughout" : ", " + shapes);
+}
+
+/// Whether all of a control's caption is visible in its place with its font.
+bool CaptionFits(RectControl& control) {
+  const auto* native = dynamic_cast<NativeCaption*>(&control.NeedNative());
+  if (!native || native->caption.isEmpty()) return true;
+  const QFontMetrics metrics(native->widget->font());
+  int lines = 1;
+  if (const auto* label = qobject_cast<QLabel*>(native->widget)) lines += static_cast<int>(label->text().count('\n'));
+  return metrics.horizontalAdvance(native->caption) <= native->place.width - native->besides &&
+         metrics.height() * lines <= native->place.height + 2;
 }
 
 /// What the screen holds of the window, in device pixels: the image that was last sent there.
@@ -348,6 +360,9 @@ class WindowWriter {
     if (const int first = view.rowAt(0); first >= 0) {
       rows += ", from " + std::to_string(first) + " on";
       if (const int above = -view.rowViewportPosition(first); above > 0) rows += ", cut by " + std::to_string(above);
+      const QScrollBar& bar = *view.verticalScrollBar();
+      if (bar.value() > 0)
+        rows += ", bar at " + std::to_string(100 * bar.value() / (bar.maximum() + bar.pageStep())) + " %";
     } else if (Shapes(screen_.copy(box).copy(box.width() / 4, box.height() / 3, box.width() / 2, box.height() / 3),
                       0xFFFFFFFFU) != "") {
       rows += ", a hint in the middle";
@@ -415,8 +430,9 @@ class WindowWriter {
     InstallTextDrawing();
     std::string text;
     for (const DrawnText& drawn : drawnTexts)
-      text += (text.empty() ? "" : " ") + Quoted(QString::fromStdString(drawn.text)) + " " + ColorOf(drawn.color) +
-              " " + PlaceOf(drawn, size, drawn.text == own.toStdString());
+      text += (text.empty() ? "" : " ") +
+              (drawn.text.ends_with("…") ? "cut short" : Quoted(QString::fromStdString(drawn.text))) + " " +
+              ColorOf(drawn.color) + " " + PlaceOf(drawn, size, drawn.text == own.toStdString());
     const QRgb ground = image.pixel(0, 0);
     grounds.insert(ColorOf(ground));
     if (index.data(Qt::CheckStateRole).isValid()) {
