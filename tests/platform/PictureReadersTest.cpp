@@ -62,7 +62,7 @@ TEST(OddFiles, OpenOrFailAsExpected) {
     EXPECT_EQ(Expected().count(entry.path().filename().string()), entry.path().filename() == "expected.txt" ? 0U : 1U)
         << entry.path();
   // Its first bytes are those of a PNG; told to read a PICT, the reader must not be led astray.
-  EXPECT_EQ(Describe(ReadPict(FileContent(OddFolder() / "png-in-the-preamble.pict"))), Expected()["grey.pict"]);
+  EXPECT_EQ(Describe(ReadPict(ByteSource(OddFolder() / "png-in-the-preamble.pict"))), Expected()["grey.pict"]);
   // Opening a pipe must not wait for a writer.
   const Folder folder;
   ASSERT_EQ(mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
@@ -113,8 +113,8 @@ TEST(OddFiles, AreReadNoFurtherThanTheFirstImageAndMayShrinkMeanwhile) {
     ByteSource source(copy);
     std::filesystem::resize_file(copy, 40);  // behind the signatures
     const std::string failure = Describe(ReadPicture(std::move(source)));
-    if (name.ends_with(".pict")) continue;
-    EXPECT_TRUE(failure.starts_with("truncated")) << name << ": " << failure;
+    // Of a PICT the preamble is left.
+    EXPECT_TRUE(failure.starts_with(name.ends_with(".pict") ? "not an image" : "truncated")) << name << ": " << failure;
     std::filesystem::copy_file(OddFolder() / name, copy, std::filesystem::copy_options::overwrite_existing);
     std::filesystem::resize_file(copy, std::uintmax_t{2} << 30);
     const std::int64_t before = BytesRead();

@@ -56,20 +56,21 @@ PixelMap ReadPixelMap(Input& input, bool direct, bool packed) {
 }
 
 /// Fills the row from PackBits data whose runs count units of 1 or 2 bytes. Excess bytes are dropped.
-void Unpack(Input packed, std::size_t unit, std::span<std::uint8_t> row) {
+void Unpack(std::span<const std::uint8_t> packed, std::size_t unit, std::span<std::uint8_t> row) {
   while (!row.empty()) {
-    const int code = packed.Left() > 0 ? packed.Byte() : 0;
+    const int code = packed.empty() ? 0 : packed.front();
+    if (!packed.empty()) packed = packed.subspan(1);
     if (code == 128) continue;
     const bool repeated = code > 128;
     const std::size_t count = static_cast<std::size_t>(repeated ? 257 - code : code + 1) * unit;
-    if (packed.Left() < (repeated ? unit : count))
-      throw ReadFailure("truncated or damaged: a row of the PICT has too few pixels");
-    const auto bytes = packed.Take(repeated ? unit : count);
+    const std::size_t stored = repeated ? unit : count;
+    if (packed.size() < stored) throw ReadFailure("truncated or damaged: a row of the PICT has too few pixels");
     const std::size_t used = std::min(count, row.size());
     if (repeated)
-      for (std::size_t i = 0; i < used; ++i) row[i] = bytes[i & (unit - 1)];
+      for (std::size_t i = 0; i < used; ++i) row[i] = packed[i & (unit - 1)];
     else
-      std::ranges::copy(bytes.first(used), row.begin());
+      std::ranges::copy(packed.first(used), row.begin());
+    packed = packed.subspan(stored);
     row = row.subspan(used);
   }
 }
@@ -82,12 +83,14 @@ class PixelRows {
   std::span<Color> Next();
 
  private:
-  std::span<const std::uint8_t> NextStored();
+  std::span<const std::uint8_t> NextBytes();
+  std::span<const std::uint8_t> Stored(std::size_t count);
   Color Direct(std::span<const std::uint8_t> row, std::size_t x) const;
 
   Input& input_;
   const PixelMap& map_;
   std::array<std::uint8_t, 256> levels5_ = LevelsOfBits(5);
+  std::vector<std::uint8_t> stored_;
   std::vector<std::uint8_t> unpacked_;
   std::vector<Color> colors_;
 };
@@ -104,11 +107,17 @@ PixelRows::PixelRows(Input& input, const PixelMap& map)
   unpacked_.resize(needed);
 }
 
-std::span<const std::uint8_t> PixelRows::NextStored() {
-  if (map_.packing == Packing::kNone) return input_.Take(map_.rowBytes);
-  if (map_.packing == Packing::kNoPadByte) return input_.Take(unpacked_.size());
+std::span<const std::uint8_t> PixelRows::Stored(std::size_t count) {
+  stored_.resize(count);
+  input_.Read(stored_);
+  return stored_;
+}
+
+std::span<const std::uint8_t> PixelRows::NextBytes() {
+  if (map_.packing == Packing::kNone) return Stored(map_.rowBytes);
+  if (map_.packing == Packing::kNoPadByte) return Stored(unpacked_.size());
   const std::size_t count = map_.rowBytes > kLongestRowOfByteCount ? input_.Word() : input_.Byte();
-  Unpack(Input(input_.Take(count)), map_.packing == Packing::kWords ? 2 : 1, unpacked_);
+  Unpack(Stored(count), map_.packing == Packing::kWords ? 2 : 1, unpacked_);
   return unpacked_;
 }
 
@@ -130,7 +139,7 @@ Color PixelRows::Direct(std::span<const std::uint8_t> row, std::size_t x) const 
 }
 
 std::span<Color> PixelRows::Next() {
-  const auto row = NextStored();
+  const auto row = NextBytes();
   if (map_.depth == 32) {
     for (std::size_t x = 0; x < colors_.size(); ++x) colors_[x] = Direct(row, x);
   } else if (map_.depth == 16) {
