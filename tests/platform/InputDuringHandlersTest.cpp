@@ -95,12 +95,22 @@ class InputDuringHandlers : public ::testing::Test {
     refreshUntil(milliseconds);
     stalled = std::chrono::steady_clock::now() > begin + std::chrono::milliseconds(milliseconds + 250);
   }
+  /// Starts over if the machine stalled: the short handler may have become a long one.
   void ExpectAllKept() {
-    Click(board.work);
-    // No other event comes that could wake up the event loop.
-    const bool kept = user::WaitUntil([&] { return board.happened == "()aob"; });
-    if (stalled) GTEST_SKIP() << "the machine is too busy";
-    EXPECT_TRUE(kept) << board.happened;
+    for (int attempt = 0; attempt < 20; ++attempt) {
+      Click(board.work);
+      EXPECT_TRUE(user::WaitUntil([&] { return board.happened.find(')') != std::string::npos; }));
+      if (!stalled) {
+        // No other event comes that could wake up the event loop.
+        EXPECT_TRUE(user::WaitUntil([&] { return board.happened == "()aob"; })) << board.happened;
+        return;
+      }
+      Key(XK_z);  // comes after all other input
+      EXPECT_TRUE(user::WaitUntil([&] { return board.happened.find('z') != std::string::npos; }));
+      board.happened.clear();
+      board.disabled.Enabled(true);
+    }
+    FAIL() << "the machine stalled every time";
   }
   void ExpectAllDropped() {
     Click(board.work);
@@ -112,7 +122,7 @@ class InputDuringHandlers : public ::testing::Test {
 
   Display* display;
   Board& board;
-  bool stalled = false;  ///< the machine was so busy that a short handler may have become a long one
+  bool stalled = false;  ///< the last WorkUnderInput took much longer than it should
 };
 
 TEST_F(InputDuringHandlers, WaitsForTheEndOfAShortOne) {
