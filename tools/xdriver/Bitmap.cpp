@@ -10,14 +10,15 @@
 
 namespace xdriver {
 
-Bitmap Shoot(XScreen& screen, const Place& place) {
-  const Place whole = PlaceOf(screen, screen.Root());
-  const int x0 = std::max(place.x, 0), y0 = std::max(place.y, 0);
-  const int x1 = std::min(place.x + place.width, whole.width), y1 = std::min(place.y + place.height, whole.height);
-  if (x0 >= x1 || y0 >= y1) throw Impossible("that place is off the screen");
+Bitmap Shoot(XScreen& screen, const Area& area) {
+  const Area whole = AreaOf(screen, screen.Root());
+  const int x0 = std::max(area.x, 0), y0 = std::max(area.y, 0);
+  const int x1 = std::min(area.x + area.width, whole.width), y1 = std::min(area.y + area.height, whole.height);
+  if (x0 >= x1 || y0 >= y1) throw Impossible("that area is off the screen");
   XImage* image = XGetImage(screen.X(), screen.Root(), x0, y0, static_cast<unsigned>(x1 - x0),
                             static_cast<unsigned>(y1 - y0), AllPlanes, ZPixmap);
-  if (!image || image->red_mask != 0xFF0000 || image->blue_mask != 0xFF) throw Impossible("no screen of 24 bits");
+  if (!image || image->red_mask != 0xFF0000 || image->blue_mask != 0xFF)
+    throw Impossible("the screen does not have 24 bits a pixel");
   Bitmap shot{image->width, image->height, {}};
   shot.bytes.reserve(static_cast<std::size_t>(image->width) * static_cast<std::size_t>(image->height) * 3);
   for (int y = 0; y < image->height; ++y)
@@ -78,10 +79,10 @@ void ReportDifference(const Bitmap& shown, const Bitmap& wanted) {
                shown.height, wanted.width, wanted.height, count, x, y);
 }
 
-bool AwaitFrames(XScreen& screen, Window window, const Place& inside, int count, double limit) {
+bool AwaitFrames(XScreen& screen, Window window, const Area& inside, int count, double limit) {
   const auto shoot = [&] {
-    const Place place = PlaceOf(screen, window);
-    return Shoot(screen, {place.x + inside.x, place.y + inside.y, inside.width, inside.height});
+    const Area area = AreaOf(screen, window);
+    return Shoot(screen, {area.x + inside.x, area.y + inside.y, inside.width, inside.height});
   };
   Bitmap last = shoot();
   std::puts("watching");

@@ -41,19 +41,19 @@ bool DragSource::DragTo(Window target, int x, int y) {
   AwaitOnTop(screen_, target, x, y);
   MakeWindow(x, y);
   TakePointer();
-  const bool willing = Approach(target, x, y);
+  const bool accepted = Approach(target, x, y);
   Button(screen_, 1, false);
   if (!WaitFor([&](XEvent& event) { return event.type == ButtonRelease && (time_ = event.xbutton.time, true); }, 5))
-    throw Impossible("the drag was not released");
+    throw Impossible("the release of the button did not arrive");
   XUngrabPointer(screen_.X(), time_);
-  if (!willing) {
-    Tell(target, "XdndLeave", {});
+  if (!accepted) {
+    Send(target, "XdndLeave", {});
     XSync(screen_.X(), False);
     return false;
   }
-  Tell(target, "XdndDrop", {0, time_});
+  Send(target, "XdndDrop", {0, time_});
   bool taken = false;
-  constexpr double kLongestDrop = 120;  // seconds; the target answers when it has handled the drop
+  constexpr double kLongestDrop = 120;  // seconds; the target replies when it has handled the drop
   const bool finished = WaitFor(
       [&](XEvent& event) {
         if (!IsMessage(event, "XdndFinished")) return false;
@@ -65,21 +65,21 @@ bool DragSource::DragTo(Window target, int x, int y) {
 }
 
 bool DragSource::Accepted(Window target, double limit) {
-  const Place place = PlaceOf(screen_, target);
-  const int x = place.x + place.width / 2, y = place.y + place.height / 2;
+  const Area area = AreaOf(screen_, target);
+  const int x = area.x + area.width / 2, y = area.y + area.height / 2;
   if (!window_) {
     MakeWindow(x, y);
     XSetSelectionOwner(screen_.X(), screen_.Named("XdndSelection"), window_, CurrentTime);
   }
   Enter(target);
-  const bool willing = Over(target, x, y, limit);
-  Tell(target, "XdndLeave", {});
-  return willing;
+  const bool accepted = Over(target, x, y, limit);
+  Send(target, "XdndLeave", {});
+  return accepted;
 }
 
 void DragSource::MakeWindow(int targetX, int targetY) {
   constexpr int kSize = 8;
-  const Place whole = PlaceOf(screen_, screen_.Root());
+  const Area whole = AreaOf(screen_, screen_.Root());
   corner_ = {targetX > whole.width / 2 ? 0 : whole.width - kSize, targetY > whole.height / 2 ? 0 : whole.height - kSize,
              kSize, kSize};
   XSetWindowAttributes attributes{};
@@ -99,7 +99,7 @@ void DragSource::TakePointer() {
   const auto pressed = [&](XEvent& event) { return event.type == ButtonPress && (time_ = event.xbutton.time, true); };
   if (!WaitFor(pressed, 5)) {
     Button(screen_, 1, false);
-    throw Impossible("something else holds the pointer");
+    throw Impossible("another program has grabbed the pointer");
   }
   XSetSelectionOwner(screen_.X(), screen_.Named("XdndSelection"), window_, time_);
   XGrabPointer(screen_.X(), window_, False, ButtonReleaseMask | PointerMotionMask, GrabModeAsync, GrabModeAsync, 0, 0,
@@ -109,37 +109,37 @@ void DragSource::TakePointer() {
 bool DragSource::Approach(Window target, int x, int y) {
   constexpr double kLimit = 30;  // seconds
   Enter(target);
-  bool willing = false;
+  bool accepted = false;
   for (const int away : {3, 1, 0}) {
     MoveTo(screen_, x - away, y);
-    willing = Over(target, x - away, y, kLimit);
+    accepted = Over(target, x - away, y, kLimit);
   }
-  return willing;
+  return accepted;
 }
 
 void DragSource::Enter(Window target) {
   constexpr unsigned long kVersion = 5;
   const auto aware = screen_.Numbers(target, "XdndAware");
-  if (aware.empty()) throw Impossible("the window takes no drops");
-  Tell(target, "XdndEnter", {std::min(kVersion, aware[0]) << 24, screen_.Named("text/uri-list")});
+  if (aware.empty()) throw Impossible("the window does not accept drops");
+  Send(target, "XdndEnter", {std::min(kVersion, aware[0]) << 24, screen_.Named("text/uri-list")});
 }
 
 bool DragSource::Over(Window target, int x, int y, double limit) {
-  Tell(
+  Send(
       target, "XdndPosition",
       {0, static_cast<unsigned long>(x) << 16 | static_cast<unsigned long>(y), time_, screen_.Named("XdndActionCopy")});
-  bool willing = false;
+  bool accepted = false;
   WaitFor(
       [&](XEvent& event) {
         if (!IsMessage(event, "XdndStatus")) return false;
-        willing = event.xclient.data.l[1] & 1;
+        accepted = event.xclient.data.l[1] & 1;
         return true;
       },
       limit);
-  return willing;
+  return accepted;
 }
 
-void DragSource::Tell(Window target, const std::string& type, std::vector<unsigned long> data) {
+void DragSource::Send(Window target, const std::string& type, std::vector<unsigned long> data) {
   data.insert(data.begin(), window_);
   screen_.Send(target, target, type, std::move(data));
 }

@@ -22,17 +22,17 @@ void Button(XScreen& screen, unsigned button, bool down) {
   XTestFakeButtonEvent(screen.X(), button, down, CurrentTime);
 }
 
-// Time and position of the last press are kept at the root window, for the next call.
+// A property of the root window holds the time and position of the last press, for the next call of the program.
 void Press(XScreen& screen, unsigned button, int x, int y) {
-  constexpr unsigned long kApart = 500;  // milliseconds; longer than the double-click time of any toolkit's default
-  constexpr int kFar = 20;               // pixels; farther than any toolkit lets the halves of a double click be
+  constexpr unsigned long kApart = 500;  // milliseconds; longer than any toolkit's default double-click time
+  constexpr int kFar = 20;               // pixels; farther than any toolkit allows between two clicks of a double click
   const auto now = [] {
     return static_cast<unsigned long>(
                std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now().time_since_epoch()).count()) &
            0x7FFFFFFF;
   };
   const auto last = screen.Numbers(screen.Root(), "_XDRIVER_LAST_PRESS");
-  const auto far = [](unsigned long before, int place) { return std::abs(static_cast<int>(before) - place) > kFar; };
+  const auto far = [](unsigned long before, int here) { return std::abs(static_cast<int>(before) - here) > kFar; };
   if (last.size() == 3 && now() >= last[0] && now() - last[0] < kApart && !far(last[1], x) && !far(last[2], y))
     std::this_thread::sleep_for(std::chrono::milliseconds(kApart - (now() - last[0])));
   MoveTo(screen, x, y);
@@ -42,7 +42,7 @@ void Press(XScreen& screen, unsigned button, int x, int y) {
                     {now(), static_cast<unsigned long>(x), static_cast<unsigned long>(y)});
 }
 
-KeyPlace FindKey(XScreen& screen, const std::string& key) {
+FoundKey FindKey(XScreen& screen, const std::string& key) {
   static const std::map<std::string, const char*> kShort = {
       {"Control", "Control_L"}, {"Shift", "Shift_L"}, {"Alt", "Alt_L"}, {"Meta", "Super_L"}};
   const auto found = kShort.find(key);
@@ -67,21 +67,21 @@ std::vector<std::string> KeysOf(const std::string& combination) {
   return keys;
 }
 
-Held::Held(XScreen& screen, const std::vector<std::string>& keys) : screen_(screen) {
+HeldKeys::HeldKeys(XScreen& screen, const std::vector<std::string>& keys) : screen_(screen) {
   for (const std::string& key : keys) codes_.push_back(FindKey(screen, key).code);
   for (const KeyCode code : codes_) Key(screen_, code, true);
 }
 
-Held::~Held() {
+HeldKeys::~HeldKeys() {
   for (auto code = codes_.rbegin(); code != codes_.rend(); ++code) Key(screen_, *code, false);
 }
 
 void PressCombination(XScreen& screen, const std::string& combination) {
   std::vector<std::string> keys = KeysOf(combination);
-  const KeyPlace last = FindKey(screen, keys.back());
+  const FoundKey last = FindKey(screen, keys.back());
   keys.pop_back();
   if (last.shifted && std::find(keys.begin(), keys.end(), "Shift") == keys.end()) keys.push_back("Shift");
-  const Held held(screen, keys);
+  const HeldKeys held(screen, keys);
   Key(screen, last.code, true);
   Key(screen, last.code, false);
 }

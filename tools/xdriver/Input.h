@@ -10,39 +10,39 @@ namespace xdriver {
 /// Moves the pointer to the position on the screen.
 void MoveTo(XScreen& screen, int x, int y);
 
-/// Presses or releases a button of the pointer, where that is. As for keys, the request goes out with the next one that
-/// waits, so that the halves of a click or of a double click come together, however busy the machine is.
+/// Presses or releases a button at the pointer. Like that of a key, the request is sent with the next one that is
+/// flushed, so that all presses and releases of a double click arrive together, however busy the machine is.
 void Button(XScreen& screen, unsigned button, bool down);
 
-/// Moves the pointer to the position on the screen and presses the button there; later if the press could be taken for
-/// the second half of a double click, with one of an earlier call as the first.
+/// Moves the pointer to the position on the screen and presses the button there. Waits before if this could make a
+/// double click with the last press of an earlier call.
 void Press(XScreen& screen, unsigned button, int x, int y);
 
-/// The key that bears the symbol, and whether it does so only together with Shift.
-struct KeyPlace {
+/// The key of a symbol, and whether that needs Shift.
+struct FoundKey {
   KeyCode code = 0;
   bool shifted = false;
 };
 
 /// Finds "s", "Return" or "Control"; throws Impossible if the keyboard has no such key.
-KeyPlace FindKey(XScreen& screen, const std::string& key);
+FoundKey FindKey(XScreen& screen, const std::string& key);
 
 /// Presses or releases a key.
 void Key(XScreen& screen, KeyCode code, bool down);
 
-/// "Control+Shift+s" as its keys.
+/// Splits "Control+Shift+s" into its keys.
 std::vector<std::string> KeysOf(const std::string& combination);
 
-/// Presses and releases "Control+Shift+s", with Shift also where the last symbol needs it.
+/// Presses and releases "Control+Shift+s", adding Shift if the last symbol needs it.
 void PressCombination(XScreen& screen, const std::string& combination);
 
-/// Keys that stay down as long as this lives.
-class Held {
+/// Holds keys down for its lifetime.
+class HeldKeys {
  public:
-  Held(XScreen& screen, const std::vector<std::string>& keys);
-  ~Held();
-  Held(const Held&) = delete;
-  Held& operator=(const Held&) = delete;
+  HeldKeys(XScreen& screen, const std::vector<std::string>& keys);
+  ~HeldKeys();
+  HeldKeys(const HeldKeys&) = delete;
+  HeldKeys& operator=(const HeldKeys&) = delete;
 
  private:
   XScreen& screen_;

@@ -26,20 +26,20 @@ Window NeedWindow(XScreen& screen, const std::string& title) {
   return window;
 }
 
-Place PlaceOf(XScreen& screen, Window window) {
-  Place place;
+Area AreaOf(XScreen& screen, Window window) {
+  Area area;
   XWindowAttributes attributes;
   Window child;
   if (!XGetWindowAttributes(screen.X(), window, &attributes)) throw Impossible("the window vanished");
-  XTranslateCoordinates(screen.X(), window, screen.Root(), 0, 0, &place.x, &place.y, &child);
-  place.width = attributes.width;
-  place.height = attributes.height;
-  return place;
+  XTranslateCoordinates(screen.X(), window, screen.Root(), 0, 0, &area.x, &area.y, &child);
+  area.width = attributes.width;
+  area.height = attributes.height;
+  return area;
 }
 
 namespace {
 
-/// Whether the position shows the window, or a frame around it with nothing else on top.
+/// Whether the window is on top at the position.
 bool IsOnTop(XScreen& screen, Window window, int x, int y) {
   for (Window at = screen.Root(); at != 0;) {
     if (at == window) return true;
@@ -51,7 +51,7 @@ bool IsOnTop(XScreen& screen, Window window, int x, int y) {
   return false;
 }
 
-/// Asks the window manager for something about the window.
+/// Sends the window manager a request about the window.
 void AskManager(XScreen& screen, Window window, const std::string& type, const std::vector<unsigned long>& data) {
   screen.Send(screen.Root(), window, type, data, SubstructureRedirectMask | SubstructureNotifyMask);
 }
@@ -70,7 +70,7 @@ bool Activate(XScreen& screen, Window window) {
       [&] { return screen.Numbers(screen.Root(), "_NET_ACTIVE_WINDOW") == std::vector<unsigned long>{window}; }, 30);
 }
 
-// The window manager keeps the content where it is told, whatever the frame around it.
+// Static gravity makes this the position of the content, whatever the frame around it.
 bool Put(XScreen& screen, Window window, int x, int y) {
   constexpr unsigned long kStaticGravity = 10, kHasX = 1 << 8, kHasY = 1 << 9, kFromPager = 2 << 12;
   AskManager(
@@ -78,8 +78,8 @@ bool Put(XScreen& screen, Window window, int x, int y) {
       {kStaticGravity | kHasX | kHasY | kFromPager, static_cast<unsigned long>(x), static_cast<unsigned long>(y)});
   return WaitUntil(
       [&] {
-        const Place place = PlaceOf(screen, window);
-        return place.x == x && place.y == y;
+        const Area area = AreaOf(screen, window);
+        return area.x == x && area.y == y;
       },
       30);
 }
@@ -95,7 +95,7 @@ bool Ping(XScreen& screen, Window window, double limit) {
   return screen.WaitForEvent(answered, limit);
 }
 
-// The window manager replies to a question about the frame of a window that is not on the screen by setting a property.
+// The window manager replies to a request for the frame extents of an unmapped window by setting a property.
 bool AwaitManager(XScreen& screen, double limit) {
   const Window window = XCreateSimpleWindow(screen.X(), screen.Root(), 0, 0, 1, 1, 0, 0, 0);
   XSelectInput(screen.X(), window, PropertyChangeMask);

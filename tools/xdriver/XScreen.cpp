@@ -9,7 +9,7 @@ namespace xdriver {
 
 XScreen::XScreen() : display_(XOpenDisplay(nullptr)) {
   if (!display_) throw Impossible("no display");
-  // A window may vanish between two requests about it; the requests fail then and nothing else does.
+  // A window may vanish between two requests about it; then those fail, and the program continues.
   XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
   root_ = DefaultRootWindow(display_);
 }

@@ -14,12 +14,12 @@ namespace xdriver {
 using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
-/// What cannot be tried: no display, no such window, no such key.
+/// An action that cannot be attempted: no display, no such window, no such key.
 struct Impossible : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// A connection to the display with the small change that all actions need.
+/// A connection to the display, with its properties and messages.
 class XScreen {
  public:
   /// Throws Impossible if there is no display.
@@ -31,7 +31,7 @@ class XScreen {
   Display* X() const { return display_; }
   Window Root() const { return root_; }
 
-  /// The atom of that name, made if there is none.
+  /// The atom of that name, created if there is none.
   Atom Named(const std::string& name);
 
   /// The items of a property of 32-bit format (windows, atoms, numbers); empty if there is none.
@@ -40,13 +40,13 @@ class XScreen {
   /// Replaces a property by items of 32 bits.
   void SetNumbers(Window window, Atom property, Atom type, const std::vector<unsigned long>& numbers);
 
-  /// The title that the window bears; empty if it has none.
+  /// The window's title; empty if it has none.
   std::string Title(Window window);
 
   /// Sends a message about `window` to `destination`; `data` holds up to five items of 32 bits.
   void Send(Window destination, Window window, const std::string& type, std::vector<unsigned long> data, long mask = 0);
 
-  /// Hands events to `wanted` until it takes one; false if it took none within the limit in seconds.
+  /// Passes events to `wanted` until it returns true; false after the limit in seconds.
   bool WaitForEvent(const std::function<bool(XEvent&)>& wanted, double limit);
 
  private:
@@ -55,8 +55,7 @@ class XScreen {
   std::map<std::string, Atom> atoms_;
 };
 
-/// Asks for the condition time and again, with a pause in between; false if it did not hold within the limit in
-/// seconds. It is asked at least once.
+/// Polls the condition, at least once, with a pause in between; false if it did not hold within the limit in seconds.
 bool WaitUntil(const std::function<bool()>& condition, double limit,
                std::chrono::milliseconds pause = std::chrono::milliseconds(10));
 
