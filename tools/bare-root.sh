@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # bare-root.sh FOLDER [COMMAND...]: checks that the commands (by default ./run and ./test) of a fresh clone of this
-# repository work on a bare Debian 12. It makes two roots by debootstrap that hold nothing else, one for root and one
-# for a user with sudo, and runs all commands in each, first with a network, then once more without.
-# Needs root, debootstrap and git; on two cores it takes about an hour. FOLDER keeps the roots, the logs, and for the
-# next time the downloaded packages and compiled objects (remove FOLDER/ccache for a cold build).
+# repository work on a bare Debian 12. Makes two minimal roots by debootstrap, one for root and one for a user with
+# sudo, and runs all commands in each, first with a network, then again without. Needs root, debootstrap and git; on two
+# cores it takes about an hour. FOLDER receives the roots and the logs, and caches packages and compiled objects for the
+# next run (remove FOLDER/ccache for a cold build).
 set -euo pipefail
 usage="usage: bare-root.sh FOLDER [COMMAND...]"
 [[ $# -gt 0 ]] || { echo "$usage" >&2; exit 2; }
@@ -16,7 +16,7 @@ commands=("$@")
 
 say() { echo "$(date +%T) $*"; }
 
-# enter ROOT USER NETWORK COMMAND: runs a command of the shell in a root. Its processes and mounts end with it.
+# enter ROOT USER NETWORK COMMAND: runs a shell command in a root; its processes and mounts end with it.
 enter() {
   local isolation=(--mount --pid --fork --kill-child --ipc)
   [[ $3 == yes ]] || isolation+=(--net)

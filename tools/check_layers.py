@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Checks that includes follow the layers of the house (docs/house.md): a folder includes only the folders that ALLOWED
-names for it. Prints each breach and exits with 1 if there is one. Checks the tree that it is part of, or the one given."""
+"""Checks that includes follow the layers (docs/house.md): a folder includes only the folders that ALLOWED lists for it.
+Prints each breach and exits with 1 if there is one. Checks the tree that it is part of, or the one given."""
 import os
 import re
 import sys
@@ -20,11 +20,11 @@ ALLOWED = {
     "output": PLATFORM + ["appcore", "catalogue", "composite", "mainwindow"],
     "appcore": PLATFORM + ["catalogue", "stack", "mainwindow", "composite", "output"],
 }
-# Above the arithmetic, which is the files that a room's CMakeLists.txt gives to vornalite_arithmetic.
+# What arithmetic, the files that a CMakeLists.txt passes to vornalite_arithmetic, may not include even indirectly.
 ABOVE_ARITHMETIC = ("platform/widgets/", "platform/qt/", "appcore/")
-# The toolkit and the decoders may be named by the implementation files of platform/, and where tests and benchmarks
-# compare with them. The driver for X servers keeps screenshots with libpng, so that it shares nothing with the readers
-# that it helps to test.
+# The toolkit and the decoders may be included by the implementation files of platform/, and by tests and benchmarks
+# that compare with them. xdriver stores screenshots with libpng itself, so that it shares no code with the readers that
+# it helps to test.
 TOOLKIT = re.compile(r"^(Q[A-Za-z]|qt?[a-z]*\.h|private/q|qpa/|tiff|png|xcb/)")
 TOOLKIT_FOLDERS = ("platform/", "tests/platform/", "tests/support/", "bench/")
 X11 = re.compile(r"^X11/")
@@ -88,24 +88,24 @@ def check(root):
             target = os.path.dirname(header)
             if (TOOLKIT.match(header) and DRIVER.get(path) != header
                     and (public_header or not path.startswith(TOOLKIT_FOLDERS))):
-                breaches.append(f"{path}: includes {header}; only implementation files of platform/ name the toolkit")
+                breaches.append(f"{path}: includes {header}; only implementation files of platform/ may")
             if X11.match(header) and not path.startswith(X11_FOLDERS):
                 breaches.append(f"{path}: includes {header}")
             if quoted and header not in tree and not FOREIGN.search(header) and not TOOLKIT.match(header):
-                breaches.append(f"{path}: includes {header}, which is no path from the top of the tree")
+                breaches.append(f"{path}: includes {header}, which is not a path from the top of the tree")
             if quoted and header in tree and folder in ALLOWED and target not in [folder] + ALLOWED[folder]:
                 breaches.append(f"{path}: includes {header}; {folder}/ may not include {target}/")
             if header.startswith("platform/qt/") and not path.startswith(("platform/qt/", "tests/support/")):
-                breaches.append(f"{path}: includes {header}; only platform/qt/ and the testing hooks know it")
+                breaches.append(f"{path}: includes {header}; only platform/qt/ and tests/support/ may")
             if path in windows and header in windows:
-                breaches.append(f"{path}: includes {header}; windows know one another in .cpp files only")
+                breaches.append(f"{path}: includes {header}; a window's header may not include another's")
         if folder not in ALLOWED and path.startswith("platform/"):
             breaches.append(f"{path}: {folder}/ is missing in ALLOWED of tools/check_layers.py")
 
     for path in sorted(arithmetic_files(root, tree)):
         for header, parent in sorted(reached(tree, path).items()):
             if header in windows or header.startswith(ABOVE_ARITHMETIC):
-                breaches.append(f"{path}: reaches {header} through {parent}; arithmetic knows no widget and no window")
+                breaches.append(f"{path}: reaches {header} through {parent}; arithmetic may not use widgets or windows")
     return breaches
 
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # check_sources.sh [--all]: checks the shell scripts by shellcheck, the layout of the C++ sources by clang-format, and
-# the program's own sources by clang-tidy, which takes long: those that differ from what has been pushed, or all. Needs
-# the configured preset `ci`.
+# the program's own sources by clang-tidy, which is slow: those that differ from what has been pushed, or all. Needs the
+# configured preset `ci`.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/steps.sh
@@ -15,7 +15,7 @@ mapfile -t sources < <(find "${program[@]}" bench fuzz tests -name '*.cpp' -o -n
 say "checking the layout of ${#sources[@]} sources"
 clang-format --dry-run --Werror "${sources[@]}"
 
-# The changed sources, and those that include a changed header themselves.
+# The changed sources, and those that include a changed header directly.
 changed() {
   local pushed file
   pushed=$(git merge-base HEAD '@{upstream}' 2>/dev/null) || return 0 # no repository, nothing to compare with

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# headless-scenario.sh BINARY FOLDER: uses the whole program with the samples as a person would, on the present display,
-# and leaves pictures of the windows in the folder and what the program saved in its folder `saved`. Prints each step;
-# ends with status 1 when something is not as it should be. The guide's pictures are made by
+# headless-scenario.sh BINARY FOLDER: drives the program with the samples through most of its features, on the current
+# display. Leaves screenshots in FOLDER and the pictures that the program saved in FOLDER/saved. Prints each step; exits
+# with 1 if a check fails. The guide's pictures are made by
 #   env -u DISPLAY ./run && cp out/{main,overview,drawing,composite,desktop}.png docs/pictures/
 set -euo pipefail
 binary=$(readlink -f "$1")
@@ -42,7 +42,7 @@ map_changes smoothed
 press Up
 map_shows "$private/smoothed.png"
 
-step "circles as the cursor"
+step "choose the circle cursor"
 push BBcursorCircles
 map move 150 100
 map_changes smoothed
@@ -127,7 +127,7 @@ for name in "garnet_A_(Al)" "garnet_A_(Al)_02"; do
 done
 count=("$saved"/*)
 [[ ${#count[@]} == 4 ]] || fail "${#count[@]} files saved"
-# Saved is what is shown without the drawing.
+# A saved picture is what is shown without the drawing.
 push CB_ShowDrawing
 map_shows "$saved/garnet_A_(Al).png"
 map_shows "$saved/garnet_A_(Al)_02.png"

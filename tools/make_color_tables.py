@@ -13,8 +13,8 @@ it passes through its hues at full strength and never through the grey that lies
 import argparse
 import colorsys
 import pathlib
-import struct
-import zlib
+
+from image_files import write_png
 
 FIXED_ENTRIES = (1, 64, 128, 192, 254)
 OUTPUT = pathlib.Path(__file__).resolve().parent.parent / "stack" / "ColorTablesData.inc"
@@ -153,7 +153,7 @@ def tables():
         0xAD5EFF, 0x5EC3FF, 0x5EFF86, 0xEDFF5E, 0xFF615E)
     yield "17 Rainbow-Reduced Green", hsv(
         0x400078, 0x0036D9, 0x00D6E1, 0xC4A200, 0xF80000,
-        # The greens take half the room of their neighbours, and a part of their strength.
+        # The greens take half the width of their neighbours and are weaker.
         more={144: (170, 1, free), 156: (118, 0.62, 218), 168: (70, 1, free)})
     yield "18 Rainbow-Squeezed", hsv(
         0xB800FF, 0x000BFF, 0x1BFE00, 0xFF7000, 0xFF0000)
@@ -166,7 +166,7 @@ def tables():
 
 
 def data_lines():
-    """Each line: name, a white mark, the entries 1..254, a black mark."""
+    """Each line: name, white, the entries 1..254, black."""
     for name, table in tables():
         yield name, ",".join([name, str(0xFFFFFF)] + [str(table[i]) for i in range(1, 255)] + ["0"])
 
@@ -186,14 +186,9 @@ def write_data():
 def write_picture(path, scale=4, height=26, gap=4):
     rows = []
     for _, table in tables():
-        row = b"\0" + b"".join(bytes(components(table[i])) * scale for i in range(1, 255))
-        rows += [row] * height + [b"\0" + b"\x80" * (254 * scale * 3)] * gap
-
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-
-    path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", 254 * scale, len(rows), 8, 2, 0, 0, 0))
-                     + chunk(b"IDAT", zlib.compress(b"".join(rows))) + chunk(b"IEND", b""))
+        row = b"".join(bytes(components(table[i])) * scale for i in range(1, 255))
+        rows += [row] * height + [b"\x80" * len(row)] * gap
+    write_png(path, 254 * scale, len(rows), 3, b"".join(rows))
 
 
 if __name__ == "__main__":

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes tests/odd: small picture files of kinds that readers get wrong, each named after what is odd about it.
+"""Writes the test corpus tests/odd: small malformed or unusual image files, each named after what is unusual about it.
 
     tools/make_odd_pictures.py tests/odd
 
@@ -10,7 +10,7 @@ whose names begin with a program's name were made by that program from rgb.tif o
     imagemagick-palette-alpha.tif    convert rgb.tif -alpha set -channel A -evaluate set 50% -type PaletteAlpha
     graphicsmagick-float-24-bits.tif gm convert -define tiff:sample-format=ieeefp -define tiff:bits-per-sample=24
     libtiff-rgb-no-photometric.tif   tiffset -u 262
-    imagemagick*.pict                convert; those of a number of columns from the first rows of such a map
+    imagemagick*.pict                convert
     netpbm.pict                      ppmtopict
     netpbm-os2.bmp                   ppmtobmp -os2
     netpbm-interlaced.gif            ppmtogif -interlace
@@ -37,7 +37,7 @@ V1hZWmNkZWZnaGlqc3R1dnd4eXqDhIWGh4iJipKTlJWWl5iZmqKjpKWmp6ipqrKztLW2t7i5usLDxMXG
 4+Tl5ufo6erx8vP09fb3+Pn6/9oACAEBAAA/APhSv2rr/9k=""")
 
 
-# Headers of processes that few decoders know; the data behind them is that of JPEG.
+# The same data under the headers of coding processes that few decoders support.
 LOSSLESS_JPEG = JPEG.replace(b"\xff\xc0\0\x0b\x08", b"\xff\xc3\0\x0b\x08")
 JPEG_OF_12_BITS = JPEG.replace(b"\xff\xc0\0\x0b\x08", b"\xff\xc1\0\x0b\x0c")
 
@@ -82,7 +82,7 @@ def packed_bits(numbers, bits):
 
 
 def lzw(data):
-    """LZW of TIFF without any compression: every byte its own code, the table cleared before codes grow to 10 bits."""
+    """TIFF's LZW without any compression: a code for each byte, the table cleared before codes grow to 10 bits."""
     codes = []
     for i in range(0, len(data), 200):
         codes += [256] + list(data[i:i + 200])
@@ -107,7 +107,7 @@ def bmp(width, height, bits, palette, data, compression=0):
 
 
 def bmp_with_masks(width, height, bits, masks, data, header_size):
-    """`masks` stand behind a header of 40 bytes and are a part of a larger one."""
+    """`masks` follow a header of 40 bytes; a larger header contains them."""
     after = struct.pack("<%dI" % len(masks), *masks)
     offset = 54 + len(after)
     return (struct.pack("<2sIHHI", b"BM", offset + len(data), 0, 0, offset)
@@ -205,7 +205,7 @@ def odd_pictures():
     yield "turned-right.tif", tiff(bytes8, width, height, 8, t274=6)
     yield "directory-follows-itself.tif", tiff(bytes8, width, height, 8, next_directory="itself")
 
-    # Headers that lie.
+    # Headers with wrong values.
     yield "lies-60000-x-60000.tif", tiff(bytes8, 60000, 60000, 8)
     yield "lies-30000-x-30000-deflate.tif", tiff(zlib.compress(bytes8), 30000, 30000, 8, t259=8)
     yield "lies-30000-x-30000-lzma.tif", tiff(bytes8, 30000, 30000, 8, t259=34925)

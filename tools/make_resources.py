@@ -13,7 +13,7 @@ FOLDER = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))
 
 BLACK, WHITE = (0, 0, 0), (255, 255, 255)
 
-# Icons of 18 by 18. '#' is black, 'o' is white that belongs to the picture, '.' is white that the mask hides.
+# Icons of 18 by 18. '#' is black, 'o' is visible white, '.' is white that the mask hides.
 X_ICON = """
 ..................
 ..................
@@ -160,7 +160,7 @@ OUTLINE = "#20242c"
 
 
 def zone_corners(scale):
-    """Corners of a zone on a field of 256; inner zones lie a little off the centre, as growth leaves them."""
+    """Corners of a zone on a field of 256; inner zones are a little off centre, as in a real crystal."""
     return [(128 + 112 * x * scale + 10 * (1 - scale), 128 + 112 * y * scale + 6 * (1 - scale)) for x, y in CRYSTAL]
 
 

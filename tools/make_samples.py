@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Makes the sample clusters in samples/: element maps as a microprobe or an ion probe would count them.
 
-A scene tells for each pixel which phase it is and how far it has grown; a phase tells the mean counts of each species;
-counts are drawn from a Poisson distribution. The random numbers are our own, so that every run gives the same files.
+A scene gives each pixel a phase and a growth zone, and from these the mean counts of each species; counts are drawn
+from a Poisson distribution. The random number generator is our own, so that every run gives the same files.
 """
 import math
 import os
@@ -228,7 +228,7 @@ def make_counts():
     arms = [(random.between(0, size), random.between(0, size), random.between(0, math.pi)) for _ in range(7)]
 
     def segregation(x, y):
-        """0 in the middle of a dendrite arm, 1 in the last melt between the arms."""
+        """0 at the centre of a dendrite arm, 1 in the last melt between the arms."""
         sx, sy, turn = min(arms, key=lambda arm: (arm[0] - x) ** 2 + (arm[1] - y) ** 2)
         u = math.cos(turn) * (x - sx) + math.sin(turn) * (y - sy)
         v = math.cos(turn) * (y - sy) - math.sin(turn) * (x - sx)

@@ -33,8 +33,8 @@ if [[ $(id -u) -ne 0 ]]; then
   fi
   as_root=(sudo)
 fi
-# Status lines come through a descriptor of their own, as apt closes that one for the programs that it starts; sudo would
-# close it, too, so it is opened after that.
+# apt closes the descriptor of its status lines in the programs that it starts, so that cannot be standard output. sudo
+# closes other descriptors, so this one is opened inside it.
 # shellcheck disable=SC2016
 apt() {
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \

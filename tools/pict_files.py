@@ -71,7 +71,7 @@ def bit_rows(rows, depth):
 
 
 def color_table(colors, by_position=False):
-    """Entries are listed from the last to the first unless their order is their number."""
+    """Entries in order without numbers if `by_position`, else from the last to the first with their numbers."""
     listed = list(enumerate(colors))
     if not by_position:
         listed.reverse()
@@ -147,7 +147,7 @@ def quicktime_raster(opcode, data):
 
 
 def other_opcodes(version):
-    """One of each opcode that draws no raster, its data full of 0xFF: whoever gets a length wrong meets an end."""
+    """One of each opcode that draws no raster, its data full of 0xFF, so that a reader with a wrong length fails."""
     fill = b"\xff" * 0x200
     fixed = {0x00: 0, 0x02: 8, 0x03: 2, 0x04: 1, 0x05: 2, 0x06: 4, 0x07: 4, 0x08: 2, 0x09: 8, 0x0A: 8, 0x0B: 4, 0x0C: 4,
              0x0D: 2, 0x0E: 4, 0x0F: 4, 0x10: 8, 0x15: 2, 0x16: 2, 0x17: 0, 0x18: 0, 0x19: 0, 0x1A: 6, 0x1B: 6, 0x1C: 0,

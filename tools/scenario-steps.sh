@@ -1,8 +1,8 @@
 # shellcheck shell=bash disable=SC2034
-# Shared by the scenarios: starting the program, its windows and controls, and waiting. VORNALITE_XDRIVER holds the path
-# of the driver (tools/xdriver). Every wait is for something that can be observed, and has a limit. After an action a
-# step waits with `idle` until the program has done all that it does in response, or with `map_changes` and the like for
-# what comes later, as by a timer.
+# Shared by the scenarios: starting the program, using its windows and controls, and waiting. VORNALITE_XDRIVER holds
+# the path of the driver (tools/xdriver). Every wait is for something observable and has a limit. After an action, a
+# step waits with `idle` until the program has finished its response, or with `map_changes` and the like for what a
+# timer does later.
 
 : "${VORNALITE_XDRIVER:?is not set}"
 samples=$(readlink -f "$(dirname "${BASH_SOURCE[0]}")/../samples")
@@ -13,19 +13,19 @@ main=    # number of the window Main, whose title changes with every load
 
 x() {
   "$VORNALITE_XDRIVER" "$@" || {
-    echo "no success: $*" >&2
+    echo "xdriver failed: $*" >&2
     return 1
   }
 }
 # idle: waits until the program has handled all earlier input and shows the result.
 idle() { x idle Overview 120; }
-# busy: whether the program is at work.
+# busy: whether the program is working.
 busy() { ! "$VORNALITE_XDRIVER" idle Overview 0; }
 step() { echo "  $*"; }
 fail() {
   echo "failed: $*" >&2
   trap - ERR
-  cat "$private/messages" >&2 || true # what the program said
+  cat "$private/messages" >&2 || true # the program's standard error
   [[ -z ${out:-} ]] || "$VORNALITE_XDRIVER" shot root "$out/failed.png" || true
   exit 1
 }
@@ -72,13 +72,13 @@ drop() {
   idle
 }
 
-# check ROW: the check box of a row, which loads its cluster or, if it is shown, hides it.
+# check ROW: clicks the check box of a row, which loads its cluster or, if that is shown, hides it.
 check() {
   x click Overview 31 $((bar + 43 + 20 * $1))
   idle
 }
 
-# load ROW: checks it; its cluster is loaded then. The title of Main is two numbers or more.
+# load ROW: checks a row and finds Main, whose title is two or more numbers after a load.
 load() {
   check "$1"
   main=$(x wait '/[0-9]+(  [0-9]+)+')
@@ -86,7 +86,7 @@ load() {
 
 # Main
 
-# Centres of controls, in the content of the window of its smallest height.
+# Centres of controls in the content of Main at its minimum height.
 declare -A spot=([PB_RGB]="910 333" [PB_SaveImage]="910 388" [BBcursorArrow]="159 337" [BBcursorX]="182 337"
   [BBcursorCircles]="205 337" [CB_ShowDrawing]="263 359" [CB_ScaleUp]="42 329" [PBdraw]="294 330" [PBundraw]="294 330" [PBdrawUndo]="60 330"
   [PB_AllSpecies]="518 330" [PB_SpeciesUpdate]="518 359" [PB_SpeciesClose]="518 388")
@@ -98,7 +98,7 @@ push() {
   idle
 }
 
-# map ACTION X Y: an action of the pointer at a position on the canvas of Main, which lies at 60, 14.
+# map ACTION X Y: a pointer action at a position on the canvas of Main, which is at 60, 14.
 map() {
   x "$1" "$main" $(($2 + 60)) $(($3 + bar + 14))
   idle
@@ -113,13 +113,14 @@ drag_over_map() {
   idle
 }
 
-# Off the map, so that no cursor marks it.
+# leave_map: moves the pointer off the map, which removes the cursor from it.
 leave_map() { x move "$main" 700 $((bar + 150)) && idle; }
 
 # press KEY...: presses and releases keys, or combinations of them, one after the other.
 press() { x key "$@" && idle; }
 
-# menu WINDOW LETTER KEY...: opens a menu by its underlined letter, goes with the keys from the first entry to another.
+# menu WINDOW LETTER KEY...: opens a menu by its underlined letter and selects the entry that the keys lead to from the
+# first.
 menu() {
   open_menu "$1" "$2"
   press "${@:3}" Return
@@ -130,7 +131,7 @@ open_menu() {
   press "Alt+$2"
 }
 
-# choose WINDOW X Y KEY...: opens the popup menu there and goes with the keys to another entry.
+# choose WINDOW X Y KEY...: opens the popup menu there and selects the entry that the keys lead to.
 choose() {
   x click "$1" "$2" $((bar + $3))
   idle
@@ -139,7 +140,7 @@ choose() {
 
 # Pictures
 
-# keep NAME WINDOW [X Y WIDTH HEIGHT]: keeps a picture of what is shown in the content of a window.
+# keep NAME WINDOW [X Y WIDTH HEIGHT]: takes a screenshot of the content of a window.
 keep() {
   local name=$1 window=$2
   shift 2
@@ -148,9 +149,9 @@ keep() {
 }
 keep_map() { keep "$1" "$main" 60 14 "${2:-256}" "${3:-256}"; }
 
-# map_changes NAME: waits until the map looks other than it was when that was kept.
+# map_changes NAME: waits until the map differs from the screenshot NAME.
 map_changes() { x differs "$main" 60 $((bar + 14)) "$private/$1.png"; }
-# map_shows PICTURE: waits until the map is exactly that picture.
+# map_shows FILE: waits until the map is exactly that picture.
 map_shows() { x shows "$main" 60 $((bar + 14)) "$1"; }
 
 # file_comes FILE: waits for a file.

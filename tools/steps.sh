@@ -3,8 +3,8 @@
 
 say() { echo "Vornalite: $*"; }
 
-# Reads the output of ninja or of apt-get (with APT::Status-Fd=1) and shows how far it is: on a terminal in one line that
-# counts, elsewhere in a line for every fifth. Copies all that it reads to the file.
+# Reads the output of ninja, or of apt-get with its status lines, and shows the progress: on a terminal in one line that
+# is rewritten, elsewhere in a line for every 20 %. Copies all that it reads to FILE.
 show_progress() { # WHAT FILE
   local what=$1 line part='' of percent shown=0
   [[ ! -t 1 ]] || printf 'Vornalite: %s' "$what"
@@ -47,7 +47,7 @@ quietly() {
   fi
 }
 
-# Configures a preset; from nothing if its folder came from elsewhere, as in a copied tree.
+# Configures a preset; from scratch if the build folder was made under another path, as in a copied tree.
 configure() {
   local cache=build/$1/CMakeCache.txt
   if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "$cache"; then
