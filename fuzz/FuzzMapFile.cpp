@@ -1,4 +1,4 @@
-#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -16,11 +16,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-/// Streams read files, so each input becomes one; in memory, because writing to a disk takes longer than the test.
-std::filesystem::path InputFile() {
-  static const int file = memfd_create("input", MFD_CLOEXEC);
-  return "/proc/self/fd/" + std::to_string(file);
-}
+/// Streams read from the disk, so each input is written to a file, which is removed when the process ends.
+struct InputFile {
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / ("fuzz_map_file_" + std::to_string(getpid()));
+  ~InputFile() { std::filesystem::remove(path); }
+};
 
 void Require(bool holds) {
   if (!holds) std::abort();
@@ -35,7 +36,8 @@ std::int32_t VoteOn(const platform::Array<std::int32_t>& votes) {
 
 }  // namespace
 
-// The numbers that matter are few and far apart: the first bytes of the input go to their places, the rest is the file.
+// The numbers that matter are few and far apart: the first bytes of the input are copied to their offsets in the file,
+// which is the rest.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t kPlaces[] = {1390, 1394, 1746, 1750, 2144, 2148, 2570,
                                      2820, 4292, 4556, 2172, 2174, 2498, 2502};
@@ -44,9 +46,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string bytes(data + kNumbers, data + size);
   for (std::size_t i = 0; i < std::size(kPlaces); ++i)
     if (kPlaces[i] + 2 <= bytes.size()) std::copy_n(data + 2 * i, 2, bytes.begin() + static_cast<int>(kPlaces[i]));
-  std::ofstream(InputFile(), std::ios::binary) << bytes;
+  static const InputFile file;
+  std::ofstream(file.path, std::ios::binary) << bytes;
 
-  auto stream = platform::BinaryStream::Open(InputFile());
+  auto stream = platform::BinaryStream::Open(file.path);
   Require(static_cast<bool>(stream));
   const std::int32_t count = VoteOn(catalogue::ImageCountVotes(*stream));
   VoteOn(catalogue::PixelSizeVotes(*stream));

@@ -7,8 +7,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-// VORNALITE_READER is one of the readers. Whatever the bytes are: a picture, or a reason why there is none; never both,
-// never neither.
+// VORNALITE_READER is one of the readers. Every input gives either a picture or a reason why there is none.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const platform::OpenedPicture opened = platform::VORNALITE_READER(std::span(data, size));
   if (static_cast<bool>(opened.picture) != opened.failure.Empty()) std::abort();

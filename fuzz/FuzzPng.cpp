@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-/// Corrects the checksum of every chunk; else almost every change ends at the first of them.
+/// Corrects the checksum of every chunk; otherwise almost every mutation would be refused at the first one.
 void CorrectChecksums(std::vector<std::uint8_t>& bytes) {
   std::size_t place = 8;
   while (bytes.size() >= place + 12) {
@@ -28,7 +28,7 @@ void CorrectChecksums(std::vector<std::uint8_t>& bytes) {
 
 }  // namespace
 
-// Whatever the bytes are: a picture, or a reason why there is none; never both, never neither.
+// Every input gives either a picture or a reason why there is none.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::vector<std::uint8_t> bytes(data, data + size);
   CorrectChecksums(bytes);

@@ -1,5 +1,5 @@
-// Runs a fuzz target without a fuzzer: over every file given, whole, cut short at many places and with many bits
-// flipped. The places come from a fixed sequence, so that every run is the same. An error is fine, a crash is not.
+// Runs a fuzz target without a fuzzer on every file given: whole, truncated at many positions, and with bits flipped.
+// The positions come from a fixed sequence, so that every run is the same.
 
 #include <algorithm>
 #include <cstddef>
@@ -21,7 +21,7 @@ constexpr std::size_t kCuts = 48;
 constexpr std::size_t kFlips = 96;
 
 void Run(const Bytes& bytes) {
-  // An exact copy on the heap, so that a read past the end is a read outside the memory.
+  // An exact copy on the heap, so that the sanitizer sees a read past the end.
   const Bytes copy(bytes.begin(), bytes.end());
   LLVMFuzzerTestOneInput(copy.data(), copy.size());
 }
@@ -35,7 +35,7 @@ void Attack(const Bytes& whole) {
   std::mt19937 random(1);
   for (std::size_t i = 0; i < kFlips && !whole.empty(); ++i) {
     Bytes damaged = whole;
-    // Half of the damage goes to the headers, where it hurts most: the first and the last bytes.
+    // Half of the flips hit the first or last 256 bytes, where headers and directories are.
     const std::size_t reach = i % 2 == 0 ? whole.size() : std::min<std::size_t>(whole.size(), 256);
     for (std::size_t flips = 1 + random() % 3; flips > 0; --flips) {
       const std::size_t place = random() % reach;
