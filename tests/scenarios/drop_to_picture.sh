@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# From files dragged out of another process to the pixels of the canvas: they are what the arithmetic says.
+# Drops files from another process and compares the pixels of the canvas with those that the arithmetic computes.
 set -euo pipefail
 # shellcheck source=tools/scenario-steps.sh
 . "$(dirname "$0")/../../tools/scenario-steps.sh"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Drops that are not plain: kinds that do not go together, files that cannot be read, no files, odd names, held keys.
+# Unusual drops: kinds that do not go together, files that cannot be read, no files, unusual names, held keys.
 set -euo pipefail
 # shellcheck source=tools/scenario-steps.sh
 . "$(dirname "$0")/../../tools/scenario-steps.sh"
@@ -8,8 +8,8 @@ keep_list() { keep "$1" Overview 20 14 590 408; }
 list_is() { x shows Overview 20 $((bar + 14)) "$private/$1.png"; }
 list_changes() { x differs Overview 20 $((bar + 14)) "$private/$1.png"; }
 
-# answer: a message is on the screen; it goes away with the key of its button.
-answer() { # not with `idle`: while the message is open, no files are taken
+# answer: waits for a message and closes it with Return.
+answer() { # without `idle`: the program accepts no files while the message is open
   x wait Vornalite >"$private/number"
   x activate Vornalite
   x key Return
@@ -36,11 +36,11 @@ wait "$!"
 list_is empty
 
 step "no file at all: refused"
-if "$VORNALITE_XDRIVER" drop Overview 300 300 >"$private/answer"; then fail "taken"; fi
+if "$VORNALITE_XDRIVER" drop Overview 300 300 >"$private/answer"; then fail "accepted"; fi
 idle
 list_is empty
 
-step "files that cannot be read are passed over"
+step "files that cannot be read are left out"
 drop "${garnet[@]}"
 list_changes empty
 keep_list three

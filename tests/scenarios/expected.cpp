@@ -1,5 +1,5 @@
-/// expected PICTURE TABLE LEVEL FILE: writes as PNG what a canvas must show of a map file: its grey levels, smoothed
-/// LEVEL times (0 is raw), through the colour table of that index, by the straight display curve.
+/// expected PICTURE TABLE LEVEL FILE: writes as PNG what a canvas must show for a map file: its grey levels, smoothed
+/// LEVEL times (0 is raw), in the colour table of that index, with the linear display curve.
 
 #include <algorithm>
 #include <cstdio>

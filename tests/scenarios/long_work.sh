@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# While the program loads and smooths large maps, each map is shown as it is done, and the window manager's question
-# whether the program is alive is answered.
+# While the program loads large maps, it shows each as it is done; while it smooths them, it replies to pings of the
+# window manager.
 set -euo pipefail
 # shellcheck source=tools/scenario-steps.sh
 . "$(dirname "$0")/../../tools/scenario-steps.sh"
 
-# The program smooths as many maps at once as there are processors, and looks after the screen after each such batch.
-# One processor for all and six batches make for enough of both, however fast the machine is.
+# The program smooths as many maps at once as there are processors and updates the screen after each such batch. On one
+# processor, six batches take long enough to be observed on any machine.
 size=2048
 count=$((6 * $(nproc --all)))
 mkdir "$private/big"
@@ -34,13 +34,13 @@ read -r _ <&4
 check 1
 wait "$watch"
 
-step "smoothing answers the window manager"
+step "the program replies to pings while it smooths"
 open_menu "$main" s
 x key Up Return
-# The program works before and after an answer, so it also worked when it gave that.
-answers=0
+# The program is busy before and after the reply, so it was busy when it replied.
+replies=0
 while busy; do
   x ping "$main"
-  ! busy || answers=$((answers + 1))
+  ! busy || replies=$((replies + 1))
 done
-((answers > 0)) || fail "no answer during work"
+((replies > 0)) || fail "no reply while it smooths"

@@ -5,7 +5,7 @@ set -euo pipefail
 # shellcheck source=tools/scenario-steps.sh
 . "$(dirname "$0")/../../tools/scenario-steps.sh"
 
-step "the package names what it needs at run time"
+step "the package declares what it needs at run time"
 (cd "$2" && cpack -G DEB -B "$private/package" >"$private/cpack" 2>&1) || { cat "$private/cpack" >&2; fail "cpack"; }
 package=$(echo "$private"/package/*.deb)
 lintian --no-cfg --allow-root --fail-on error,warning "$package"

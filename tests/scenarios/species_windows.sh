@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The windows of all species stand in rows from the bottom left of the usable screen, none on another or its title bar.
+# The species windows form rows from the bottom left of the usable screen; none covers another or its title bar.
 set -euo pipefail
 # shellcheck source=tools/scenario-steps.sh
 . "$(dirname "$0")/../../tools/scenario-steps.sh"

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# A hidden window comes back where it was, and the last window with menus stays within reach as an icon.
+# A hidden window comes back where it was, and the last window with menus is minimised instead of hidden.
 set -euo pipefail
 # shellcheck source=tools/scenario-steps.sh
 . "$(dirname "$0")/../../tools/scenario-steps.sh"
 
-# stands TITLE PLACE: waits until a window is on the screen, which must be at that place.
-stands() {
+# is_at TITLE GEOMETRY: waits until a window is on the screen and checks its position and size.
+is_at() {
   local is
   x wait "$1" >"$private/number"
   idle
@@ -17,13 +17,13 @@ start "$1" "$private/saved"
 overview_place=$(x geometry Overview)
 overview=$(x wait Overview)
 
-step "the last window becomes an icon"
+step "the last window is minimised"
 x close Overview
 x gone Overview
 x activate "$overview"
-stands Overview "$overview_place"
+is_at Overview "$overview_place"
 
-step "what is hidden while Main is there comes back when Main is closed"
+step "Overview, hidden while Main is open, comes back when Main is closed"
 drop "$samples"/garnet_A/*
 load 0
 main_place=$(x geometry "$main")
@@ -31,7 +31,7 @@ for _ in 1 2; do
   x close Overview
   x gone Overview
   x close "$main"
-  stands Overview "$overview_place"
+  is_at Overview "$overview_place"
   load 0
-  stands "$main" "$main_place"
+  is_at "$main" "$main_place"
 done
