@@ -54,9 +54,9 @@ String FolderItem::WhyNotReadable() const {
 }
 
 Ref<FolderItem> FolderItem::Parent() const {
-  const fs::path place = WithoutEndSlash(fs::absolute(path_));
-  if (!place.has_relative_path()) return nullptr;
-  return MakeRef<FolderItem>(place.parent_path());
+  const fs::path path = WithoutEndSlash(fs::absolute(path_));
+  if (!path.has_relative_path()) return nullptr;
+  return MakeRef<FolderItem>(path.parent_path());
 }
 
 Ref<FolderItem> FolderItem::Child(const String& name) const {

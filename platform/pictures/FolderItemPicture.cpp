@@ -1,4 +1,3 @@
-// Files as pictures.
 
 #include <utility>
 
@@ -12,14 +11,14 @@ namespace platform {
 namespace {
 
 /// The picture, or nil and a line on standard error.
-Ref<Picture> PictureOrWord(const OpenedPicture& opened, const std::filesystem::path& path) {
+Ref<Picture> PictureOrErrorLine(const OpenedPicture& opened, const std::filesystem::path& path) {
   if (!opened.picture) WriteErrorLine(path.string() + ": " + opened.failure.Utf8());
   return opened.picture;
 }
 
 }  // namespace
 
-Ref<Picture> FolderItem::OpenAsPicture() const { return PictureOrWord(ReadPicture(path_), path_); }
+Ref<Picture> FolderItem::OpenAsPicture() const { return PictureOrErrorLine(ReadPicture(path_), path_); }
 
 PictureSequence::PictureSequence(Array<Ref<FolderItem>> files, int ahead) : files_(std::move(files)), ahead_(ahead) {
   BeginMore();
@@ -31,7 +30,7 @@ Ref<Picture> PictureSequence::Next() {
   opening_.pop_front();
   ++next_;
   BeginMore();
-  return PictureOrWord(opened, file.Path());
+  return PictureOrErrorLine(opened, file.Path());
 }
 
 void PictureSequence::BeginMore() {

@@ -54,8 +54,8 @@ void StartToolkit(char** argv) {
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   QCoreApplication::setApplicationName("Vornalite");
   QGuiApplication::setApplicationDisplayName({});
-  static int words = 1;  // only the program's name: the program has no options, so Qt gets none
-  toolkit = new Toolkit(words, argv);
+  static int argumentCount = 1;  // the program has no options: Qt gets only its name
+  toolkit = new Toolkit(argumentCount, argv);
   std::setlocale(LC_NUMERIC, "C");  // Qt has set the user's locale, whose decimal separator may be a comma
   QGuiApplication::setWindowIcon(QIcon(":/vornalite/vornalite.png"));
   QGuiApplication::setDesktopFileName("vornalite");

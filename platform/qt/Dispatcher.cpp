@@ -21,7 +21,7 @@ namespace {
 
 /// After a handler has run this long, a refresh also processes paints and expose events.
 constexpr int kPumpMilliseconds = 30;
-/// The input that came during a handler which runs this long and shows its progress is dropped.
+/// Input that arrives during a handler is dropped if the handler runs this long and refreshes the screen.
 constexpr int kLongMilliseconds = 500;
 constexpr int kExposureMilliseconds = 1000;
 
@@ -112,7 +112,7 @@ void PumpUnderGate() {
   gate->Close(true);
   // Input stays in the queue of the window system until the handler has ended, unless that takes long.
   QCoreApplication::processEvents(RunsLong() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
-  QCoreApplication::eventDispatcher()->wakeUp();  // or the event loop may sleep over the input left behind
+  QCoreApplication::eventDispatcher()->wakeUp();  // otherwise the event loop may not notice the input left in the queue
   gate->Close(false);
   running.pumped = true;
   running.sincePump.start();

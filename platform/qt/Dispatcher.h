@@ -21,7 +21,7 @@ struct Running {
   bool quitting = false;
   int status = 0;
   bool pumped = false;       ///< since the handler began
-  QElapsedTimer sinceBegin;  ///< of the outermost handler, or of its going on after a nested loop
+  QElapsedTimer sinceBegin;  ///< since the outermost handler began, or continued after a nested loop
   QElapsedTimer sincePump;
   std::deque<std::function<void()>> soon;
   Application* application = nullptr;

@@ -153,7 +153,7 @@ class View : public QTableView {
   }
 
  private:
-  /// A list that gives the keyboard away passes the focus on to the next control, so that Tab does not stop here.
+  /// If GotFocus moved the focus away, passes it to the next control, so that Tab does not stop here.
   void PassOn(bool forward) {
     QWidget* next = this;
     const auto takes = [&] {
@@ -377,7 +377,7 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
   const QFontMetricsF metrics(CellFont());
   const int alignment = model->ColumnAt(column).alignment;
   const auto textX = [&](double textWidth) {
-    // Of a text too wide for the cell the beginning is shown.
+    // A text too wide for the cell shows its beginning.
     const int textWide = static_cast<int>(std::ceil(textWidth));
     if (alignment == Listbox::kAlignRight) return std::max(0, width - kMargin - textWide);
     if (alignment == Listbox::kAlignCenter)

@@ -120,7 +120,7 @@ void MenuBar::Add(const MenuRow& row) {
 
 MenuItem& MenuBar::Item(const String& name) {
   const auto found = byName_.find(name);
-  if (found == byName_.end()) ThrowNil("a menu item that is not there was asked for");
+  if (found == byName_.end()) ThrowNil("there is no menu item of that name");
   return *found->second;
 }
 

@@ -64,7 +64,7 @@ void PutOnScreen(NativeWindow& window, QWidget& widget);
 /// Waits up to a second until a window that was just shown is exposed.
 void AwaitExposure(NativeWindow& window);
 
-/// To exist while a nested event loop runs: input is not blocked, and handlers run as outermost ones.
+/// The scope of a nested event loop: input is not blocked, and handlers run as outermost ones.
 class NestedLoop {
  public:
   NestedLoop();
@@ -77,7 +77,7 @@ class NestedLoop {
   int painting_;
 };
 
-/// To exist during a paint by the toolkit: nothing else may be painted or shown.
+/// The scope of a paint by the toolkit: nothing else may be painted or shown.
 class PaintScope {
  public:
   PaintScope();
@@ -86,7 +86,7 @@ class PaintScope {
 };
 bool InsidePaint();
 
-/// Installs the watch that tells Control held for a shortcut from Control held for the cursor.
+/// Installs the event filter that distinguishes Control held for a shortcut from Control held for the cursor.
 void WatchShortcuts();
 
 /// Modifier keys simulated by a test: bits of Qt::KeyboardModifier. Below 0, the real keyboard is read.

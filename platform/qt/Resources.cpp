@@ -11,7 +11,7 @@ namespace {
 
 QImage Load(const char* kind, int id) {
   QImage image(QString(":/vornalite/%1-%2.png").arg(kind).arg(id));
-  if (image.isNull()) ThrowNil("a resource that is not there was asked for");
+  if (image.isNull()) ThrowNil("there is no resource of that number");
   return image;
 }
 

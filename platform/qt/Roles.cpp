@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* kRole = "role";
 
-QAccessibleInterface* FaceOf(const QString& className, QObject* object) {
+QAccessibleInterface* InterfaceOf(const QString& className, QObject* object) {
   if (className != "QWidget" || !object || !object->property(kRole).isValid()) return nullptr;
   return new QAccessibleWidget(static_cast<QWidget*>(object), object->property(kRole).value<QAccessible::Role>());
 }
@@ -18,6 +18,6 @@ QAccessibleInterface* FaceOf(const QString& className, QObject* object) {
 }  // namespace
 
 void SetRole(QWidget& widget, QAccessible::Role role) { widget.setProperty(kRole, QVariant::fromValue(role)); }
-void InstallRoles() { QAccessible::installFactory(FaceOf); }
+void InstallRoles() { QAccessible::installFactory(InterfaceOf); }
 
 }  // namespace platform

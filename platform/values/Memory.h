@@ -1,5 +1,4 @@
 #pragma once
-/// How much memory is available.
 
 #include <filesystem>
 

@@ -18,7 +18,7 @@ class Ref {
 
   T* operator->() const { return &**this; }
   T& operator*() const {
-    if (!object_) ThrowNil("a reference to nothing was used");
+    if (!object_) ThrowNil("a nil reference was used");
     return *object_;
   }
   explicit operator bool() const { return object_ != nullptr; }

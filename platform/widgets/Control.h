@@ -79,8 +79,8 @@ class RectControl : public Control {
   void Visible(bool visible);
   void MouseCursor(const class MouseCursor& cursor);
   void Font(TextFont font);
-  /// What the control is, for assistive technology: the name of a control without a caption, and then the tool tip of a
-  /// button; the description of one with a caption.
+  /// Describes the control to assistive technology: its accessible name and, on a button, its tool tip if it has no
+  /// caption; otherwise its accessible description.
   void About(const String& about);
 
   /// Repaints the control. It is on the screen when the call returns, even during a long handler or just after the

@@ -14,7 +14,8 @@ namespace platform {
 /// same text only once per run.
 void MsgBox(const String& text);
 /// For a catch block that handles all failures: shows a MsgBox with a text that does not name the cause, and writes one
-/// line to standard error with the place and the cause. During a paint each cause is reported once per run.
+/// line with the place in the program and the cause to standard error. During a paint each cause is reported once per
+/// run.
 void ReportFailure(const String& text, const String& place);
 
 /// Runs the colour chooser, starting at `color`. Returns true if confirmed; `color` is then the choice.

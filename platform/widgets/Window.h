@@ -43,8 +43,8 @@ class Window {
   void Close();
   /// Shows the window, blocks input to all others, and returns when it is hidden.
   void ShowModal();
-  /// Makes a visible window the active one when the running event has ended and the windows that it shows are on the
-  /// screen. These stay above it where the window manager allows that.
+  /// Makes a visible window the active one when the running event has ended and the windows shown by that are on the
+  /// screen; they stay above it where the window manager allows that.
   void ActivateSoon();
   /// Moves the keyboard focus from the controls to the window itself.
   void SetFocus();
@@ -83,7 +83,7 @@ class Window {
   virtual void Event_Open() {}
   /// The user or Quit asks the window to close. Returning true prevents it.
   virtual bool Event_CancelClose(bool /*appQuitting*/) { return false; }
-  virtual void Event_Resized() {}
+  virtual void Event_Resized() {}  ///< after the handler that changed the size, if one did
   /// A key that no control used, as a string of one character; the codes of the arrows are left 28, right 29, up 30,
   /// down 31.
   virtual bool Event_KeyDown(const String& /*key*/) { return false; }

@@ -30,7 +30,7 @@ struct Layout {
 };
 
 constexpr std::uint64_t kHeader = 14;  // where the second header begins
-constexpr std::uint64_t kMaskPlace = 54;
+constexpr std::uint64_t kMaskOffset = 54;
 
 void ReadMasks(ByteSource& source, std::uint32_t headerSize, Layout& layout) {
   layout.masks = layout.bits == 16 ? std::array<std::uint32_t, 4>{0x7C00, 0x3E0, 0x1F, 0}
@@ -39,7 +39,7 @@ void ReadMasks(ByteSource& source, std::uint32_t headerSize, Layout& layout) {
   if (layout.bits != 16 && layout.bits != 32)
     throw ReadFailure("unsupported depth: BMP of " + std::to_string(layout.bits) + " bits with masks");
   const bool alpha = headerSize >= 56 || layout.compression == kMasksWithAlpha;
-  for (std::size_t i = 0; i < (alpha ? 4 : 3); ++i) layout.masks[i] = source.Little32(kMaskPlace + 4 * i);
+  for (std::size_t i = 0; i < (alpha ? 4 : 3); ++i) layout.masks[i] = source.Little32(kMaskOffset + 4 * i);
 }
 
 /// The masks follow a header of 40 bytes; the palette or the pixels come after them.

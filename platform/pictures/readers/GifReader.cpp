@@ -150,7 +150,8 @@ Ref<Picture> Read(ByteSource& source) {
   ReadTable(source, place + 10, localBytes, palette);
   if (transparent < 256) palette[transparent] = kWhite;
 
-  // The picture is the logical screen; if that has no size, it is as large as the first image requires.
+  // The picture is the logical screen, because maps of one field of view must have one size; without a screen size, it
+  // is as large as the first image requires.
   const std::uint32_t screenWidth = source.Little16(6) ? source.Little16(6) : left + width;
   const std::uint32_t screenHeight = source.Little16(8) ? source.Little16(8) : top + height;
   CheckSize(screenWidth, screenHeight, 8);

@@ -44,7 +44,7 @@ Structure StructureOf(ByteSource& source) {
 
 /// Suppresses Qt's warnings about damaged images and profiles on standard error, whatever the user's logging rules.
 QLoggingCategory::CategoryFilter previousFilter = nullptr;
-void FilterRemarks(QLoggingCategory* category) {
+void FilterMessages(QLoggingCategory* category) {
   if (previousFilter) previousFilter(category);
   const std::string_view name = category->categoryName();
   if (!name.starts_with("qt.gui.imageio") && !name.starts_with("qt.gui.icc")) return;
@@ -54,7 +54,7 @@ void FilterRemarks(QLoggingCategory* category) {
 void PrepareToolkit() {
   static std::once_flag prepared;
   std::call_once(prepared, [] {
-    previousFilter = QLoggingCategory::installFilter(FilterRemarks);
+    previousFilter = QLoggingCategory::installFilter(FilterMessages);
     QImageReader::setAllocationLimit(0);  // CheckSize limits it
   });
 }

@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <string>
-#include <vector>
 
 #include "platform/pictures/GreyScaling.h"
 #include "platform/pictures/readers/PictRaster.h"
@@ -50,12 +49,10 @@ Description ReadDescription(Input& input) {
   constexpr std::size_t kOwnSize = 4, kSizeWithoutExtensions = 86;
   const std::size_t size = input.Long();
   if (size < kSizeWithoutExtensions) throw ReadFailure("truncated or damaged: a QuickTime image without description");
-  Input fields = input.Part(size - kOwnSize);
+  Input fields(input.Take(size - kOwnSize));
   Description description;
-  while (description.codec.size() < 4) {
-    const std::uint8_t letter = fields.Byte();
+  for (const std::uint8_t letter : fields.Take(4))
     description.codec += letter >= ' ' && letter <= '~' ? static_cast<char>(letter) : '?';
-  }
   fields.Skip(24);  // versions, vendor, quality
   description.width = fields.Word();
   description.height = fields.Word();
@@ -98,17 +95,18 @@ PixelMap RawPixels(const Description& description) {
   return map;
 }
 
-OpenedPicture Decode(const std::string& codec, const Input& data) {
+OpenedPicture Decode(const std::string& codec, std::span<const std::uint8_t> data) {
   if (codec == "jpeg") {
-    const std::vector<std::uint8_t> kJpeg = {0xFF, 0xD8, 0xFF};
-    return data.Rest().Bytes(0, kJpeg.size()) == kJpeg ? ReadJpeg(data.Rest()) : OpenedPicture{nullptr, "no JPEG"};
+    constexpr std::array<std::uint8_t, 3> kJpeg = {0xFF, 0xD8, 0xFF};
+    if (std::ranges::mismatch(kJpeg, data).in1 != kJpeg.end()) return {nullptr, "no JPEG"};
+    return ReadJpeg(data);
   }
-  if (codec == "png ") return ReadPng(data.Rest());
-  if (codec == "tiff") return ReadTiff(data.Rest());
+  if (codec == "png ") return ReadPng(data);
+  if (codec == "tiff") return ReadTiff(data);
   return {nullptr, String("unsupported compression: QuickTime " + codec)};
 }
 
-Ref<Picture> DecodeWhole(const std::string& codec, const Input& data) {
+Ref<Picture> DecodeWhole(const std::string& codec, std::span<const std::uint8_t> data) {
   const OpenedPicture opened = Decode(codec, data);
   const std::string failure = opened.failure.Utf8();
   if (failure.starts_with("unsupported")) throw ReadFailure(failure);
@@ -123,17 +121,18 @@ void PaintCompressed(Input& data, const Transform& transform, Canvas& canvas) {
   placement.destination = transform.Apply(placement.source);
   data.Skip(4);  // accuracy
   if (const std::size_t maskSize = data.Long()) {
-    Input mask = data.Part(maskSize);
+    Input mask(data.Take(maskSize));
     placement.mask = ReadRegion(mask);
   }
   const Description description = ReadDescription(data);
-  Input content = data.Part(description.dataSize != 0 ? description.dataSize : data.Left());
+  const auto bytes = data.Take(description.dataSize != 0 ? description.dataSize : data.Left());
   if (description.codec == "raw ") {
+    Input rows(bytes);
     const PixelMap map = RawPixels(description);
     placement.bounds = map.bounds;
-    PaintPixels(content, map, canvas, placement);
+    PaintPixels(rows, map, canvas, placement);
   } else {
-    const Ref<Picture> image = DecodeWhole(description.codec, content);
+    const Ref<Picture> image = DecodeWhole(description.codec, bytes);
     const PlaneView<Color> pixels = image->Pixels();
     canvas.CountWork(static_cast<double>(pixels.width) * pixels.height);
     placement.bounds = {0, 0, pixels.height, pixels.width};
@@ -147,7 +146,7 @@ void PaintCompressed(Input& data, const Transform& transform, Canvas& canvas) {
 
 void PaintQuickTime(Input& input, int opcode, Canvas& canvas) {
   const std::size_t size = input.Long();
-  Input data = input.Part(size);
+  Input data(input.Take(size));
   data.Skip(2);  // version
   const Transform transform = ReadMatrix(data);
   if (data.Long() != 0) throw ReadFailure("unsupported: a QuickTime image with a matte");
