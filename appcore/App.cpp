@@ -35,7 +35,7 @@ App::App() { theApp = this; }
 App::~App() { theApp = nullptr; }
 
 App& App::Instance() {
-  if (!theApp) ThrowNil("the application object is not there");
+  if (!theApp) ThrowNil("there is no application object");
   return *theApp;
 }
 

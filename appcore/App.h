@@ -8,7 +8,7 @@
 
 class MapWindow;
 
-/// The application: start-up, the state of the menus, and the commands that concern no single window.
+/// The application: start-up, the state of the menus, and the commands that are not specific to one window.
 class App : public platform::Application {
  public:
   App();
@@ -64,7 +64,7 @@ class App : public platform::Application {
   bool _OptionsSmooth10_Action();
 
  private:
-  /// What the commands for a level do and return.
+  /// The menu commands; they check their item and return what a menu handler returns.
   bool SetZoom(double zoom, const char* item);
   bool SetSmoothing(std::int32_t level, const char* item);
 };

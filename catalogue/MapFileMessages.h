@@ -1,5 +1,5 @@
 #pragma once
-/// The votes of a map file, with messages for what is doubtful. A stream that is nil throws NilObjectException.
+/// The votes of a map file, with messages about doubtful values. A nil stream throws NilObjectException.
 
 #include <cstdint>
 
@@ -10,13 +10,13 @@
 
 namespace Globals {
 
-/// The number of maps. With `warn`, a message tells when the positions disagree.
+/// The number of maps. With `warn`, shows a message if the positions disagree.
 std::int32_t ReadXrayGetNbImages(platform::Ref<platform::BinaryStream>& stream, bool warn);
 
-/// The edge of the square maps in pixels. With `warn`, a message tells when the positions disagree.
+/// The edge of the square maps in pixels. With `warn`, shows a message if the positions disagree.
 std::int32_t ReadXrayGet1dPixelsize(platform::Ref<platform::BinaryStream>& stream, bool warn);
 
-/// The value of all votes, or their median if they disagree; with `warn`, a message then says so. No votes give 0 and a
+/// The value of all votes, or their median if they disagree; `warn` shows a message then. Without votes, 0 and a
 /// message. `what` names the quantity in the messages.
 std::int32_t CheckForMostLikely(const platform::Array<std::int32_t>& votes, const platform::String& what, bool warn);
 

@@ -1,4 +1,4 @@
-// What the catalogue derives from its files: species names, their union, and which cluster holds which.
+// Derives from the files of the catalogue the species names, their union, and which cluster holds which.
 
 #include <vector>
 

@@ -41,28 +41,28 @@ bool IsAllowed(char32_t character) {
 }
 
 using Character = std::u32string_view;  // one character; empty for an empty name
-using Place = std::uint64_t;            // 64 bits: never overflows in practice
+using Position = std::uint64_t;         // 64 bits: never overflows in practice
 
-Character FromFront(const String& name, Place place) {
+Character FromFront(const String& name, Position position) {
   const Character all = name.Characters();
-  return all.empty() ? all : all.substr(std::min<Place>(place, all.size()) - 1, 1);
+  return all.empty() ? all : all.substr(std::min<Position>(position, all.size()) - 1, 1);
 }
 
-Character FromBack(const String& name, Place place) {
+Character FromBack(const String& name, Position position) {
   const Character all = name.Characters();
-  return all.empty() ? all : all.substr(all.size() - std::min<Place>(place, all.size()), 1);
+  return all.empty() ? all : all.substr(all.size() - std::min<Position>(position, all.size()), 1);
 }
 
 bool Same(Character a, Character b) { return a == b || String(std::u32string(a)) == String(std::u32string(b)); }
 
 /// The first position where a name differs from the first one. Beyond its end a name continues with its outermost
 /// character. The scan has no limit: it never ends for names that do not differ, and that is intended.
-Place FirstDifference(const Array<String>& names, Character (*at)(const String&, Place)) {
-  for (Place place = 1;; ++place) {
+Position FirstDifference(const Array<String>& names, Character (*at)(const String&, Position)) {
+  for (Position position = 1;; ++position) {
     platform::BackgroundTask();
-    const Character expected = at(names(0), place);
+    const Character expected = at(names(0), position);
     for (int i = 1; i <= names.Ubound(); ++i)
-      if (!Same(expected, at(names(i), place))) return place;
+      if (!Same(expected, at(names(i), position))) return position;
   }
 }
 

@@ -27,7 +27,7 @@ void WindowOverview::CreateControls() {
        "Removes the selected clusters from the list"},
       {&STredmissing, "STredmissing", 152, 434, 160, 20, kLockLeftBottom, kNoPage, "Species in Red: Missing"},
       {&CBnoSpeciesExtensions, "CBnoSpeciesExtensions", 324, 434, 150, 20, kLockLeftBottom, kNoPage,
-       "Short Species Names", "Takes numbers and short endings off the names"},
+       "Short Species Names", "Removes numbers and short suffixes from the names"},
   });
   ListBox1.Setup({.columnWidths = "0,200,*",
                   .headings = {"x", "File/Cluster Name", "Species Contained"},

@@ -5,8 +5,8 @@
 
 namespace GlobalUniversal {
 
-/// Replaces a file that exists by the first one of the row name_02, name_03 ... beside it that does not. After 99 a
-/// message comes and name_100 serves, taken or not.
+/// If the file exists, replaces it by the first of name_02 to name_99 beside it that does not. If all of these exist,
+/// shows a message and uses name_100, taken or not.
 void FileNameIncrement(platform::Ref<platform::FolderItem>& file);
 
 }  // namespace GlobalUniversal

@@ -3,7 +3,7 @@
 #include "platform/widgets/Displays.h"
 #include "platform/widgets/Window.h"
 
-/// Shows the name and version of the program. Its close button closes it; the next use recreates it.
+/// Shows the name and version of the program in an ordinary window. Closing destroys it; the next use recreates it.
 class WindowAbout : public platform::SingletonWindow<WindowAbout> {
  public:
   WindowAbout();

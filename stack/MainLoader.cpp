@@ -55,7 +55,7 @@ void Main::Open_LoadNew(std::int32_t row) {
     LoadCluster(row, code);
   } catch (...) {
     ReportFailure("Error in Open_LoadNew." + EndOfLine() + "Code " + Str(code), "Open_LoadNew, Code " + Str(code));
-    App::Instance().Quit();
+    App::Instance().Quit();  // with status 0: the message has reported the failure
   }
 }
 
@@ -123,7 +123,7 @@ void Main::LoadCluster(std::int32_t row, int& code) {
   if (SmoothLevel != 0) Smooth(SmoothLevel);
   ProgressHide();
   MoveSelection(kept);
-  SpeciesLB.Reveal(SelectedRow);
+  SpeciesLB.Reveal(SelectedRow);  // the list may have been scrolled in another cluster
   Update_cvTIF();
   TIFready = true;
 
@@ -147,7 +147,6 @@ Main::ClusterFiles Main::GatherFiles(std::int32_t row) {
   return files;
 }
 
-/// Assigns the files to the species.
 void Main::MatchSpecies(std::int32_t row, ClusterFiles& files) {
   WindowOverview& overview = WindowOverview::Instance();
   const String cluster = Globals::ShortNames(files.fullNames, files.shortNames);
@@ -158,8 +157,8 @@ void Main::MatchSpecies(std::int32_t row, ClusterFiles& files) {
   Title("Main (" + FrameName + ")-" + Str(Globals::ooo.Ubound(2)) + "   oooSpeciesExist " +
         Str(Globals::oooSpeciesExist.Ubound(1)) + "-" + Str(Globals::oooSpeciesExist.Ubound(2)));
   for (int j = 0; j <= files.bySpecies.Ubound(); ++j) {
-    const int place = files.shortNames.IndexOf(Globals::oooShortSpeciesNames(j));
-    if (place >= 0) files.bySpecies(j) = Globals::ooo(row, place);
+    const int index = files.shortNames.IndexOf(Globals::oooShortSpeciesNames(j));
+    if (index >= 0) files.bySpecies(j) = Globals::ooo(row, index);
   }
 }
 
@@ -186,15 +185,15 @@ void Main::CheckMemory() const {
   // The planes that the last load filled are reused or freed.
   const auto filled =
       static_cast<double>(std::count_if(TIFmax.begin(), TIFmax.end(), [](int level) { return level >= 0; }));
-  const double standing = 2.0 * filled * (TIFarray.Ubound(2) + 1) * (TIFarray.Ubound(3) + 1);
-  if ((2.0 * species + pictures) * pixels > AvailableMemory() + standing) throw std::bad_alloc();
+  const double reusable = 2.0 * filled * (TIFarray.Ubound(2) + 1) * (TIFarray.Ubound(3) + 1);
+  if ((2.0 * species + pictures) * pixels > AvailableMemory() + reusable) throw std::bad_alloc();
 }
 
 void Main::ResizeStack(int species) {
   CheckMemory();
   const int right = InTIFwidth - 1;
   const int bottom = InTIFheight - 1;
-  // First, while there is no map to be painted.
+  // On another thread: currTIF is nil meanwhile, so that no paint reads the stack.
   AwaitWork([&] {
     TIFarray.Redim(species, right, bottom);
     TIFarrOriginal.Redim(species, right, bottom);
@@ -226,8 +225,8 @@ void Main::FillSpeciesRows(int species) {
   for (int j = 0; j <= species; ++j) SpeciesLB.Cell(j, kSpeciesColumn, Globals::oooShortSpeciesNames(j));
 }
 
-/// Begins to open the files behind that of species `first`, as many at once as there are cores and their pictures take
-/// no more than a quarter of a gigabyte.
+/// Begins to open the files after that of species `first`: at most as many at once as there are cores, and as fit with
+/// their pictures into a quarter of a gigabyte.
 PictureSequence Main::OpenOthers(const ClusterFiles& files, int first) const {
   Array<Ref<FolderItem>> others;
   for (int j = first + 1; j <= TIFexists.Ubound(); ++j)

@@ -47,9 +47,10 @@ void Main::Smooth(std::int32_t level) {
   const std::int32_t startRow = SelectedRow;
   const int count = TIFubound() + 1;
 
-  // From the species after the selected one, around, to the selected one, which so stays on the screen.
+  // In order from the species after the selected one, wrapping around, so that the selected one is last and stays
+  // shown.
   std::int32_t current = 0;
-  int smoothed = 0;  // steps of the walk whose planes are done; as many species are smoothed at once as there are cores
+  int smoothed = 0;  // steps whose planes are done: as many species are smoothed at once as there are cores
   for (int k = 0; k < count; ++k) {
     current = (k + startRow + 1) % count;
     if (TIFexists(current)) {

@@ -90,10 +90,10 @@ using SplitNinth = PlainNinth;
 using Line = hn::Vec<hn::FixedTag<double, kLine>>;
 
 /// Eight consecutive values from two lines, beginning at the given position of the first one.
-template <int place>
+template <int position>
 Line Between(Line first, Line second) {
-  return Line{
-      _mm512_castsi512_pd(_mm512_alignr_epi64(_mm512_castpd_si512(second.raw), _mm512_castpd_si512(first.raw), place))};
+  return Line{_mm512_castsi512_pd(
+      _mm512_alignr_epi64(_mm512_castpd_si512(second.raw), _mm512_castpd_si512(first.raw), position))};
 }
 
 /// Four rows of the interior, without the first and last column. `in` begins one row above them. Each line is loaded
