@@ -1,4 +1,4 @@
-// What Main does with the species windows and the composite.
+// Main's commands for the species windows and the composite.
 
 #include "appcore/Globals.h"
 #include "composite/SpeciesWindow.h"
@@ -19,7 +19,7 @@ void Main::ShowAllSpecies() {
   const Screen screen(0);
   const ScreenArea area{screen.AvailableLeft(), screen.AvailableTop(), screen.AvailableWidth(),
                         screen.AvailableHeight()};
-  PlacementCursor cursor = FirstPlace(area);
+  PlacementCursor cursor = FirstPosition(area);
   CloseAllSpeciesWindows();
   for (std::int32_t i = 0; i <= TIFubound(); ++i) {
     if (!TIFexists(i)) continue;
@@ -32,9 +32,9 @@ void Main::ShowAllSpecies() {
     // A window that does not fit keeps the position that the window system chose.
     const Placement placement = PlaceSpeciesWindow(cursor, area, fit.window);
     cursor = placement.next;
-    if (placement.place) {
-      window.Left(placement.place->x);
-      window.Top(placement.place->y);
+    if (placement.position) {
+      window.Left(placement.position->x);
+      window.Top(placement.position->y);
     }
     window.Title(SpeciesTitle(i));
     ColorSpecies(i, window.MyImage->Pixels());

@@ -140,7 +140,7 @@ void WindowRGB::RGB_CMY_Change() {
   UpdateRGB();
 }
 
-/// Calls the controls of the channels by the colours that they have in this mode.
+/// Sets the accessible names of the channels' controls to the colours of this mode.
 void WindowRGB::NameChannels() {
   const char* const names[2][kChannels] = {{"Cyan", "Magenta", "Yellow"}, {"Red", "Green", "Blue"}};
   RectControl* const swatches[] = {&Rectangle1, &Rectangle2, &Rectangle3};

@@ -242,7 +242,7 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   bool LoadPictures(const ClusterFiles& files, int first, const platform::Ref<platform::Picture>& opened,
                     platform::PictureSequence& others);
 
-  /// Smooths as many species of the walk as there are cores, from a step on; returns the step behind the last one.
+  /// Smooths the species from step `step` on, as many as there are cores; returns the step after the last one.
   int SmoothFrom(int step, std::int32_t startRow, std::int32_t level);
   void ShowSmoothedSpecies(std::int32_t species, int step);
   void SmoothFromWorkPlane(std::int32_t species);
@@ -264,7 +264,7 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
 
   // Mouse and drawing.
   void MarkClicks();
-  /// Gives the circle the size that it had before Control, if that was held for a shortcut; true if it did.
+  /// Restores the size of the circle from before Control was pressed, if that was for a shortcut; true if it did.
   bool ForgetShortcut();
   void BeginStroke(int X, int Y);
   void ContinueStroke(int X, int Y);

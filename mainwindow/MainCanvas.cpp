@@ -146,14 +146,14 @@ void Main::Timer1_Action() {
 
 namespace {
 
-enum class Renderer { AsItIs, Old, New };
+enum class Renderer { Default, Old, New };
 
 /// An icon of 20 by 20 pixels from a picture of the resources and its mask.
 Ref<Picture> MakeIcon(const Ref<Picture>& picture, const Ref<Picture>& mask, Renderer renderer) {
   Ref<Picture> icon = NewPicture(20, 20, 32);
   Graphics g = icon->Graphics();
   Graphics m = icon->Mask()->Graphics();
-  if (renderer != Renderer::AsItIs) g.UseOldRenderer = m.UseOldRenderer = renderer == Renderer::Old;
+  if (renderer != Renderer::Default) g.UseOldRenderer = m.UseOldRenderer = renderer == Renderer::Old;
   g.DrawPicture(picture, 1, 1);
   m.DrawPicture(mask, 1, 1);
   return icon;
@@ -168,7 +168,7 @@ void Main::BBcursorX_Open() {
 void Main::BBcursorX_Action() { CursorChosen = kX; }
 
 void Main::BBcursorArrow_Open() {
-  BBcursorArrow.Icon(MakeIcon(Resources::arrowCursorpict(), Resources::arrowCursorpictmask(), Renderer::AsItIs));
+  BBcursorArrow.Icon(MakeIcon(Resources::arrowCursorpict(), Resources::arrowCursorpictmask(), Renderer::Default));
 }
 
 void Main::BBcursorArrow_Action() { CursorChosen = kArrow; }

@@ -59,7 +59,7 @@ void Main::CondShortName() {
   String common = Globals::ShortNames(names, shorts);
   if (!common.Empty()) common = " (" + common + ")";
   for (int i = 0; i <= shorts.Ubound(); ++i) SpeciesLB.Cell(i, kSpeciesColumn, shorts(i));
-  // The full names win: the list of a drop on Main shows them.
+  // The full names replace the short ones again: the list of a drop on Main shows full names.
   for (int i = 0; i <= names.Ubound(); ++i) SpeciesLB.Cell(i, kSpeciesColumn, SpeciesLB.Cell(i, 1));
   common = "";
   Title("Vornalite" + common);

@@ -41,5 +41,6 @@ void ExtendStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point 
 
 /// Removes the last stroke: rows from the end up to and including the first whose four numbers have the sum of the
 /// marker's, or all rows. A step outside the image can have that sum and ends the undo early, which is intended.
-/// Returns false, with nothing changed, if there is at most one row.
+/// During a stroke it removes what has been drawn so far; the rest then counts as part of the stroke before. Returns
+/// false, with nothing changed, if there is at most one row.
 bool UndoStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2);

@@ -62,7 +62,9 @@ std::optional<WindowFit> FitSpeciesWindow(Size canvas, int imageWidth, int image
   return SpeciesWindowFit(imageWidth, imageHeight, zoom);
 }
 
-PlacementCursor FirstPlace(const ScreenArea& screen) { return {screen.left, std::int64_t{screen.top} + screen.height}; }
+PlacementCursor FirstPosition(const ScreenArea& screen) {
+  return {screen.left, std::int64_t{screen.top} + screen.height};
+}
 
 Placement PlaceSpeciesWindow(const PlacementCursor& cursor, const ScreenArea& screen, Size window) {
   PlacementCursor next = cursor;
@@ -72,7 +74,7 @@ Placement PlaceSpeciesWindow(const PlacementCursor& cursor, const ScreenArea& sc
     next.y -= rowHeight;
   }
   if (screen.top > next.y - rowHeight) return {std::nullopt, next};
-  const Point place{static_cast<int>(next.x), static_cast<int>(next.y - window.height)};
+  const Point position{static_cast<int>(next.x), static_cast<int>(next.y - window.height)};
   next.x += window.width;
-  return {place, next};
+  return {position, next};
 }

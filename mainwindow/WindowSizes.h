@@ -48,10 +48,10 @@ struct ScreenArea {
 struct PlacementCursor {
   std::int64_t x = 0, y = 0;
 };
-PlacementCursor FirstPlace(const ScreenArea& screen);
+PlacementCursor FirstPosition(const ScreenArea& screen);
 
 struct Placement {
-  std::optional<Point> place;  ///< left and top of the window; nullopt if it does not fit
+  std::optional<Point> position;  ///< left and top of the window; nullopt if it does not fit
   PlacementCursor next;
 };
 Placement PlaceSpeciesWindow(const PlacementCursor& cursor, const ScreenArea& screen, Size window);

@@ -31,20 +31,20 @@ TEST(WindowSizes, CompositeKeepsItsLeastSize) {
 TEST(WindowSizes, SpeciesWindowsFillRowsFromTheBottomLeft) {
   const ScreenArea screen{10, 20, 600, 620};
   const Size window{258, 257};
-  PlacementCursor cursor = FirstPlace(screen);
-  std::vector<std::optional<Point>> places;
+  PlacementCursor cursor = FirstPosition(screen);
+  std::vector<std::optional<Point>> positions;
   for (int i = 0; i < 6; ++i) {
     const Placement placement = PlaceSpeciesWindow(cursor, screen, window);
-    places.push_back(placement.place);
+    positions.push_back(placement.position);
     cursor = placement.next;
   }
   const std::vector<std::optional<Point>> expected{Point{10, 383},  Point{268, 383}, Point{10, 104},
                                                    Point{268, 104}, std::nullopt,    std::nullopt};
-  EXPECT_EQ(places, expected);
+  EXPECT_EQ(positions, expected);
 
   // The highest row that fits touches the top with its title.
-  EXPECT_TRUE(PlaceSpeciesWindow({10, 20 + 257 + 22}, screen, window).place);
-  EXPECT_FALSE(PlaceSpeciesWindow({10, 20 + 257 + 21}, screen, window).place);
+  EXPECT_TRUE(PlaceSpeciesWindow({10, 20 + 257 + 22}, screen, window).position);
+  EXPECT_FALSE(PlaceSpeciesWindow({10, 20 + 257 + 21}, screen, window).position);
   // A window wider than the screen wraps at once and stands a row higher.
-  EXPECT_EQ(PlaceSpeciesWindow(FirstPlace(screen), screen, {601, 100}).place, (Point{10, 418}));
+  EXPECT_EQ(PlaceSpeciesWindow(FirstPosition(screen), screen, {601, 100}).position, (Point{10, 418}));
 }
