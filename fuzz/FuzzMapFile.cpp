@@ -1,4 +1,4 @@
-#include <unistd.h>
+#include <sys/mman.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -16,12 +16,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-/// Streams read from the disk, so each input is written to a file, which is removed when the process ends.
-struct InputFile {
-  const std::filesystem::path path =
-      std::filesystem::temp_directory_path() / ("fuzz_map_file_" + std::to_string(getpid()));
-  ~InputFile() { std::filesystem::remove(path); }
-};
+/// Streams read files, so each input becomes one; in memory, because writing to a disk takes longer than the test.
+std::filesystem::path InputFile() {
+  static const int file = memfd_create("input", MFD_CLOEXEC);
+  return "/proc/self/fd/" + std::to_string(file);
+}
 
 void Require(bool holds) {
   if (!holds) std::abort();
@@ -46,10 +45,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string bytes(data + kNumbers, data + size);
   for (std::size_t i = 0; i < std::size(kPlaces); ++i)
     if (kPlaces[i] + 2 <= bytes.size()) std::copy_n(data + 2 * i, 2, bytes.begin() + static_cast<int>(kPlaces[i]));
-  static const InputFile file;
-  std::ofstream(file.path, std::ios::binary) << bytes;
+  std::ofstream(InputFile(), std::ios::binary) << bytes;
 
-  auto stream = platform::BinaryStream::Open(file.path);
+  auto stream = platform::BinaryStream::Open(InputFile());
   Require(static_cast<bool>(stream));
   const std::int32_t count = VoteOn(catalogue::ImageCountVotes(*stream));
   VoteOn(catalogue::PixelSizeVotes(*stream));

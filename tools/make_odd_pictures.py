@@ -10,7 +10,7 @@ whose names begin with a program's name were made by that program from rgb.tif o
     imagemagick-palette-alpha.tif    convert rgb.tif -alpha set -channel A -evaluate set 50% -type PaletteAlpha
     graphicsmagick-float-24-bits.tif gm convert -define tiff:sample-format=ieeefp -define tiff:bits-per-sample=24
     libtiff-rgb-no-photometric.tif   tiffset -u 262
-    imagemagick*.pict                convert
+    imagemagick*.pict                convert; those of a number of columns from the first rows of such a map
     netpbm.pict                      ppmtopict
     netpbm-os2.bmp                   ppmtobmp -os2
     netpbm-interlaced.gif            ppmtogif -interlace

@@ -34,8 +34,16 @@ ByteSource::ByteSource(const std::filesystem::path& path) {
   size_ = static_cast<std::uint64_t>(status.st_size);
 }
 
+ByteSource::ByteSource(const ByteSource& whole, std::uint64_t position, std::uint64_t count)
+    : file_(whole.file_), isPart_(true) {
+  position = std::min(position, whole.size_);
+  size_ = std::min(count, whole.size_ - position);
+  fileOffset_ = whole.fileOffset_ + position;
+  if (file_ < 0) window_ = whole.window_.subspan(position, size_);
+}
+
 ByteSource::~ByteSource() {
-  if (file_ >= 0) close(file_);
+  if (file_ >= 0 && !isPart_) close(file_);
 }
 
 std::size_t ByteSource::Read(std::uint64_t position, void* target, std::size_t count) {
@@ -62,7 +70,7 @@ std::size_t ByteSource::ReadFile(std::uint64_t position, void* target, std::size
   auto* out = static_cast<std::uint8_t*>(target);
   std::size_t done = 0;
   while (done < count) {
-    const ssize_t got = pread(file_, out + done, count - done, static_cast<off_t>(position + done));
+    const ssize_t got = pread(file_, out + done, count - done, static_cast<off_t>(fileOffset_ + position + done));
     if (got < 0 && errno == EINTR) continue;
     if (got <= 0) break;
     done += static_cast<std::size_t>(got);
@@ -72,7 +80,8 @@ std::size_t ByteSource::ReadFile(std::uint64_t position, void* target, std::size
 
 void ByteSource::MoveWindow(std::uint64_t position) {
   buffer_.resize(kWindow);
-  window_ = std::span(buffer_).first(ReadFile(position, buffer_.data(), kWindow));
+  const std::size_t count = static_cast<std::size_t>(std::min<std::uint64_t>(kWindow, size_ - position));
+  window_ = std::span(buffer_).first(ReadFile(position, buffer_.data(), count));
   windowStart_ = position;
 }
 

@@ -17,6 +17,8 @@ class ByteSource {
   ByteSource(std::span<const std::uint8_t> memory) : window_(memory), size_(memory.size()) {}
   /// Opens a file. Throws ReadFailure if it is not a regular file, is empty or cannot be opened.
   explicit ByteSource(const std::filesystem::path& path);
+  /// `count` bytes of `whole` from `position` on, fewer at its end. `whole` must outlive them.
+  ByteSource(const ByteSource& whole, std::uint64_t position, std::uint64_t count);
   ByteSource(const ByteSource&) = delete;
   ByteSource& operator=(const ByteSource&) = delete;
   ~ByteSource();
@@ -46,6 +48,8 @@ class ByteSource {
   void RequireWindow(std::uint64_t position);
 
   int file_ = -1;
+  bool isPart_ = false;           // then the file is that of the whole
+  std::uint64_t fileOffset_ = 0;  // of position 0 in the file
   std::vector<std::uint8_t> buffer_;
   std::span<const std::uint8_t> window_;  // the bytes in memory: a part of the file, or all
   std::uint64_t windowStart_ = 0;

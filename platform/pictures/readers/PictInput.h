@@ -28,22 +28,37 @@ struct Rect {
 /// Reading past the end throws ReadFailure.
 class Input {
  public:
-  explicit Input(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
-  /// Bytes read so far.
-  std::size_t Position() const { return position_; }
+  /// The bytes from `begin` up to, not including, `end`. The source must outlive the input.
+  Input(ByteSource& source, std::uint64_t begin, std::uint64_t end) : source_(&source), position_(begin), end_(end) {}
+  /// The place in the source.
+  std::uint64_t Position() const { return position_; }
   /// Bytes left to read.
-  std::size_t Left() const { return bytes_.size() - position_; }
+  std::uint64_t Left() const { return end_ - position_; }
 
-  std::span<const std::uint8_t> Take(std::size_t count) {
+  void Skip(std::uint64_t count) {
     if (count > Left()) throw ReadFailure("truncated: the data of the PICT end too early");
     position_ += count;
-    return bytes_.subspan(position_ - count, count);
   }
-  void Skip(std::size_t count) { Take(count); }
-  std::uint8_t Byte() { return Take(1)[0]; }
+  /// The next bytes as an input of their own; this one continues after them.
+  Input Part(std::uint64_t count) {
+    Skip(count);
+    return {*source_, position_ - count, position_};
+  }
+  /// The rest as a source for a reader of another format.
+  ByteSource Rest() const { return {*source_, position_, Left()}; }
+  /// Fills `target`.
+  void Read(std::span<std::uint8_t> target) {
+    Skip(target.size());
+    if (source_->Read(position_ - target.size(), target.data(), target.size()) != target.size())
+      throw ReadFailure("truncated: the data of the PICT end too early");
+  }
+  std::uint8_t Byte() {
+    Skip(1);
+    return static_cast<std::uint8_t>(source_->Byte(position_ - 1));
+  }
   std::uint16_t Word() {
-    const auto bytes = Take(2);
-    return static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
+    const int high = Byte();
+    return static_cast<std::uint16_t>(high << 8 | Byte());
   }
   std::int16_t SignedWord() { return static_cast<std::int16_t>(Word()); }
   std::uint32_t Long() {
@@ -57,8 +72,9 @@ class Input {
   }
 
  private:
-  std::span<const std::uint8_t> bytes_;
-  std::size_t position_ = 0;
+  ByteSource* source_;
+  std::uint64_t position_;
+  std::uint64_t end_;
 };
 
 }  // namespace platform::pict

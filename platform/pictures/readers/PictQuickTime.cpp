@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <vector>
 
 #include "platform/pictures/GreyScaling.h"
 #include "platform/pictures/readers/PictRaster.h"
@@ -49,10 +50,12 @@ Description ReadDescription(Input& input) {
   constexpr std::size_t kOwnSize = 4, kSizeWithoutExtensions = 86;
   const std::size_t size = input.Long();
   if (size < kSizeWithoutExtensions) throw ReadFailure("truncated or damaged: a QuickTime image without description");
-  Input fields(input.Take(size - kOwnSize));
+  Input fields = input.Part(size - kOwnSize);
   Description description;
-  for (const std::uint8_t letter : fields.Take(4))
+  while (description.codec.size() < 4) {
+    const std::uint8_t letter = fields.Byte();
     description.codec += letter >= ' ' && letter <= '~' ? static_cast<char>(letter) : '?';
+  }
   fields.Skip(24);  // versions, vendor, quality
   description.width = fields.Word();
   description.height = fields.Word();
@@ -95,18 +98,17 @@ PixelMap RawPixels(const Description& description) {
   return map;
 }
 
-OpenedPicture Decode(const std::string& codec, std::span<const std::uint8_t> data) {
+OpenedPicture Decode(const std::string& codec, const Input& data) {
   if (codec == "jpeg") {
-    constexpr std::array<std::uint8_t, 3> kJpeg = {0xFF, 0xD8, 0xFF};
-    if (std::ranges::mismatch(kJpeg, data).in1 != kJpeg.end()) return {nullptr, "no JPEG"};
-    return ReadJpeg(data);
+    const std::vector<std::uint8_t> kJpeg = {0xFF, 0xD8, 0xFF};
+    return data.Rest().Bytes(0, kJpeg.size()) == kJpeg ? ReadJpeg(data.Rest()) : OpenedPicture{nullptr, "no JPEG"};
   }
-  if (codec == "png ") return ReadPng(data);
-  if (codec == "tiff") return ReadTiff(data);
+  if (codec == "png ") return ReadPng(data.Rest());
+  if (codec == "tiff") return ReadTiff(data.Rest());
   return {nullptr, String("unsupported compression: QuickTime " + codec)};
 }
 
-Ref<Picture> DecodeWhole(const std::string& codec, std::span<const std::uint8_t> data) {
+Ref<Picture> DecodeWhole(const std::string& codec, const Input& data) {
   const OpenedPicture opened = Decode(codec, data);
   const std::string failure = opened.failure.Utf8();
   if (failure.starts_with("unsupported")) throw ReadFailure(failure);
@@ -121,18 +123,17 @@ void PaintCompressed(Input& data, const Transform& transform, Canvas& canvas) {
   placement.destination = transform.Apply(placement.source);
   data.Skip(4);  // accuracy
   if (const std::size_t maskSize = data.Long()) {
-    Input mask(data.Take(maskSize));
+    Input mask = data.Part(maskSize);
     placement.mask = ReadRegion(mask);
   }
   const Description description = ReadDescription(data);
-  const auto bytes = data.Take(description.dataSize != 0 ? description.dataSize : data.Left());
+  Input content = data.Part(description.dataSize != 0 ? description.dataSize : data.Left());
   if (description.codec == "raw ") {
-    Input rows(bytes);
     const PixelMap map = RawPixels(description);
     placement.bounds = map.bounds;
-    PaintPixels(rows, map, canvas, placement);
+    PaintPixels(content, map, canvas, placement);
   } else {
-    const Ref<Picture> image = DecodeWhole(description.codec, bytes);
+    const Ref<Picture> image = DecodeWhole(description.codec, content);
     const PlaneView<Color> pixels = image->Pixels();
     canvas.CountWork(static_cast<double>(pixels.width) * pixels.height);
     placement.bounds = {0, 0, pixels.height, pixels.width};
@@ -146,7 +147,7 @@ void PaintCompressed(Input& data, const Transform& transform, Canvas& canvas) {
 
 void PaintQuickTime(Input& input, int opcode, Canvas& canvas) {
   const std::size_t size = input.Long();
-  Input data(input.Take(size));
+  Input data = input.Part(size);
   data.Skip(2);  // version
   const Transform transform = ReadMatrix(data);
   if (data.Long() != 0) throw ReadFailure("unsupported: a QuickTime image with a matte");

@@ -11,7 +11,8 @@ namespace {
 
 /// Shorter rows are never packed.
 constexpr std::size_t kShortestPackedRow = 8;
-/// The byte count of a packed row takes one byte for rows up to this length, two bytes for longer ones.
+/// The byte count of a packed row takes one byte for rows up to this length, two bytes for longer ones. Some programs
+/// use another limit.
 constexpr std::size_t kLongestRowOfByteCount = 250;
 
 bool IsDirect(int opcode) { return opcode == 0x9A || opcode == 0x9B; }
@@ -56,22 +57,37 @@ PixelMap ReadPixelMap(Input& input, bool direct, bool packed) {
 }
 
 /// Fills the row from PackBits data whose runs count units of 1 or 2 bytes. Excess bytes are dropped.
-void Unpack(Input packed, std::size_t unit, std::span<std::uint8_t> row) {
+void Unpack(std::span<const std::uint8_t> packed, std::size_t unit, std::span<std::uint8_t> row) {
   while (!row.empty()) {
-    const int code = packed.Left() > 0 ? packed.Byte() : 0;
+    const int code = packed.empty() ? 0 : packed.front();
+    if (!packed.empty()) packed = packed.subspan(1);
     if (code == 128) continue;
     const bool repeated = code > 128;
     const std::size_t count = static_cast<std::size_t>(repeated ? 257 - code : code + 1) * unit;
-    if (packed.Left() < (repeated ? unit : count))
-      throw ReadFailure("truncated or damaged: a row of the PICT has too few pixels");
-    const auto bytes = packed.Take(repeated ? unit : count);
+    const std::size_t stored = repeated ? unit : count;
+    if (packed.size() < stored) throw ReadFailure("truncated or damaged: a row of the PICT has too few pixels");
     const std::size_t used = std::min(count, row.size());
     if (repeated)
-      for (std::size_t i = 0; i < used; ++i) row[i] = bytes[i & (unit - 1)];
+      for (std::size_t i = 0; i < used; ++i) row[i] = packed[i & (unit - 1)];
     else
-      std::ranges::copy(bytes.first(used), row.begin());
+      std::ranges::copy(packed.first(used), row.begin());
+    packed = packed.subspan(stored);
     row = row.subspan(used);
   }
+}
+
+/// The number of bytes to which such data unpack; 0 if they end within a run.
+std::size_t UnpackedSize(std::span<const std::uint8_t> packed, std::size_t unit) {
+  std::size_t size = 0;
+  for (std::size_t i = 0; i < packed.size();) {
+    const std::size_t code = packed[i++];
+    if (code == 128) continue;
+    const std::size_t count = (code > 128 ? 257 - code : code + 1) * unit;
+    i += code > 128 ? unit : count;
+    if (i > packed.size()) return 0;
+    size += count;
+  }
+  return size;
 }
 
 /// Decodes the rows of a pixel map one after the other.
@@ -82,18 +98,26 @@ class PixelRows {
   std::span<Color> Next();
 
  private:
-  std::span<const std::uint8_t> NextStored();
+  std::span<const std::uint8_t> NextBytes();
+  std::size_t Unit() const { return map_.packing == Packing::kWords ? 2 : 1; }
+  bool FirstRowHas(bool longCount) const;
+  std::span<const std::uint8_t> Stored(std::size_t count);
   Color Direct(std::span<const std::uint8_t> row, std::size_t x) const;
 
   Input& input_;
   const PixelMap& map_;
   std::array<std::uint8_t, 256> levels5_ = LevelsOfBits(5);
+  bool longCounts_;  // the byte count of a packed row takes two bytes
+  std::vector<std::uint8_t> stored_;
   std::vector<std::uint8_t> unpacked_;
   std::vector<Color> colors_;
 };
 
 PixelRows::PixelRows(Input& input, const PixelMap& map)
-    : input_(input), map_(map), colors_(static_cast<std::size_t>(map.bounds.Width())) {
+    : input_(input),
+      map_(map),
+      longCounts_(map.rowBytes > kLongestRowOfByteCount),
+      colors_(static_cast<std::size_t>(map.bounds.Width())) {
   const std::size_t width = colors_.size();
   std::size_t needed = (width * static_cast<std::size_t>(map.depth) + 7) / 8;
   if (map.packing == Packing::kPlanes) needed = width * static_cast<std::size_t>(map.components);
@@ -102,13 +126,32 @@ PixelRows::PixelRows(Input& input, const PixelMap& map)
       needed > map.rowBytes)
     throw ReadFailure("truncated or damaged: rows of the PICT shorter than its width");
   unpacked_.resize(needed);
+  const bool counted = map.packing != Packing::kNone && map.packing != Packing::kNoPadByte;
+  if (counted && !FirstRowHas(longCounts_) && FirstRowHas(!longCounts_)) longCounts_ = !longCounts_;
 }
 
-std::span<const std::uint8_t> PixelRows::NextStored() {
-  if (map_.packing == Packing::kNone) return input_.Take(map_.rowBytes);
-  if (map_.packing == Packing::kNoPadByte) return input_.Take(unpacked_.size());
-  const std::size_t count = map_.rowBytes > kLongestRowOfByteCount ? input_.Word() : input_.Byte();
-  Unpack(Input(input_.Take(count)), map_.packing == Packing::kWords ? 2 : 1, unpacked_);
+/// Whether a count of that length, and as many bytes that unpack to just one row, come next.
+bool PixelRows::FirstRowHas(bool longCount) const {
+  Input ahead = input_;
+  if (ahead.Left() < 2) return false;
+  const std::size_t count = longCount ? ahead.Word() : ahead.Byte();
+  if (count > ahead.Left()) return false;
+  std::vector<std::uint8_t> packed(count);
+  ahead.Read(packed);
+  const std::size_t size = UnpackedSize(packed, Unit());
+  return size >= unpacked_.size() && size <= std::max(map_.rowBytes, unpacked_.size());
+}
+
+std::span<const std::uint8_t> PixelRows::Stored(std::size_t count) {
+  stored_.resize(count);
+  input_.Read(stored_);
+  return stored_;
+}
+
+std::span<const std::uint8_t> PixelRows::NextBytes() {
+  if (map_.packing == Packing::kNone) return Stored(map_.rowBytes);
+  if (map_.packing == Packing::kNoPadByte) return Stored(unpacked_.size());
+  Unpack(Stored(longCounts_ ? input_.Word() : input_.Byte()), Unit(), unpacked_);
   return unpacked_;
 }
 
@@ -130,7 +173,7 @@ Color PixelRows::Direct(std::span<const std::uint8_t> row, std::size_t x) const 
 }
 
 std::span<Color> PixelRows::Next() {
-  const auto row = NextStored();
+  const auto row = NextBytes();
   if (map_.depth == 32) {
     for (std::size_t x = 0; x < colors_.size(); ++x) colors_[x] = Direct(row, x);
   } else if (map_.depth == 16) {

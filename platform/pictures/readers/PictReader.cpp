@@ -8,8 +8,20 @@ namespace {
 
 using namespace pict;
 
+/// Length of the header of a PICT file, whose content is up to the program that wrote it. A PICT taken from a resource
+/// lacks it.
+constexpr std::uint64_t kPreamble = 512;
+
 constexpr int kEnd = 0xFF;
 constexpr int kHeader = 0x0C00;
+
+bool BeginsAt(ByteSource& source, std::uint64_t position) {
+  if (source.Size() < position + 14) return false;
+  Input input(source, position + 2, position + 14);  // after the size, whose high bytes are lost
+  if (input.Rectangle().Empty()) return false;
+  const std::uint32_t version = input.Long();
+  return version == 0x001102FF || version >> 16 == 0x1101;
+}
 
 /// The header of version 2. Its source rectangle, if it has one, gives the drawing coordinates and the size in pixels;
 /// the frame is then the same area at 72 dots per inch. So the size is that of the pixels in the file; clips are
@@ -22,12 +34,12 @@ void ReadHeader(Input& input, Canvas& canvas) {
   if (extended && !source.Empty()) canvas.SetArea(source);
 }
 
-Ref<Picture> Read(std::span<const std::uint8_t> bytes) {
-  const bool hasPreamble = PictBeginsAt(bytes, kPictPreamble);
-  if (!hasPreamble && !PictBeginsAt(bytes, 0)) throw ReadFailure("not an image: no PICT");
-  Input input(bytes.subspan(hasPreamble ? kPictPreamble : 0));
+Ref<Picture> Read(ByteSource& source) {
+  const auto begin = BeginOfPict(source);
+  if (!begin) throw ReadFailure("not an image: no PICT");
+  Input input(source, *begin, source.Size());
   input.Skip(2);  // size
-  Canvas canvas(input.Rectangle(), bytes.size());
+  Canvas canvas(input.Rectangle(), source.Size());
   const Version version = input.Word() == 0x1101 ? Version::kOne : Version::kTwo;
   if (version == Version::kTwo) input.Skip(2);
   for (;;) {
@@ -51,8 +63,14 @@ Ref<Picture> Read(std::span<const std::uint8_t> bytes) {
 
 }  // namespace
 
-OpenedPicture ReadPict(std::span<const std::uint8_t> bytes) {
-  return Guarded([bytes] { return Read(bytes); });
+std::optional<std::uint64_t> BeginOfPict(ByteSource& source) {
+  for (const std::uint64_t position : {kPreamble, std::uint64_t{0}})
+    if (BeginsAt(source, position)) return position;
+  return std::nullopt;
+}
+
+OpenedPicture ReadPict(ByteSource&& source) {
+  return Guarded([&source] { return Read(source); });
 }
 
 }  // namespace platform

@@ -9,7 +9,7 @@ Region ReadRegion(Input& input) {
   const std::size_t size = input.Word();
   if (size < 10) throw ReadFailure("truncated or damaged: a region of " + std::to_string(size) + " bytes");
   const Rect box = input.Rectangle();
-  Input rows(input.Take(size - 10));
+  Input rows = input.Part(size - 10);
   Region region;
   if (rows.Left() == 0)  // a rectangle
     for (const int y : {box.top, box.bottom})

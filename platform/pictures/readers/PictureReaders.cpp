@@ -32,16 +32,6 @@ bool LooksLikeBmp(std::span<const std::uint8_t> bytes) {
 
 }  // namespace
 
-bool PictBeginsAt(std::span<const std::uint8_t> bytes, std::size_t place) {
-  if (bytes.size() < place + 14) return false;
-  const auto number = [&](std::size_t i) {
-    return static_cast<std::int16_t>((bytes[place + i] << 8) | bytes[place + i + 1]);
-  };
-  // The size in bytes (ignored), the frame, the version.
-  return number(6) > number(2) && number(8) > number(4) &&
-         BeginsWithOneOf(bytes.subspan(place + 10), {"\0\x11\x02\xFF"sv, "\x11\x01"sv});
-}
-
 OpenedPicture ReadPicture(const std::filesystem::path& path) {
   return Guarded([&path] { return ReadPicture(ByteSource(path)); });
 }
@@ -50,16 +40,13 @@ OpenedPicture ReadPicture(std::span<const std::uint8_t> bytes) { return ReadPict
 
 OpenedPicture ReadPicture(ByteSource&& source) {
   return Guarded([&source]() -> OpenedPicture {
-    const std::vector<std::uint8_t> beginning = source.Bytes(0, kPictPreamble + 14);
+    const std::vector<std::uint8_t> beginning = source.Bytes(0, 19);
     if (LooksLikeTiff(beginning)) return ReadTiff(std::move(source));
     if (BeginsWithOneOf(beginning, {"\x89PNG"sv})) return ReadPng(std::move(source));
     if (BeginsWithOneOf(beginning, {"\xFF\xD8\xFF"sv})) return ReadJpeg(std::move(source));
     if (BeginsWithOneOf(beginning, {"GIF87a"sv, "GIF89a"sv})) return ReadGif(std::move(source));
     if (LooksLikeBmp(beginning)) return ReadBmp(std::move(source));
-    if (PictBeginsAt(beginning, kPictPreamble) || PictBeginsAt(beginning, 0)) {
-      CheckSize(static_cast<double>(source.Size()), 1, 1);  // read whole: a PICT holds one image
-      return ReadPict(source.Bytes(0, source.Size()));
-    }
+    if (BeginOfPict(source)) return ReadPict(std::move(source));
     return {nullptr, "not an image: no TIFF, PNG, BMP, GIF, JPEG or PICT"};
   });
 }

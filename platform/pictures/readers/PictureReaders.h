@@ -33,7 +33,7 @@ OpenedPicture ReadPicture(ByteSource&& source);
 
 /// By format.
 OpenedPicture ReadTiff(ByteSource&& source);
-OpenedPicture ReadPict(std::span<const std::uint8_t> bytes);
+OpenedPicture ReadPict(ByteSource&& source);
 OpenedPicture ReadPng(ByteSource&& source);
 OpenedPicture ReadBmp(ByteSource&& source);
 OpenedPicture ReadGif(ByteSource&& source);

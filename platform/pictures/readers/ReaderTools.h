@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -33,11 +34,8 @@ OpenedPicture Guarded(Body body) noexcept {
   }
 }
 
-/// Length of the header of a PICT file, whose content is up to the program that wrote it. A PICT taken from a resource
-/// lacks it.
-constexpr std::size_t kPictPreamble = 512;
-/// Whether a PICT (size, frame, version) begins at that position of the bytes.
-bool PictBeginsAt(std::span<const std::uint8_t> bytes, std::size_t place);
+/// The position of the PICT in the file: behind a preamble of 512 bytes, or 0. nullopt if the file is no PICT.
+std::optional<std::uint64_t> BeginOfPict(ByteSource& source);
 
 /// Limit of the bytes for the pixels of one picture: half of the machine's memory.
 double MemoryForAPicture();

@@ -114,13 +114,15 @@ struct Layout {
   std::uint16_t extraCount = 0;
   const std::uint16_t* extras = nullptr;
 
-  /// The index of the alpha sample, or -1.
+  /// The index of the alpha sample, or -1. An undeclared fourth sample of RGB is premultiplied alpha, as in libtiff.
   int AlphaSample() const {
     for (int i = 0; i < extraCount; ++i)
       if (extras[i] == EXTRASAMPLE_ASSOCALPHA || extras[i] == EXTRASAMPLE_UNASSALPHA) return samples - extraCount + i;
-    return -1;
+    return photometric == PHOTOMETRIC_RGB && samples == 4 && extraCount == 0 ? 3 : -1;
   }
-  bool AlphaPremultiplied() const { return extras[AlphaSample() - (samples - extraCount)] == EXTRASAMPLE_ASSOCALPHA; }
+  bool AlphaPremultiplied() const {
+    return extraCount == 0 || extras[AlphaSample() - (samples - extraCount)] == EXTRASAMPLE_ASSOCALPHA;
+  }
 };
 
 /// If the file does not state what its samples mean, three or more are RGB. libtiff treats such an image as grey, with
@@ -443,7 +445,14 @@ Ref<Picture> ReadPalette(TIFF* tiff, const Source& source, const Layout& layout)
   return AsLevelsIfGrey(Upright(picture, layout));
 }
 
-/// RGB of a depth that libtiff does not convert.
+/// Whether libtiff cannot convert an RGB image: its depth, or tiles that are not compressed, which it takes for damaged
+/// unless the file is mapped and their size suits it.
+bool IsUnusualRgb(TIFF* tiff, const Layout& layout) {
+  const bool odd = layout.bits < 16 && layout.bits != 8;
+  const bool plainTiles = TIFFIsTiled(tiff) && layout.compression == COMPRESSION_NONE && layout.bits <= 16;
+  return (odd || plainTiles) && layout.format != SAMPLEFORMAT_INT && layout.format != SAMPLEFORMAT_IEEEFP;
+}
+
 Ref<Picture> ReadUnusualRgb(TIFF* tiff, const Source& source, const Layout& layout) {
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
   Color* pixels = picture->Pixels().data;
@@ -477,8 +486,7 @@ Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) 
   if (!TIFFRGBAImageGet(&image, pixels, layout.width, layout.height)) GiveUp(source);
   // libtiff has multiplied the colours by their alpha. It treats a fourth sample as alpha even if the file declares
   // something else.
-  const bool declared = layout.extraCount > 0;
-  const bool hasAlpha = image.alpha != 0 && (!declared || layout.AlphaSample() >= 0);
+  const bool hasAlpha = image.alpha != 0 && layout.AlphaSample() >= 0;
   std::transform(pixels, pixels + std::size_t{layout.width} * layout.height, pixels, [hasAlpha](std::uint32_t abgr) {
     const int white = hasAlpha ? 255 - static_cast<int>(TIFFGetA(abgr)) : 0;
     return RGB(std::min<int>(static_cast<int>(TIFFGetR(abgr)) + white, 255),
@@ -507,9 +515,8 @@ OpenedPicture ReadTiff(ByteSource&& bytes) {
         return layout.bits <= 8 ? ReadPalette(tiff.get(), source, layout) : ReadGrey(tiff.get(), source, layout);
       case PHOTOMETRIC_RGB:
         if (layout.samples - layout.extraCount < 3) return ReadGrey(tiff.get(), source, layout);
-        if (layout.bits < 16 && layout.bits != 8 && layout.format != SAMPLEFORMAT_INT)
-          return ReadUnusualRgb(tiff.get(), source, layout);
-        return ReadColors(tiff.get(), source, layout);
+        return IsUnusualRgb(tiff.get(), layout) ? ReadUnusualRgb(tiff.get(), source, layout)
+                                                : ReadColors(tiff.get(), source, layout);
       default:
         return ReadColors(tiff.get(), source, layout);
     }
