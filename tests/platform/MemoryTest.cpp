@@ -13,48 +13,39 @@ namespace {
 
 using platform::AvailableMemory;
 
-/// A proc/ and a sys/ of its own.
+/// A proc/ and a sys/ of its own, as a machine with 9000 kB available has them.
 class Memory : public testing::Test {
  protected:
-  void Write(const std::string& path, const std::string& text) {
-    std::filesystem::create_directories((folder / path).parent_path());
+  void Expect(double available, const std::string& path, const std::string& text) {
+    std::filesystem::create_directories((own.Path() / path).parent_path());
     own.Write(path, text);
+    EXPECT_EQ(AvailableMemory(own.Path()), available) << path << ": " << text;
   }
   const platform::Folder own;
-  const std::filesystem::path folder = own.Path();
+  static constexpr double kAll = 9000 * 1024;
 };
 
-TEST_F(Memory, IsWhatTheSystemHasAvailable) {
-  EXPECT_TRUE(std::isinf(AvailableMemory(folder)));
-  Write("proc/meminfo", "MemTotal:       24000 kB\nMemFree:          100 kB\nMemAvailable:    9000 kB\n");
-  EXPECT_EQ(AvailableMemory(folder), 9000 * 1024.0);
-}
-
 TEST_F(Memory, IsBoundByEveryControlGroupAbove) {
-  Write("proc/meminfo", "MemAvailable:    9000 kB\n");
-  Write("proc/self/cgroup", "0::/outer/inner\n");
-  Write("sys/fs/cgroup/outer/inner/memory.max", "max\n");
-  Write("sys/fs/cgroup/outer/inner/memory.current", "400000\n");
-  EXPECT_EQ(AvailableMemory(folder), 9000 * 1024.0);
-  Write("sys/fs/cgroup/outer/memory.max", "1000000\n");
-  Write("sys/fs/cgroup/outer/memory.current", "700000\n");
+  EXPECT_TRUE(std::isinf(AvailableMemory(own.Path())));
+  Expect(kAll, "proc/meminfo", "MemTotal:       24000 kB\nMemFree:          100 kB\nMemAvailable:    9000 kB\n");
+  Expect(kAll, "proc/self/cgroup", "0::/outer/inner\n");
+  Expect(kAll, "sys/fs/cgroup/outer/inner/memory.max", "max\n");
+  Expect(kAll, "sys/fs/cgroup/outer/inner/memory.current", "400000\n");
+  Expect(1000000, "sys/fs/cgroup/outer/memory.max", "1000000\n");
+  Expect(300000, "sys/fs/cgroup/outer/memory.current", "700000\n");
   // What is cached of files gives way.
-  Write("sys/fs/cgroup/outer/memory.stat", "anon 500000\nactive_file 9\ninactive_file 50000\n");
-  EXPECT_EQ(AvailableMemory(folder), 350000);
-  Write("sys/fs/cgroup/outer/inner/memory.max", "410000\n");
-  EXPECT_EQ(AvailableMemory(folder), 10000);
-  Write("sys/fs/cgroup/outer/inner/memory.max", "300000\n");
-  EXPECT_EQ(AvailableMemory(folder), 0);
+  Expect(350000, "sys/fs/cgroup/outer/memory.stat", "anon 500000\nactive_file 9\ninactive_file 50000\n");
+  Expect(10000, "sys/fs/cgroup/outer/inner/memory.max", "410000\n");
+  Expect(0, "sys/fs/cgroup/outer/inner/memory.max", "300000\n");
 }
 
 TEST_F(Memory, IsBoundByTheOlderKindOfControlGroup) {
-  Write("proc/meminfo", "MemAvailable:    9000 kB\n");
+  Expect(kAll, "proc/meminfo", "MemAvailable:    9000 kB\n");
   // Seen from inside a container: the path is the machine's, the files stand at the top.
-  Write("proc/self/cgroup", "9:cpu,cpuacct:/job\n8:hugetlb,memory:/job\n0::/\n");
-  Write("sys/fs/cgroup/memory/memory.limit_in_bytes", "5000000\n");
-  Write("sys/fs/cgroup/memory/memory.usage_in_bytes", "1000000\n");
-  Write("sys/fs/cgroup/memory/memory.stat", "inactive_file 1\ntotal_inactive_file 200000\n");
-  EXPECT_EQ(AvailableMemory(folder), 4200000);
+  Expect(kAll, "proc/self/cgroup", "9:cpu,cpuacct:/job\n8:hugetlb,memory:/job\n0::/\n");
+  Expect(5000000, "sys/fs/cgroup/memory/memory.limit_in_bytes", "5000000\n");
+  Expect(4000000, "sys/fs/cgroup/memory/memory.usage_in_bytes", "1000000\n");
+  Expect(4200000, "sys/fs/cgroup/memory/memory.stat", "inactive_file 1\ntotal_inactive_file 200000\n");
 }
 
 TEST_F(Memory, IsBoundByTheAddressSpaceOfTheProcess) {
@@ -67,7 +58,7 @@ TEST_F(Memory, IsBoundByTheAddressSpaceOfTheProcess) {
   rlimit limit = before;
   limit.rlim_cur = static_cast<rlim_t>(pages * static_cast<double>(sysconf(_SC_PAGESIZE)) + kRoom);
   ASSERT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
-  const double available = AvailableMemory(folder);
+  const double available = AvailableMemory(own.Path());
   setrlimit(RLIMIT_AS, &before);
   EXPECT_LE(available, kRoom);
   EXPECT_GT(available, kRoom / 2);

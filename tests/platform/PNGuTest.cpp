@@ -9,9 +9,9 @@
 #include <csignal>
 
 #include "platform/pictures/PNGu.h"
-#include "tests/support/Drawn.h"
 #include "tests/support/FileCalls.h"
 #include "tests/support/Folder.h"
+#include "tests/support/Noise.h"
 
 namespace platform {
 namespace {
