@@ -7,16 +7,9 @@
 
 namespace {
 
-constexpr MainMeasures kOpening{{970, 552}, 60, {256, 256}};
 constexpr Size kCompositeOpening{296, 502};
 
 }  // namespace
-
-TEST(WindowSizes, TheWindowIsAsWideAsItsWidestPart) {
-  EXPECT_FALSE(FitMain(kOpening, 890, 256, 1).windowWidth);
-  EXPECT_EQ(FitMain(kOpening, 891, 256, 1).windowWidth, 971);
-  EXPECT_EQ(FitMain(kOpening, 1 << 30, 1, 5).windowWidth, 2147483647);
-}
 
 TEST(WindowSizes, CompositeKeepsItsLeastSize) {
   EXPECT_FALSE(FitComposite(kCompositeOpening, {512, 512}, 256, 256, 2));

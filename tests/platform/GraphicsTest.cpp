@@ -73,52 +73,53 @@ TEST(Lines, AreThoseOfTheTextbookUnderEveryClip) {
   }
 }
 
-TEST(Lines, MayReachToTheEndsOfTheNumbers) {
-  const auto picture = Canvas(4, 4);
-  picture->Graphics().DrawLine(kLowest, kLowest, kHighest, kHighest);
-  EXPECT_EQ(Drawn(picture), "#...\n.#..\n..#.\n...#\n");
-  // Over 2^32 - 1 steps the line rises by one row, in its middle, which is at x = 0.
-  const auto low = Canvas(3, 2);
-  low->Graphics().DrawLine(kLowest, 0, kHighest, 1);
-  EXPECT_EQ(Drawn(low), "...\n###\n");
-  const auto high = Canvas(3, 3);
-  high->Graphics().DrawLine(1, kHighest, 1, kLowest);
-  high->Graphics().DrawLine(kHighest, 2, kLowest, 2);
-  EXPECT_EQ(Drawn(high), ".#.\n.#.\n###\n");
-}
+/// All of a small picture, a row of text for each row of pixels.
+struct Case {
+  const char* name;
+  int width, height;
+  void (*draw)(Graphics&);
+  const char* drawn;
+};
 
-TEST(Rectangles, FrameTheInsideAndFillTheWhole) {
-  const auto picture = Canvas(7, 5);
-  auto g = picture->Graphics();
-  g.PenWidth = 2;
-  g.DrawRect(1, 0, 6, 4);
-  EXPECT_EQ(Drawn(picture), ".######\n.##..##\n.##..##\n.######\n.......\n");
-  g.ForeColor = kWhite;
-  g.FillRect(-3, 1, 100, 1);
-  const std::string drawn = ".######\n.......\n.##..##\n.######\n.......\n";
-  EXPECT_EQ(Drawn(picture), drawn);
-  g.ForeColor = kBlack;
-  const Rect nothing[] = {
-      {0, 0, 0, 5}, {2, 2, -1, 3}, {kHighest, 0, kHighest, 5}, {3, kLowest, 1, kHighest}, {kLowest, 0, kHighest, 5}};
-  for (const auto& [x, y, w, h] : nothing) g.FillRect(x, y, w, h), g.DrawRect(x, y, w, h), g.DrawOval(x, y, w, h);
-  EXPECT_EQ(Drawn(picture), drawn);
-}
+const Case kCases[] = {
+    {"line to the ends of the numbers", 4, 4, [](Graphics& g) { g.DrawLine(kLowest, kLowest, kHighest, kHighest); },
+     "#...\n.#..\n..#.\n...#\n"},
+    // Over 2^32 - 1 steps the line rises by one row, in its middle, which is at x = 0.
+    {"line that rises by one", 3, 2, [](Graphics& g) { g.DrawLine(kLowest, 0, kHighest, 1); }, "...\n###\n"},
+    {"lines backwards", 3, 3,
+     [](Graphics& g) { g.DrawLine(1, kHighest, 1, kLowest), g.DrawLine(kHighest, 2, kLowest, 2); }, ".#.\n.#.\n###\n"},
+    {"frame", 7, 5, [](Graphics& g) { g.PenWidth = 2, g.DrawRect(1, 0, 6, 4); },
+     ".######\n.##..##\n.##..##\n.######\n.......\n"},
+    {"filled", 3, 3, [](Graphics& g) { g.FillRect(-3, 1, 100, 1); }, "...\n###\n...\n"},
+    {"nothing", 4, 1,
+     [](Graphics& g) {
+       for (const Rect& r : {Rect{0, 0, 0, 5},
+                             {2, 0, -1, 3},
+                             {kHighest, 0, kHighest, 5},
+                             {3, kLowest, 1, kHighest},
+                             {kLowest, 0, kHighest, 5}})
+         g.FillRect(r.x, r.y, r.width, r.height), g.DrawRect(r.x, r.y, r.width, r.height),
+             g.DrawOval(r.x, r.y, r.width, r.height);
+     },
+     "....\n"},
+    {"oval", 5, 5, [](Graphics& g) { g.DrawOval(0, 0, 5, 5); }, ".###.\n#...#\n#...#\n#...#\n.###.\n"},
+    {"thick oval", 5, 5, [](Graphics& g) { g.PenWidth = g.PenHeight = 2, g.DrawOval(0, 0, 5, 5); },
+     ".###.\n#####\n##.##\n#####\n.###.\n"},
+    {"smallest oval", 1, 1, [](Graphics& g) { g.DrawOval(0, 0, 1, 1); }, "#\n"},
+    // The top row reaches to u = 9 half pixels, as 81 * 16 <= 256 * (16 - 9) < 121 * 16; the row below it reaches to
+    // the side, and its pixels below that top row are free.
+    {"flat oval", 16, 4, [](Graphics& g) { g.DrawOval(0, 0, 16, 4); },
+     "...##########...\n###..........###\n###..........###\n...##########...\n"},
+};
 
-TEST(Ovals, HaveHardEdgesInTheOldRenderer) {
-  const auto draw = [](int w, int h, int pen) {
-    const auto picture = Canvas(w, h);
+TEST(Shapes, HaveHardEdgesInTheOldRenderer) {
+  for (const Case& c : kCases) {
+    const auto picture = Canvas(c.width, c.height);
     auto g = picture->Graphics();
     g.UseOldRenderer = true;
-    g.PenWidth = g.PenHeight = pen;
-    g.DrawOval(0, 0, w, h);
-    return Drawn(picture);
-  };
-  EXPECT_EQ(draw(5, 5, 1), ".###.\n#...#\n#...#\n#...#\n.###.\n");
-  EXPECT_EQ(draw(5, 5, 2), ".###.\n#####\n##.##\n#####\n.###.\n");
-  EXPECT_EQ(draw(1, 1, 1), "#\n");
-  // The top row reaches to u = 9 half pixels, as 81 * 16 <= 256 * (16 - 9) < 121 * 16; the row below it reaches to the
-  // side, and its pixels below that top row are free.
-  EXPECT_EQ(draw(16, 4, 1), "...##########...\n###..........###\n###..........###\n...##########...\n");
+    c.draw(g);
+    EXPECT_EQ(Drawn(picture), c.drawn) << c.name;
+  }
 }
 
 TEST(Ovals, CoverTheAreaOfARingInTheSmoothRenderer) {
@@ -179,47 +180,40 @@ std::vector<int> Levels(const Ref<Picture>& picture) {
   return levels;
 }
 
-std::vector<int> Scaled(const Ref<Picture>& picture, int width, bool hard, int sx = 0, int sw = Graphics::kOwnSize) {
-  const auto target = NewPicture(width, 1, 32);
-  auto g = target->Graphics();
-  g.UseOldRenderer = hard;
-  g.DrawPicture(picture, 0, 0, width, 1, sx, 0, sw, 1);
-  return Levels(target);
-}
+const struct {
+  std::vector<std::uint8_t> source;
+  bool hard;
+  int sx, sw;
+  std::vector<int> drawn;
+} kScaled[] = {
+    {{10, 20}, true, 0, 2, {10, 10, 10, 20, 20, 20}},
+    {{0, 1, 2, 3, 4}, true, 0, 5, {0, 2, 4}},  // three middles in five pixels: at 5/6, 15/6 and 25/6
+    {{0, 1, 2, 3}, true, 0, 4, {1, 3}},
+    {{10, 20}, true, -1, 4, {255, 255, 10, 10, 20, 20, 255, 255}},  // what lies outside the source stays
+    {{0, 100}, false, 0, 2, {0, 25, 75, 100}},
+    {{0, 100, 30, 51}, false, 0, 4, {50, 41}},  // halves go upward
+    {{0, 100}, false, -1, 4, {255, 255, 0, 25, 75, 100, 255, 255}},
+    {{0, 100}, false, 5, 2, {255, 255}},
+    {{0, 100}, false, 0, -1, {255, 255}},
+};
 
-TEST(DrawPicture, RepeatsPixelsInTheOldRenderer) {
-  EXPECT_EQ(Scaled(Row({10, 20}), 6, true), (std::vector<int>{10, 10, 10, 20, 20, 20}));
-  // Three middles in five pixels: at 5/6, 15/6 and 25/6.
-  EXPECT_EQ(Scaled(Row({0, 1, 2, 3, 4}), 3, true), (std::vector<int>{0, 2, 4}));
-  EXPECT_EQ(Scaled(Row({0, 1, 2, 3}), 2, true), (std::vector<int>{1, 3}));
-}
-
-TEST(DrawPicture, InterpolatesInTheSmoothRenderer) {
-  EXPECT_EQ(Scaled(Row({0, 100}), 4, false), (std::vector<int>{0, 25, 75, 100}));
-  EXPECT_EQ(Scaled(Row({0, 100, 30, 51}), 2, false), (std::vector<int>{50, 41})) << "halves go upward";
+TEST(DrawPicture, RepeatsOrInterpolatesPixels) {
+  for (const auto& c : kScaled) {
+    const int width = static_cast<int>(c.drawn.size());
+    const auto target = Canvas(width, 1);
+    auto g = target->Graphics();
+    g.UseOldRenderer = c.hard;
+    g.DrawPicture(Row(c.source), 0, 0, width, 1, c.sx, 0, c.sw, 1);
+    EXPECT_EQ(Levels(target), c.drawn) << c.hard << " from " << c.sx;
+  }
   const auto square = MakeRef<Picture>(2, 2, std::vector<std::uint8_t>{0, 255, 255, 255});
-  const auto target = NewPicture(1, 1, 32);
-  target->Graphics().DrawPicture(square, 0, 0, 1, 1);
-  EXPECT_EQ(target->Pixels()(0, 0), RGB(191, 191, 191));
-}
-
-TEST(DrawPicture, LeavesTheTargetWhereTheSourceLiesOutside) {
-  EXPECT_EQ(Scaled(Row({10, 20}), 8, true, -1, 4), (std::vector<int>{255, 255, 10, 10, 20, 20, 255, 255}));
-  EXPECT_EQ(Scaled(Row({0, 100}), 8, false, -1, 4), (std::vector<int>{255, 255, 0, 25, 75, 100, 255, 255}));
-  EXPECT_EQ(Scaled(Row({0, 100}), 2, false, 5, 2), (std::vector<int>{255, 255}));
-}
-
-TEST(DrawPicture, TakesItsOwnSizeAndDrawsNothingOfNothing) {
-  const auto picture = Noise(5, 4);
-  const auto copy = NewPicture(5, 4, 32);
-  auto g = copy->Graphics();
+  const auto target = Canvas(1, 1);
+  auto g = target->Graphics();
   g.DrawPicture(nullptr, 0, 0);
-  g.DrawPicture(picture, 0, 0, 0, 4);
-  g.DrawPicture(picture, 0, 0, 5, 4, 0, 0, -1, 4);
-  g.DrawPicture(NewPicture(0, 0, 32), 0, 0, 5, 4);
-  EXPECT_EQ(Difference(copy, NewPicture(5, 4, 32)), "");
-  g.DrawPicture(picture, 0, 0);
-  EXPECT_EQ(Difference(copy, picture), "");
+  g.DrawPicture(Canvas(0, 0), 0, 0, 1, 1);
+  EXPECT_EQ(target->Pixels()(0, 0), kWhite);
+  g.DrawPicture(square, 0, 0, 1, 1);
+  EXPECT_EQ(target->Pixels()(0, 0), RGB(191, 191, 191));
 }
 
 TEST(Surfaces, ShowUnderAClipWhatTheyShowWithout) {
@@ -261,13 +255,12 @@ TEST(DrawPicture, MixesByTheMask) {
 TEST(DrawPicture, StaysWithinNumbersForHugeRectangles) {
   const auto picture = Noise(3, 3);
   for (const bool hard : {false, true}) {
-    const auto target = NewPicture(4, 4, 32);
+    const auto target = Canvas(4, 4);
     auto g = target->Graphics();
     g.UseOldRenderer = hard;
-    g.DrawPicture(picture, -2147483647, -2147483647, 2147483647, 2147483647);
-    EXPECT_EQ(Difference(target, NewPicture(4, 4, 32)), "") << "it ends just before the surface";
-    g.DrawPicture(picture, 0, 0, 4, 4, -2147483647, 0, 2147483647, 2147483647);
-    EXPECT_EQ(Difference(target, NewPicture(4, 4, 32)), "");
+    g.DrawPicture(picture, -kHighest, -kHighest, kHighest, kHighest);  // ends just before the surface
+    g.DrawPicture(picture, 0, 0, 4, 4, -kHighest, 0, kHighest, kHighest);
+    EXPECT_EQ(Difference(target, Canvas(4, 4)), "");
     // The middle pixel of the picture is 700 million pixels wide here.
     g.DrawPicture(picture, -1050000000, -1050000000, 2100000000, 2100000000);
     EXPECT_EQ(target->Pixels()(2, 2), picture->Pixels()(1, 1));
