@@ -64,6 +64,10 @@ ssize_t read(int file, void* to, size_t count) {
 ssize_t pread(int file, void* to, size_t count, off_t at) {
   return ReadBy(file, count, [&](size_t n) { return syscall(SYS_pread64, file, to, n, at); });
 }
+size_t fread(void* to, size_t size, size_t count, FILE* file) {
+  const int number = fileno(file);
+  return InFolder(number) && FaultNow() != kNone ? 0 : fread_unlocked(to, size, count, file);
+}
 ssize_t pread64(int file, void* to, size_t count, off_t at) { return pread(file, to, count, at); }
 int fsync(int file) { return StepFails() ? -1 : static_cast<int>(syscall(SYS_fsync, file)); }
 int linkat(int from, const char* old, int to, const char* name, int flags) noexcept {
@@ -124,13 +128,9 @@ TEST_F(FailingFilesTest, Load) {
   const auto level = [](int species, int x, int y) { return (x * 5 + y * 11 + species * 20) % 256; };
   LoadThree(20, 16);
   std::vector<std::string> next;
-  for (int i = 0; i < 3; ++i)
-    next.push_back(WriteMap("next_" +
-                                std::string(i == 0   ? "Al"
-                                            : i == 1 ? "Fe"
-                                                     : "Mg") +
-                                ".tif",
-                            24, 12, [=](int x, int y) { return level(i, x, y); }));
+  for (const char* name : {"next_Al.tif", "next_Fe.tif", "next_Mg.tif"})
+    next.push_back(
+        WriteMap(name, 24, 12, [=, i = static_cast<int>(next.size())](int x, int y) { return level(i, x, y); }));
   Drop(next);
   bool stackStood = false;
   platform::Dialogs().msgBox = [&](const platform::String& text) {
@@ -144,9 +144,8 @@ TEST_F(FailingFilesTest, Load) {
   user::ProcessEvents();
   const std::string errors = ::testing::internal::GetCapturedStderr();
   if (messages.empty()) {
-    for (int i = 0; i < 3; ++i)
-      for (int y = 0; y < 12; ++y)
-        for (int x = 0; x < 24; ++x) ASSERT_EQ(main().TIFarray(i, x, y), level(i, x, y)) << i << ' ' << x << ',' << y;
+    for (int i = 0; i < 3 * 12 * 24; ++i)
+      ASSERT_EQ(main().TIFarray(i / 288, i % 24, i / 24 % 12), level(i / 288, i % 24, i / 24 % 12)) << i;
     std::printf("fate: %s\n", plan.calls < plan.at ? "not reached" : "loaded");
     return;
   }
@@ -159,17 +158,28 @@ TEST_F(FailingFilesTest, Load) {
   std::printf("fate: failed\n");
 }
 
+/// A map file whose reads fail counts as one without the species that could not be read.
+TEST_F(FailingFilesTest, MapFile) {
+  const std::string path = WriteMapFile("map.xray", {"Fe"});
+  BeginFault();
+  Drop({path});
+  EndFault();
+  EXPECT_LE(overview().ListBox1.ListCount(), 1);
+  const bool whole = overview().ListBox1.ListCount() == 1 && Cell(0, WindowOverview::kSpecies) == "Fe";
+  std::printf("fate: %s\n", whole ? plan.calls < plan.at ? "not reached" : "loaded" : "failed");
+}
+
 TEST_F(FailingFilesTest, EveryReadOfALoad) {
-  for (const int fault : {kError, kShort, kEnd}) {
+  for (const auto& [load, fault] : {std::pair{"Load", kError}, {"Load", kShort}, {"Load", kEnd}, {"MapFile", kError}}) {
     int at = 1;
     for (std::string fate; fate != "not reached"; ++at) {
       ASSERT_LT(at, 200);
-      fate = FateOf("Load", fault, at);
+      fate = FateOf(load, fault, at);
       // A reader that has what it needs does without the rest; after a short read it goes on.
       EXPECT_TRUE(fate == "not reached" || fate == "loaded" || (fault != kShort && fate == "failed"))
-          << "fault " << fault << " of read " << at << ": " << fate;
+          << load << ", fault " << fault << " of read " << at << ": " << fate;
     }
-    EXPECT_GT(at, 4) << "fault " << fault << ": fewer reads than files";
+    EXPECT_GT(at, 4) << load << ", fault " << fault << ": fewer reads than files";
   }
 }
 

@@ -2,8 +2,8 @@
 /// items, closes windows. It fails when the program crashes, hangs or leaves something on the screen that it would not
 /// paint again. A walk depends on its seed alone; the one that fails is printed.
 ///
-/// VORNALITE_WALK_SECONDS: how long to go on with walk after walk (5). VORNALITE_WALK_FROM: the seed of the first walk;
-/// the next ones count upward (1, so that a test run repeats). VORNALITE_WALK_SEED: the one walk to repeat.
+/// VORNALITE_WALK_SECONDS: how long to go on with walk after walk (5; 0 for a single one). VORNALITE_WALK_SEED: the
+/// seed of the first walk; the next ones count upward (1, so that a test run repeats).
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -94,33 +94,15 @@ class Walk {
     auto& picker = WindowSelectColor::Instance();
     if (picker.Visible()) {
       user::Click(picker.Canvas1, Below(129), Below(138));
-      switch (Below(5)) {
-        case 0:
-          user::Click(picker.PBok);
-          break;
-        case 1:
-          user::Click(picker.PBcancel);
-          break;
-        case 2:
-          user::Click(picker.PBother);
-          break;
-        case 3:
-          user::CloseButton(picker);
-          break;
-        default:
-          user::Key(picker, "Escape");
-      }
+      PushButton* const buttons[] = {&picker.PBok, &picker.PBcancel, &picker.PBother};
+      if (const int way = Below(5); way < 3)
+        user::Click(*buttons[way]);
+      else if (way == 3)
+        user::CloseButton(picker);
+      else
+        user::Key(picker, "Escape");
     }
     user::Later([this] { AnswerPicker(); });
-  }
-
-  std::vector<RectControl*> ControlsOnScreen() {
-    std::vector<RectControl*> found;
-    for (int i = 0; i < WindowCount(); ++i)
-      for (Control* control : WindowAt(i).Controls())
-        if (auto* rect = dynamic_cast<RectControl*>(control))
-          if (WindowAt(i).Visible() && user::OnScreen(*rect)) found.push_back(rect);
-    return found;
   }
 
   void DropFiles() {
@@ -131,58 +113,61 @@ class Walk {
     user::Drop(WindowOverview::Instance(), paths);
   }
 
-  void Step() {
+  void CheckRow() {
+    Listbox& list = WindowOverview::Instance().ListBox1;
+    if (list.ListCount() > 0) user::ClickCellCheck(list, Below(list.ListCount()), WindowOverview::kCluster);
+  }
+
+  void ChooseMenuItem() {
+    const auto& items = Menu::Menu::Instance().Items();
+    const String& name = OneOf(items)->Name();
+    if (name != "FileQuit" || Below(10) == 0) user::ChooseMenu(name);
+  }
+
+  void PressKey() {
     static const std::vector<std::string> kKeys = {"Up",     "Down",   "Left",   "Right",  "Tab",    "Space",
                                                    "Return", "Escape", "Ctrl+1", "Ctrl+5", "Ctrl+0", "Ctrl+A",
                                                    "Ctrl+Z", "Ctrl+S", "Ctrl+C", "Ctrl+W", "Ctrl+N", "Ctrl+="};
+    Window& window = WindowAt(Below(WindowCount()));
+    if (window.Visible()) user::Key(window, OneOf(kKeys));
+  }
+
+  void DragOnMap() {
     Main& main = Main::Instance();
-    Listbox& list = WindowOverview::Instance().ListBox1;
-    switch (Below(12)) {
-      case 0:
-        return DropFiles();
-      case 1:
-        if (list.ListCount() > 0) user::ClickCellCheck(list, Below(list.ListCount()), WindowOverview::kCluster);
-        return;
-      case 2: {
-        const auto& items = Menu::Menu::Instance().Items();
-        const String& name = items[static_cast<std::size_t>(Below(static_cast<int>(items.size())))]->Name();
-        if (name != "FileQuit" || Below(10) == 0) user::ChooseMenu(name);
-        return;
-      }
-      case 3: {
-        Window& window = WindowAt(Below(WindowCount()));
-        if (window.Visible()) user::Key(window, OneOf(kKeys));
-        return;
-      }
-      case 4:
-        if (Below(6) == 0) user::CloseButton(WindowAt(Below(WindowCount())));
-        return;
-      case 5: {
-        user::HoldKeys(Below(4) == 0, Below(4) == 0, Below(4) == 0);
-        return;
-      }
-      case 6:
-        if (main.Visible()) main.Height(main.MinHeight() + Below(300));
-        return;
-      case 7:
-      case 8:
-        if (!user::OnScreen(main.cvTIF) || main.cvTIF.Width() == 0 || main.cvTIF.Height() == 0) return;
-        user::Activate(main);
-        user::MouseMove(main.cvTIF, Below(main.cvTIF.Width()), Below(main.cvTIF.Height()));
-        user::MousePress(main.cvTIF, Below(main.cvTIF.Width()), Below(main.cvTIF.Height()));
-        for (int i = Below(5); i > 0; --i) user::MouseDragTo(main.cvTIF, Below(400) - 50, Below(400) - 50);
-        user::MouseRelease(main.cvTIF, Below(400) - 50, Below(400) - 50);
-        return;
-      default: {
-        const auto controls = ControlsOnScreen();
-        if (controls.empty()) return;
-        RectControl& control = *OneOf(controls);
-        if (auto* menu = dynamic_cast<PopupMenu*>(&control); menu && menu->ListCount() > 0)
-          user::ChooseRow(*menu, Below(menu->ListCount()));
-        else if (control.Width() > 0 && control.Height() > 0)
-          user::Click(control, Below(control.Width()), Below(control.Height()));
-      }
-    }
+    if (!user::OnScreen(main.cvTIF) || main.cvTIF.Width() == 0 || main.cvTIF.Height() == 0) return;
+    user::Activate(main);
+    for (const auto act : {user::MouseMove, user::MousePress})
+      act(main.cvTIF, Below(main.cvTIF.Width()), Below(main.cvTIF.Height()));
+    for (int i = Below(5); i > 0; --i) user::MouseDragTo(main.cvTIF, Below(400) - 50, Below(400) - 50);
+    user::MouseRelease(main.cvTIF, Below(400) - 50, Below(400) - 50);
+  }
+
+  void ClickControl() {
+    std::vector<RectControl*> controls;
+    for (int i = 0; i < WindowCount(); ++i)
+      for (Control* control : WindowAt(i).Controls())
+        if (auto* rect = dynamic_cast<RectControl*>(control); rect && WindowAt(i).Visible() && user::OnScreen(*rect))
+          controls.push_back(rect);
+    if (controls.empty()) return;
+    RectControl& control = *OneOf(controls);
+    if (auto* menu = dynamic_cast<PopupMenu*>(&control); menu && menu->ListCount() > 0)
+      user::ChooseRow(*menu, Below(menu->ListCount()));
+    else if (control.Width() > 0 && control.Height() > 0)
+      user::Click(control, Below(control.Width()), Below(control.Height()));
+  }
+
+  void Step() {
+    Main& main = Main::Instance();
+    const int kind = Below(12);
+    if (kind == 0) DropFiles();
+    if (kind == 1) CheckRow();
+    if (kind == 2) ChooseMenuItem();
+    if (kind == 3) PressKey();
+    if (kind == 4 && Below(6) == 0) user::CloseButton(WindowAt(Below(WindowCount())));
+    if (kind == 5) user::HoldKeys(Below(4) == 0, Below(4) == 0, Below(4) == 0);
+    if (kind == 6 && main.Visible()) main.Height(main.MinHeight() + Below(300));
+    if (kind == 7 || kind == 8) DragOnMap();
+    if (kind > 8) ClickControl();
   }
 
   std::mt19937 random_;
@@ -190,12 +175,6 @@ class Walk {
   std::map<fs::path, std::vector<std::string>> files_;
   bool answering_ = false;
 };
-
-/// One walk in this process.
-int WalkOnce(char** argv, unsigned seed) {
-  const StartedApp app(argv);
-  return Walk(seed).Run() ? 0 : 1;
-}
 
 unsigned NumberFrom(const char* variable, unsigned otherwise) {
   const char* text = std::getenv(variable);
@@ -205,24 +184,24 @@ unsigned NumberFrom(const char* variable, unsigned otherwise) {
 }  // namespace
 
 int main(int, char** argv) {
-  if (std::getenv("VORNALITE_WALK_SEED")) return WalkOnce(argv, NumberFrom("VORNALITE_WALK_SEED", 0));
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(NumberFrom("VORNALITE_WALK_SECONDS", 5));
-  int walks = 0;
-  for (unsigned seed = NumberFrom("VORNALITE_WALK_FROM", 1); std::chrono::steady_clock::now() < end; ++seed, ++walks) {
+  unsigned seed = NumberFrom("VORNALITE_WALK_SEED", 1);
+  do {
     const pid_t walker = fork();
     if (walker == 0) {
       alarm(kSecondsAWalk);
-      const int status = WalkOnce(argv, seed);
+      const StartedApp app(argv);
+      const bool passed = Walk(seed).Run();
       std::fflush(nullptr);
-      _exit(status);
+      _exit(passed ? 0 : 1);
     }
     int status = 0;
     waitpid(walker, &status, 0);
     if (status != 0) {
-      std::printf("The walk failed. Repeat it with VORNALITE_WALK_SEED=%u %s\n", seed, argv[0]);
+      std::printf("Repeat the walk with VORNALITE_WALK_SECONDS=0 VORNALITE_WALK_SEED=%u %s\n", seed, argv[0]);
       return 1;
     }
-  }
-  std::printf("%d walks\n", walks);
+    ++seed;
+  } while (std::chrono::steady_clock::now() < end);
   return 0;
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <string>
 
 #include "catalogue/MapFile.h"
@@ -52,13 +53,9 @@ TEST_F(MapFile, ReadsCountSizeAndNames) {
   auto stream = Open();
   EXPECT_EQ(Globals::ReadXrayGetNbImages(stream, true), 4);
   EXPECT_EQ(Globals::ReadXrayGet1dPixelsize(stream, true), 4);
-  EXPECT_EQ(Name(stream, 1), "Fe");
-  EXPECT_EQ(Name(stream, 2), "Titan");
-  EXPECT_EQ(Name(stream, 3), "");
-  EXPECT_EQ(Name(stream, 4), "µg");
-  EXPECT_EQ(Name(stream, 5), "");
-  EXPECT_EQ(Name(stream, 0), "Fe");
-  EXPECT_EQ(Name(stream, -2147483647 - 1), "Fe");
+  for (const auto& [i, name] :
+       {std::pair{1, "Fe"}, {2, "Titan"}, {3, ""}, {4, "µg"}, {5, ""}, {0, "Fe"}, {INT_MIN, "Fe"}})
+    EXPECT_EQ(Name(stream, i), name) << i;
   EXPECT_TRUE(messages.empty());
 }
 
@@ -101,20 +98,16 @@ TEST_F(MapFile, ShortAndMissingFiles) {
 
 // Worked with unbounded integers, cut to 32 bits and signed at the end.
 TEST(MapFileArithmetic, PositionsOfNamesWrapAround) {
-  EXPECT_EQ(catalogue::NamePosition(2, 256), 135880);
-  EXPECT_EQ(catalogue::NamePosition(5, 128), 139552);
-  EXPECT_EQ(catalogue::NamePosition(32767, 32767), 40436844);
-  EXPECT_EQ(catalogue::NamePosition(2, -32768), -2147478840);
+  for (const auto& [i, size, position] :
+       {std::tuple{2, 256, 135880}, {5, 128, 139552}, {32767, 32767, 40436844}, {2, -32768, -2147478840}})
+    EXPECT_EQ(catalogue::NamePosition(i, size), position);
 }
 
 TEST_F(MapFile, MedianRoundsOneHalfUpward) {
-  const Array<std::int32_t> values{8, 7, 9, 1};
-  EXPECT_EQ(Globals::MedianInteger(values), 8);
-  EXPECT_EQ(values(0), 8);
-  EXPECT_EQ(Globals::MedianInteger({-3, -2}), -2);
-  EXPECT_EQ(Globals::MedianInteger({2147483647, 2147483647}), 2147483647);
-  EXPECT_EQ(Globals::MedianInteger({5, 1, 4}), 4);
-  EXPECT_EQ(Globals::MedianInteger({}), 0);
+  const std::pair<Array<std::int32_t>, int> cases[] = {
+      {{8, 7, 9, 1}, 8}, {{-3, -2}, -2}, {{2147483647, 2147483647}, 2147483647}, {{5, 1, 4}, 4}, {{}, 0}};
+  for (const auto& [values, median] : cases) EXPECT_EQ(Globals::MedianInteger(values), median);
+  EXPECT_EQ(cases[0].first(0), 8) << "the values keep their order";
   EXPECT_EQ(Globals::CheckForMostLikely({}, "pixel size", false), 0);
   EXPECT_EQ(messages, (std::vector<std::string>{"Median determination error", "pixel size determination error"}));
 }

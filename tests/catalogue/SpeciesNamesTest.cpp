@@ -70,21 +70,17 @@ TEST_F(SpeciesNames, NamesThatNeverDifferAreScannedForEver) {
     EXPECT_EXIT(scan(names), testing::KilledBySignal(SIGALRM), "") << Text(names);
 }
 
-TEST_F(SpeciesNames, OneKnownExtensionGoes) {
-  EXPECT_EQ(Globals::RemoveExtension("a.tif.png").Utf8(), "a.tif");
-  EXPECT_EQ(Globals::RemoveExtension("MAP.XRay").Utf8(), "MAP");
-  EXPECT_EQ(Globals::RemoveExtension("a.gif").Utf8(), "a.gif");
-  EXPECT_EQ(Globals::RemoveExtension("tif").Utf8(), "tif");
-  EXPECT_EQ(Globals::RemoveExtension(".tif").Utf8(), "");
-}
-
-TEST_F(SpeciesNames, CleaningKeepsTheAllowedCharacters) {
-  EXPECT_EQ(Globals::CleanString("").Utf8(), "?");
-  EXPECT_EQ(Globals::CleanString(".").Utf8(), "");
-  EXPECT_EQ(Globals::CleanString("a b.c").Utf8(), "a_b_c");
-  EXPECT_EQ(Globals::CleanString("_a__b_").Utf8(), "_a_b");
-  EXPECT_EQ(Globals::CleanString("/:\\,=*'\"|;Fe").Utf8(), "_Fe");
-  EXPECT_EQ(Globals::CleanString("-+()[]{}&%$#@!?<>^~äÖßµ09é€x").Utf8(), "-+()[]{}&%$#@!?<>^~äÖßµ09_x");
+TEST_F(SpeciesNames, OneKnownExtensionGoesAndCleaningKeepsTheAllowedCharacters) {
+  for (const auto& [name, stem] :
+       {std::pair{"a.tif.png", "a.tif"}, {"MAP.XRay", "MAP"}, {"a.gif", "a.gif"}, {"tif", "tif"}, {".tif", ""}})
+    EXPECT_EQ(Globals::RemoveExtension(name).Utf8(), stem);
+  for (const auto& [name, clean] : {std::pair{"", "?"},
+                                    {".", ""},
+                                    {"a b.c", "a_b_c"},
+                                    {"_a__b_", "_a_b"},
+                                    {"/:\\,=*'\"|;Fe", "_Fe"},
+                                    {"-+()[]{}&%$#@!?<>^~äÖßµ09é€x", "-+()[]{}&%$#@!?<>^~äÖßµ09_x"}})
+    EXPECT_EQ(Globals::CleanString(name).Utf8(), clean);
 }
 
 TEST_F(SpeciesNames, MarksAtTheEndGo) {

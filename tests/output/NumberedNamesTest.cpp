@@ -2,13 +2,9 @@
 
 #include "output/NumberedNames.h"
 
-TEST(PictureNames, AreMadeOfClusterAndSpecies) {
-  EXPECT_EQ(output::SpeciesFileName("run7", "Fe").Utf8(), "run7_(Fe).png");
+TEST(PictureNames, AreMadeOfClusterSpeciesAndNumber) {
   EXPECT_EQ(output::SpeciesFileName("run 7.1", "?").Utf8(), "run_7_1_(?).png");
   EXPECT_EQ(output::CompositeFileName("run7", "Fe", "_", "Si").Utf8(), "run7_(Fe+_+Si).png");
-}
-
-TEST(PictureNames, TheNumberGoesBeforeTheLastPoint) {
   EXPECT_EQ(output::NumberedName("a.b.png", 2).Utf8(), "a.b_02.png");
   EXPECT_EQ(output::NumberedName("a", 99).Utf8(), "a_99");
   EXPECT_EQ(output::NumberedName(".png", 7).Utf8(), "_07.png");

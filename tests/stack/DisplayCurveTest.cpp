@@ -40,28 +40,29 @@ TEST(DisplayCurve, SumOfAllSettings) {
 }
 
 TEST(DisplayCurve, StretchesToTheMaximum) {
-  const Curve straight = DisplayCurve(0, 100);
-  EXPECT_EQ(straight[0], 0);
-  EXPECT_EQ(straight[50], 127);
-  EXPECT_EQ(straight[100], 255);
-  EXPECT_EQ(straight[101], 255);
-  const Curve bowed = DisplayCurve(5, 100);
-  EXPECT_EQ(bowed[5], 38);
-  EXPECT_EQ(bowed[50], 196);
-  EXPECT_EQ(bowed[100], 254);
-  // Beyond its pole, above the maximum, a curve bowed downward is negative.
-  EXPECT_EQ(DisplayCurve(-10, 100)[50], 25);
-  EXPECT_EQ(DisplayCurve(-10, 100)[255], -57);
-}
-
-TEST(DisplayCurve, HasAResultForEveryMaximumAndSetting) {
-  const Curve zeros{};
-  for (const int setting : {-25, 0, 25}) EXPECT_EQ(DisplayCurve(setting, -1), zeros);
-  // A black species: 0 / 0 is 0, everything above is at the upper limit.
-  EXPECT_EQ(DisplayCurve(0, 0)[0], 0);
-  EXPECT_EQ(DisplayCurve(0, 0)[1], 255);
-  for (const int setting : {INT_MIN, -3, 3, INT_MAX}) {
-    EXPECT_EQ(DisplayCurve(setting, 0)[0], 0);
+  constexpr struct {
+    int setting, maximum, level, entry;
+  } kEntries[] = {{0, 100, 0, 0},
+                  {0, 100, 50, 127},
+                  {0, 100, 100, 255},
+                  {0, 100, 101, 255},
+                  {5, 100, 5, 38},
+                  {5, 100, 50, 196},
+                  {5, 100, 100, 254},
+                  {-10, 100, 50, 25},
+                  {-10, 100, 255, -57},  // beyond its pole,
+                                         // which is below
+                  {0, 0, 0, 0},
+                  {0, 0, 1, 255},
+                  {-3, 0, 0, 0},
+                  {3, 0, 0, 0},
+                  {-25, -1, 9, 0},
+                  {0, -1, 255, 0},
+                  {25, -1, 255, 0}};  // a black species, and none
+  for (const auto& [setting, maximum, level, entry] : kEntries)
+    EXPECT_EQ(DisplayCurve(setting, maximum)[static_cast<std::size_t>(level)], entry)
+        << setting << " up to " << maximum << " at " << level;
+  for (const int setting : {INT_MIN, INT_MAX}) {
     const Curve curve = DisplayCurve(setting, 255);
     EXPECT_LE(*std::max_element(curve.begin(), curve.end()), 255);
   }

@@ -48,14 +48,6 @@ TEST(LevelTaking, FindsTheHighestLevelWhereverItLies) {
     }
 }
 
-TEST(LevelTaking, TakesGreyLevelsWithoutMakingColours) {
-  platform::Picture picture(2, 3, {1, 0, 77, 3, 4, 5});
-  Planes planes(6);
-  EXPECT_EQ(Take(picture, planes), 77);
-  EXPECT_EQ(planes.displayed, (Levels{1, 0, 77, 3, 4, 5}));
-  EXPECT_FALSE(picture.GreyLevels().empty());
-}
-
 TEST(LevelTaking, KeepsToTheCommonPart) {
   platform::Picture picture(4, 3, Levels{9, 8, 7, 6, 5, 4, 3, 2, 1, 1, 1, 200});
   Planes planes(12);

@@ -11,16 +11,6 @@ class OverviewStory : public Story {
   std::string Map(const std::string& name, int level = 7) {
     return WriteMap(name, 4, 4, [level](int, int) { return level; });
   }
-  /// A map file: the count at all ten positions, size 8, names of up to five bytes each.
-  std::string MapFile(const std::string& name, const std::vector<std::string>& species) {
-    std::string bytes(4808 + species.size() * (128 + 1224) + 8, '\0');
-    for (int at : {1390, 1394, 1746, 1750, 2144, 2148, 2570, 2820, 4292, 4556})
-      bytes[static_cast<std::size_t>(at)] = static_cast<char>(species.size());
-    for (int at : {2172, 2174, 2498, 2502}) bytes[static_cast<std::size_t>(at)] = 8;
-    for (std::size_t i = 0; i < species.size(); ++i)
-      bytes.replace(i == 0 ? 3072 : 4808 + i * 128 + (i - 1) * 1224, species[i].size(), species[i]);
-    return WriteBytes(name, bytes);
-  }
 };
 
 TEST_F(OverviewStory, ClustersComeAndGo) {
@@ -28,9 +18,9 @@ TEST_F(OverviewStory, ClustersComeAndGo) {
   Stop("one drop is one cluster");
   Drop({Map("spot_Ca_1.tif"), Map("spot_Fe_2.tif")});
   Stop("a second cluster: missing species are red");
-  Drop({Map("map_Fe_1.tif"), MapFile("line.xray", {"Fe"})});
+  Drop({Map("map_Fe_1.tif"), WriteMapFile("line.xray", {"Fe"})});
   Stop("kinds of files that do not go together are refused");
-  Drop({MapFile("line.xray", {"Fe", "Ti"}), MapFile("AREA.XRAY", {"Mg", "", "TiKaX"})});
+  Drop({WriteMapFile("line.xray", {"Fe", "Ti"}), WriteMapFile("AREA.XRAY", {"Mg", "", "TiKaX"})});
   Stop("map files become a cluster each, by name");
   user::ClickCell(overview().ListBox1, 1, WindowOverview::kCluster, 60, 8);
   Stop("the second row is selected");
@@ -64,7 +54,7 @@ TEST_F(OverviewStory, DropsAreTakenAsFarAsTheyCanBeRead) {
     Drop({Map("a_Fe.tif"), PathOf("folder.tif"), PathOf("link.tif"), PathOf("pipe.tif"), Map("a_Mg.tif")});
   });
   Stop("what is no file is left out, and a pipe is not waited for");
-  Drop({MapFile("gone.xray", {"Fe"})});
+  Drop({WriteMapFile("gone.xray", {"Fe"})});
   std::filesystem::remove(folder / "gone.xray");
   Drop({Map("b_Fe.tif"), Map("b_Mg.tif")});
   Stop("a map file of the list has gone");

@@ -246,13 +246,9 @@ void ChooseMenu(const String& itemName) {
 }
 
 void HoldKeys(bool shift, bool control, bool option) {
-#ifdef Q_OS_MACOS
-  constexpr int controlKey = Qt::MetaModifier;
-#else
-  constexpr int controlKey = Qt::ControlModifier;
-#endif
-  heldKeys = (shift ? static_cast<int>(Qt::ShiftModifier) : 0) | (control ? controlKey : 0) |
-             (option ? static_cast<int>(Qt::AltModifier) : 0);
+  Qt::KeyboardModifiers held;
+  held.setFlag(Qt::ShiftModifier, shift).setFlag(Qt::ControlModifier, control).setFlag(Qt::AltModifier, option);
+  heldKeys = static_cast<int>(held.toInt());
 }
 
 Ref<Picture> Shot(RectControl& control) { return ToPicture(WidgetOf(control).grab().toImage()); }

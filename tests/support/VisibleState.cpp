@@ -139,23 +139,25 @@ QRect InFrame(const QWidget& widget, double ratio) {
       .toAlignedRect();
 }
 
+/// How many pixels differ between two pictures of the same size, and the rectangle that holds them.
+std::pair<int, QRect> Differing(const QImage& a, const QImage& b) {
+  std::pair<int, QRect> differing;
+  for (int y = 0; y < a.height(); ++y) {
+    const auto* rowA = reinterpret_cast<const QRgb*>(a.constScanLine(y));
+    const auto* rowB = reinterpret_cast<const QRgb*>(b.constScanLine(y));
+    for (int x = 0; x < a.width(); ++x)
+      if ((rowA[x] ^ rowB[x]) << 8) ++differing.first, differing.second |= QRect(x, y, 1, 1);
+  }
+  return differing;
+}
+
 /// Where the screen does not show what the window would paint now, in device pixels.
-QRegion StaleIn(QWidget& frame) {
+QRect StaleIn(QWidget& frame) {
   if (!frame.isVisible()) return {};
   const QImage screen = ScreenOf(frame);
   QImage fresh = frame.grab().toImage().convertToFormat(QImage::Format_RGB32);
   fresh.setDevicePixelRatio(1);
-  if (fresh.size() != screen.size()) return fresh.rect();
-  QRegion stale;  // of each row, from the first to the last pixel that differs
-  for (int y = 0; y < fresh.height(); ++y) {
-    const auto* now = reinterpret_cast<const QRgb*>(fresh.constScanLine(y));
-    const auto* seen = reinterpret_cast<const QRgb*>(screen.constScanLine(y));
-    int first = 0, last = fresh.width() - 1;
-    while (first <= last && now[first] == seen[first]) ++first;
-    while (first < last && now[last] == seen[last]) --last;
-    if (first <= last) stale += QRect(first, y, last + 1 - first, 1);
-  }
-  return stale;
+  return fresh.size() == screen.size() ? Differing(fresh, screen).second : fresh.rect();
 }
 
 // Text that is drawn on the cells of lists.
@@ -311,24 +313,13 @@ class WindowWriter {
     const bool whole = ratio_ == std::floor(ratio_) || !window_.Native().bar;
     const QImage picture = whole ? screen_.copy(InFrame(widget, ratio_) & screen_.rect())
                                  : ToQImage(canvas.Image()).convertToFormat(QImage::Format_RGB32);
-    const Ref<Picture> now = ToPicture(picture);
     Ref<Picture>& before = canvases_[path_ + name];
     std::string change;
-    if (before && before->Width() == now->Width() && before->Height() == now->Height()) change = Changes(*before, *now);
-    before = now;
+    if (before && QSize(before->Width(), before->Height()) == picture.size())
+      if (const auto [count, box] = Differing(ToQImage(before), picture); count > 0)
+        change = ", " + std::to_string(count) + " pixels differ within " + Place(box);
+    before = ToPicture(picture);
     Line(name, TextOf(picture) + PointerOf(widget), change);
-  }
-
-  static std::string Changes(Picture& before, Picture& now) {
-    QRect box;
-    int count = 0;
-    for (int y = 0; y < now.Height(); ++y)
-      for (int x = 0; x < now.Width(); ++x)
-        if (before.Pixels()(x, y) != now.Pixels()(x, y)) {
-          box |= QRect(x, y, 1, 1);
-          ++count;
-        }
-    return count == 0 ? "" : ", " + std::to_string(count) + " pixels differ within " + Place(box);
   }
 
   static std::string PointerOf(const QWidget& widget) {
@@ -460,9 +451,9 @@ class WindowWriter {
 
   /// Each control whose pixels on the screen are not what it would paint now.
   void WriteStale() {
-    const QRegion stale = StaleIn(frame_);
+    const QRect stale = StaleIn(frame_);
     if (stale.isEmpty()) return;
-    std::string where = Place(stale.boundingRect());
+    std::string where = Place(stale);
     for (Control* control : window_.Controls())
       if (auto* rect = dynamic_cast<RectControl*>(control))
         if (rect->NeedNative().widget->isVisible() && stale.intersects(InFrame(*rect->NeedNative().widget, ratio_)))

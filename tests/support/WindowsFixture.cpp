@@ -56,6 +56,16 @@ std::string WindowsTest::WriteMap(const std::string& name, int width, int height
   return WriteBytes(name, GreyTiff(width, height, level));
 }
 
+std::string WindowsTest::WriteMapFile(const std::string& name, const std::vector<std::string>& species) {
+  std::string bytes(4808 + species.size() * (128 + 1224) + 8, '\0');
+  for (const std::size_t at : {1390, 1394, 1746, 1750, 2144, 2148, 2570, 2820, 4292, 4556})
+    bytes[at] = static_cast<char>(species.size());
+  for (const std::size_t at : {2172, 2174, 2498, 2502}) bytes[at] = 8;
+  for (std::size_t i = 0; i < species.size(); ++i)
+    bytes.replace(i == 0 ? 3072 : 4808 + i * 128 + (i - 1) * 1224, species[i].size(), species[i]);
+  return WriteBytes(name, bytes);
+}
+
 void WindowsTest::Drop(const std::vector<std::string>& paths) { user::Drop(overview(), paths); }
 
 void WindowsTest::CheckRow(int row) { user::ClickCellCheck(overview().ListBox1, row, WindowOverview::kCluster); }

@@ -31,6 +31,8 @@ class WindowsTest : public ::testing::Test {
 
   /// Writes an 8-bit grey TIFF of that size into the folder of this test and returns its path.
   std::string WriteMap(const std::string& name, int width, int height, const LevelAt& level);
+  /// Writes a map file: the count of species at all ten positions, size 8, names of up to five bytes each.
+  std::string WriteMapFile(const std::string& name, const std::vector<std::string>& species);
   std::string WriteBytes(const std::string& name, const std::string& bytes);
   std::string PathOf(const std::string& name) const { return (folder / name).string(); }
 
