@@ -14,7 +14,7 @@ namespace bench {
 
 namespace {
 
-/// Counts of an instrument that make the brightest grey level.
+/// The counts that give the brightest grey level.
 constexpr int kFullScale = 70;
 
 using Tiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
@@ -25,7 +25,7 @@ void Need(bool done, const std::string& path) {
   std::exit(1);
 }
 
-/// A grain, and levels as its pixels have them.
+/// A grain, and a sample of the levels of its pixels.
 struct Grain {
   int x, y;
   std::vector<std::uint8_t> levels;

@@ -1,5 +1,5 @@
 #pragma once
-/// Maps on the disk for the benches, and the least that anybody could do to read them.
+/// Map files for the benchmarks, and the least that is needed to read them.
 
 #include <filesystem>
 #include <string>
@@ -9,7 +9,7 @@ namespace bench {
 
 enum class Compression { None, Lzw };
 
-/// A folder of map files that goes when the program ends.
+/// A temporary folder for map files.
 class MapFolder {
  public:
   MapFolder();
@@ -23,7 +23,7 @@ class MapFolder {
 std::vector<std::string> WriteCluster(const std::filesystem::path& folder, const std::string& cluster, int species,
                                       int size, Compression compression);
 
-/// Decodes a file with libtiff alone, into memory that is used again for the next one.
+/// Decodes a file with libtiff alone, into memory that the next call reuses.
 void DecodeAlone(const std::string& path);
 
 }  // namespace bench

@@ -14,7 +14,7 @@ namespace bench {
 
 namespace {
 
-/// Notes which windows are painted.
+/// Records which windows are painted.
 class PaintWatch : public QObject {
  public:
   PaintWatch() { qApp->installEventFilter(this); }
@@ -33,7 +33,7 @@ class PaintWatch : public QObject {
 void AwaitServer() {
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (!x11) return;
-  // Requests of one connection are carried out in their order: any answer tells that all before it are done.
+  // The server handles the requests of a connection in order: any reply means that all earlier ones are done.
   std::free(xcb_get_input_focus_reply(x11->connection(), xcb_get_input_focus(x11->connection()), nullptr));
 }
 
@@ -47,12 +47,12 @@ void AwaitNewWindows(int count, const std::function<void()>& act) {
   AwaitServer();
 }
 
-ToolkitImage::ToolkitImage(int width, int height, QPoint place) : image(width, height, QImage::Format_RGB32) {
+ToolkitImage::ToolkitImage(int width, int height, QPoint position) : image(width, height, QImage::Format_RGB32) {
   image.fill(Qt::gray);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAttribute(Qt::WA_ShowWithoutActivating);
   setFixedSize(width, height);
-  move(place);
+  move(position);
   AwaitNewWindows(1, [this] { show(); });
 }
 

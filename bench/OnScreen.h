@@ -1,5 +1,5 @@
 #pragma once
-/// What the benches ask the screen itself.
+/// Waits for the screen.
 
 #include <QImage>
 #include <QWidget>
@@ -7,17 +7,17 @@
 
 namespace bench {
 
-/// Returns when the X server has carried out everything that this program asked of it. Elsewhere at once.
+/// Returns when the X server has handled all requests of this program; without an X server at once.
 void AwaitServer();
 
-/// Acts, and handles events until so many windows have been painted that were not there before or not yet painted.
+/// Calls `act` and processes events until `count` windows have been painted that were not exposed before.
 void AwaitNewWindows(int count, const std::function<void()>& act);
 
-/// An image that the toolkit alone puts on the screen, in a window of its own.
+/// A window that shows an image by the toolkit alone.
 class ToolkitImage : public QWidget {
  public:
-  /// Shown at that place when it returns.
-  ToolkitImage(int width, int height, QPoint place);
+  /// The window is on the screen when this returns.
+  ToolkitImage(int width, int height, QPoint position);
   QImage image;
 
  protected:

@@ -1,5 +1,5 @@
-/// Saving one map as a PNG, beside what the toolkit's own writer takes for the same picture with its defaults. Both
-/// write to a file; ours also flushes it to the disk.
+/// Saving a map as PNG, compared with the toolkit's writer and its defaults. Both write to a file; ours also flushes it
+/// to the disk.
 
 #include <benchmark/benchmark.h>
 
@@ -15,11 +15,11 @@ namespace platform {
 namespace {
 
 constexpr int kSize = 1024;
-/// Counts of an instrument that make the brightest grey level.
+/// The counts that give the brightest grey level.
 constexpr int kFullScale = 70;
 
-/// A map as instruments give it: grains of different composition, counts with their statistical noise, shown through a
-/// table that runs from black over blue, red and yellow to white.
+/// A realistic map: grains of different composition, counts with statistical noise, coloured from black over blue, red
+/// and yellow to white.
 const Ref<Picture>& Map() {
   static const Ref<Picture> map = [] {
     std::mt19937 random(42);

@@ -1,5 +1,4 @@
-/// Smoothing of twelve maps on one core and on all, beside its limit: copying a plane of doubles as often as there are
-/// passes.
+/// Smoothing twelve maps on one core and on all, compared with its limit: copying a plane of doubles once per pass.
 
 #include <benchmark/benchmark.h>
 

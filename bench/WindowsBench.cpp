@@ -1,7 +1,6 @@
-/// What a user waits for in the windows, until it is on the screen: loading, the memory that it takes, one move of the
-/// linked cursor, a step by the arrow keys, "Show All", the start. To be run on a display of its own:
-/// tools/virtual-display.sh <this program>. What happens once in a run is measured in runs of their own, which the
-/// program makes of itself.
+/// What a user waits for, until it is on the screen: loading (and its memory), a move of the linked cursor, a step by
+/// the arrow keys, "Show All", the start. Run it by tools/virtual-display.sh. What happens once per run is measured in
+/// new processes of this program.
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -40,18 +39,18 @@ double Now() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-/// Ends the program: a benchmark that cannot go on measures nothing.
+/// Ends the program, whose figures would be wrong.
 [[noreturn]] void Fail(const std::string& why) {
   std::fprintf(stderr, "windows_bench: %s\n", why.c_str());
   std::exit(1);
 }
 
-// A run of its own: `windows_bench --run <name> [<folder>]` prints numbers.
+// In a new process, `windows_bench --run <name> <folder>` prints numbers.
 
 std::string programPath;
 
 /// Starts this program as a new process and returns the numbers that it prints, and the time of the start.
-std::vector<double> RunAnew(const std::string& name, const std::string& argument, double& started) {
+std::vector<double> RunInNewProcess(const std::string& name, const std::string& argument, double& started) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) Fail("no pipe");
   posix_spawn_file_actions_t actions;
@@ -105,7 +104,7 @@ void Load(int row) {
   if (!Main::Instance().TIFready) Fail("the cluster was not loaded");
 }
 
-/// What loading is measured by: the same files decoded by libtiff alone, and as many frames painted.
+/// The limit of loading: the same files decoded by libtiff alone, and as many frames painted.
 void DecodeAndPaint(const std::vector<std::string>& paths) {
   for (const std::string& path : paths) bench::DecodeAlone(path);
   for (std::size_t i = 0; i < paths.size(); ++i) Main::Instance().cvTIF.Refresh();
@@ -122,13 +121,13 @@ struct Clusters {
 
 const Clusters& LargeClusters(Compression compression) {
   static std::map<Compression, Clusters> made;
-  const auto [place, isNew] = made.try_emplace(compression);
+  const auto [entry, isNew] = made.try_emplace(compression);
   for (int i = 0; i < 2 && isNew; ++i) {
     const std::string name = NameOf(compression) + std::to_string(i);
-    place->second.paths[i] = bench::WriteCluster(Folder(), name, kSpecies, kLargeMap, compression);
-    place->second.rows[i] = DropCluster(place->second.paths[i]);
+    entry->second.paths[i] = bench::WriteCluster(Folder(), name, kSpecies, kLargeMap, compression);
+    entry->second.rows[i] = DropCluster(entry->second.paths[i]);
   }
-  return place->second;
+  return entry->second;
 }
 
 // Loading.
@@ -154,7 +153,7 @@ void LoadWarm(benchmark::State& state, Compression compression) {
 BENCHMARK_CAPTURE(LoadWarm, Uncompressed, Compression::None)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK_CAPTURE(LoadWarm, Lzw, Compression::Lzw)->Unit(benchmark::kMillisecond)->UseManualTime();
 
-/// In a run of its own: seconds of the first load, seconds of its limit, bytes that it took.
+/// In a new process: seconds of the first load, seconds of its limit, bytes that it took.
 void PrintColdLoad(const std::filesystem::path& folder) {
   std::vector<std::string> paths;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) paths.push_back(entry.path());
@@ -172,7 +171,7 @@ void PrintColdLoad(const std::filesystem::path& folder) {
   std::printf("%.9f %.9f %.0f\n", end - begin, 1.5 * (Now() - beginLimit), after - before);
 }
 
-/// The time of the first load of a run, and the memory in shares of what two stacks and the pictures of Main need.
+/// The time of the first load of a run, and its memory as a share of what two stacks and the pictures of Main need.
 void LoadCold(benchmark::State& state, Compression compression, int species, int size) {
   const std::filesystem::path folder =
       Folder() / (std::string("cold-") + NameOf(compression) + std::to_string(size) + "-" + std::to_string(species));
@@ -180,7 +179,7 @@ void LoadCold(benchmark::State& state, Compression compression, int species, int
   double limit = 0, taken = 0, bytes = 0;
   for (auto _ : state) {
     double started = 0;
-    const auto numbers = RunAnew("cold-load", folder, started);
+    const auto numbers = RunInNewProcess("cold-load", folder, started);
     taken += numbers.at(0);
     limit += numbers.at(1);
     bytes += numbers.at(2);
@@ -213,7 +212,7 @@ BENCHMARK(Growth)
 
 // A step by key.
 
-/// Beside it: recolouring alone and putting one image of that size on the screen with the toolkit alone.
+/// Compared with recolouring alone plus showing one image of that size by the toolkit alone.
 void ArrowKey(benchmark::State& state) {
   const Clusters& clusters = LargeClusters(Compression::None);
   Load(clusters.rows[0]);
@@ -239,7 +238,7 @@ void ArrowKey(benchmark::State& state) {
     limit += between - begin;
     taken += end - between;
     state.SetIterationTime(end - between);
-    if (main.SelectedRow == before) Fail("the key did not step");
+    if (main.SelectedRow == before) Fail("the key did not change the species");
   }
   state.counters["of_limit"] = taken / limit;
 }
@@ -251,11 +250,11 @@ BENCHMARK(ArrowKey)->Unit(benchmark::kMillisecond)->UseManualTime();
 void LoadSmallMaps(int species) {
   static std::map<int, int> rows;
   user::Click(Main::Instance().PB_SpeciesClose);
-  const auto [place, isNew] = rows.try_emplace(species);
+  const auto [entry, isNew] = rows.try_emplace(species);
   if (isNew)
-    place->second =
+    entry->second =
         DropCluster(bench::WriteCluster(Folder(), "small" + std::to_string(species), species, 512, Compression::None));
-  Load(place->second);
+  Load(entry->second);
   if (Main::Instance().TIFubound() + 1 < species) Fail("species are missing");
 }
 
@@ -284,7 +283,7 @@ void MoveCursor(benchmark::State& state, Mark mark, Step step) {
   LoadSmallMaps(species);
   Main& main = Main::Instance();
   bench::AwaitNewWindows(species, [&] { user::Click(main.PB_AllSpecies); });
-  // The window manager hands the keyboard to the new windows in its own time, also later.
+  // The window manager may activate the new windows at any later time.
   const auto bringToFront = [&] {
     const bool isFront = user::WaitUntil([&] {
       if (!main.IsActive) user::Activate(main);
@@ -296,16 +295,16 @@ void MoveCursor(benchmark::State& state, Mark mark, Step step) {
   };
   bringToFront();
   user::Click(mark == Mark::Circle ? main.BBcursorCircles : main.BBcursorArrow);
-  int place = 0;
+  int position = 0;
   for (auto _ : state) {
     if (!main.IsActive) {
       state.PauseTiming();
       bringToFront();
       state.ResumeTiming();
     }
-    ++place;
-    const int x = step == Step::OnePixel ? 100 + place % 300 : place % 2 * 300 + 100;
-    const int y = step == Step::OnePixel ? 200 : place % 2 * 300 + 100;
+    ++position;
+    const int x = step == Step::OnePixel ? 100 + position % 300 : position % 2 * 300 + 100;
+    const int y = step == Step::OnePixel ? 200 : position % 2 * 300 + 100;
     user::MouseMove(main.cvTIF, x, y);
     bench::AwaitServer();
     if (Globals::fCursorXold != x) Fail("the mark did not follow");
@@ -335,13 +334,12 @@ BENCHMARK_CAPTURE(MoveCursor, CircleFar, Mark::Circle, Step::Far)
 
 // The start.
 
-/// From the start of a process to "Overview" on the screen, and on the way there: to main, to the end of the start-up
-/// sequence.
+/// From the start of a process to "Overview" on the screen, with the times to main and for the start-up sequence.
 void Start(benchmark::State& state) {
   double linked = 0, made = 0;
   for (auto _ : state) {
     double started = 0;
-    const auto times = RunAnew("start", "", started);
+    const auto times = RunInNewProcess("start", "", started);
     linked += times.at(0) - started;
     made += times.at(1) - times.at(0);
     state.SetIterationTime(times.at(2) - started);
