@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-/// Streams read files, so each input becomes one; in memory, because writing to a disk takes longer than the test.
+/// Streams read files, so each input is written to one, in memory: a disk would take longer than the test.
 std::filesystem::path InputFile() {
   static const int file = memfd_create("input", MFD_CLOEXEC);
   return "/proc/self/fd/" + std::to_string(file);

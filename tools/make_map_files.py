@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes fuzz/map_files: what fuzz_map_file starts from, the numbers of a map file and then the file.
+"""Writes fuzz/map_files, the corpus of fuzz_map_file: the numbers of a map file, then the file.
 
     tools/make_map_files.py fuzz/map_files
 """

@@ -30,7 +30,7 @@ class Input {
  public:
   /// The bytes from `begin` up to, not including, `end`. The source must outlive the input.
   Input(ByteSource& source, std::uint64_t begin, std::uint64_t end) : source_(&source), position_(begin), end_(end) {}
-  /// The place in the source.
+  /// The position in the source.
   std::uint64_t Position() const { return position_; }
   /// Bytes left to read.
   std::uint64_t Left() const { return end_ - position_; }
@@ -39,7 +39,7 @@ class Input {
     if (count > Left()) throw ReadFailure("truncated: the data of the PICT end too early");
     position_ += count;
   }
-  /// The next bytes as an input of their own; this one continues after them.
+  /// The next bytes as a separate input; this one continues after them.
   Input Part(std::uint64_t count) {
     Skip(count);
     return {*source_, position_ - count, position_};
