@@ -114,15 +114,13 @@ struct Layout {
   std::uint16_t extraCount = 0;
   const std::uint16_t* extras = nullptr;
 
-  /// The index of the alpha sample, or -1. An undeclared fourth sample of RGB is premultiplied alpha, as in libtiff.
+  /// The index of the alpha sample, or -1.
   int AlphaSample() const {
     for (int i = 0; i < extraCount; ++i)
       if (extras[i] == EXTRASAMPLE_ASSOCALPHA || extras[i] == EXTRASAMPLE_UNASSALPHA) return samples - extraCount + i;
-    return photometric == PHOTOMETRIC_RGB && samples == 4 && extraCount == 0 ? 3 : -1;
+    return -1;
   }
-  bool AlphaPremultiplied() const {
-    return extraCount == 0 || extras[AlphaSample() - (samples - extraCount)] == EXTRASAMPLE_ASSOCALPHA;
-  }
+  bool AlphaPremultiplied() const { return extras[AlphaSample() - (samples - extraCount)] == EXTRASAMPLE_ASSOCALPHA; }
 };
 
 /// If the file does not state what its samples mean, three or more are RGB. libtiff treats such an image as grey, with
@@ -179,9 +177,9 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
     TIFFGetField(tiff, TIFFTAG_TILELENGTH, &tileHeight);
     CheckSize(tileWidth, tileHeight, bytesPerPixel);
   }
-  // A compressed strip extends past the end of the file: some codecs would invent the rest.
+  // A compressed strip or a tile extends past the end of the file: some codecs would invent the rest.
   const std::uint32_t chunks = TIFFIsTiled(tiff) ? TIFFNumberOfTiles(tiff) : TIFFNumberOfStrips(tiff);
-  for (std::uint32_t i = 0; i < chunks && layout.compression != COMPRESSION_NONE; ++i) {
+  for (std::uint32_t i = 0; i < chunks && (TIFFIsTiled(tiff) || layout.compression != COMPRESSION_NONE); ++i) {
     const std::uint64_t offset = TIFFGetStrileOffset(tiff, i);
     const std::uint64_t count = TIFFGetStrileByteCount(tiff, i);
     if (offset > source.bytes.Size() || count > source.bytes.Size() - offset)
@@ -445,14 +443,7 @@ Ref<Picture> ReadPalette(TIFF* tiff, const Source& source, const Layout& layout)
   return AsLevelsIfGrey(Upright(picture, layout));
 }
 
-/// Whether libtiff cannot convert an RGB image: its depth, or tiles that are not compressed, which it takes for damaged
-/// unless the file is mapped and their size suits it.
-bool IsUnusualRgb(TIFF* tiff, const Layout& layout) {
-  const bool odd = layout.bits < 16 && layout.bits != 8;
-  const bool plainTiles = TIFFIsTiled(tiff) && layout.compression == COMPRESSION_NONE && layout.bits <= 16;
-  return (odd || plainTiles) && layout.format != SAMPLEFORMAT_INT && layout.format != SAMPLEFORMAT_IEEEFP;
-}
-
+/// RGB of a depth that libtiff does not convert.
 Ref<Picture> ReadUnusualRgb(TIFF* tiff, const Source& source, const Layout& layout) {
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
   Color* pixels = picture->Pixels().data;
@@ -468,6 +459,18 @@ Ref<Picture> ReadUnusualRgb(TIFF* tiff, const Source& source, const Layout& layo
   return AsLevelsIfGrey(Upright(picture, layout));
 }
 
+/// A buffer of just one tile, if no tile is compressed: of a larger one, the conversion to RGB takes each tile for
+/// damaged.
+std::vector<std::uint8_t> SetTileBuffer(TIFF* tiff, const Layout& layout) {
+  if (!TIFFIsTiled(tiff) || layout.compression != COMPRESSION_NONE) return {};
+  const std::uint64_t size = TIFFTileSize64(tiff);
+  for (std::uint32_t i = 0; i < TIFFNumberOfTiles(tiff); ++i)
+    if (TIFFGetStrileByteCount(tiff, i) != size) throw ReadFailure("truncated or damaged: tiles of the wrong size");
+  std::vector<std::uint8_t> buffer(size);
+  TIFFReadBufferSetup(tiff, buffer.data(), static_cast<tmsize_t>(size));
+  return buffer;
+}
+
 /// RGB, CMYK, YCbCr and rarer ones: libtiff converts them to 8-bit RGB; 16 bits become round(v / 257).
 Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) {
   char message[1024] = "";
@@ -480,13 +483,15 @@ Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) 
     throw ReadFailure("unsupported photometric or depth: photometric " + std::to_string(layout.photometric) + ", " +
                       std::to_string(layout.bits) + " bits: " + message);
   const std::unique_ptr<TIFFRGBAImage, decltype(&TIFFRGBAImageEnd)> end(&image, TIFFRGBAImageEnd);
+  const std::vector<std::uint8_t> tileBuffer = SetTileBuffer(tiff, layout);
   image.req_orientation = image.orientation;  // rows as they are stored; Upright rotates them
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
   Color* pixels = picture->Pixels().data;
   if (!TIFFRGBAImageGet(&image, pixels, layout.width, layout.height)) GiveUp(source);
   // libtiff has multiplied the colours by their alpha. It treats a fourth sample as alpha even if the file declares
   // something else.
-  const bool hasAlpha = image.alpha != 0 && layout.AlphaSample() >= 0;
+  const bool declared = layout.extraCount > 0;
+  const bool hasAlpha = image.alpha != 0 && (!declared || layout.AlphaSample() >= 0);
   std::transform(pixels, pixels + std::size_t{layout.width} * layout.height, pixels, [hasAlpha](std::uint32_t abgr) {
     const int white = hasAlpha ? 255 - static_cast<int>(TIFFGetA(abgr)) : 0;
     return RGB(std::min<int>(static_cast<int>(TIFFGetR(abgr)) + white, 255),
@@ -515,8 +520,9 @@ OpenedPicture ReadTiff(ByteSource&& bytes) {
         return layout.bits <= 8 ? ReadPalette(tiff.get(), source, layout) : ReadGrey(tiff.get(), source, layout);
       case PHOTOMETRIC_RGB:
         if (layout.samples - layout.extraCount < 3) return ReadGrey(tiff.get(), source, layout);
-        return IsUnusualRgb(tiff.get(), layout) ? ReadUnusualRgb(tiff.get(), source, layout)
-                                                : ReadColors(tiff.get(), source, layout);
+        if (layout.bits < 16 && layout.bits != 8 && layout.format != SAMPLEFORMAT_INT)
+          return ReadUnusualRgb(tiff.get(), source, layout);
+        return ReadColors(tiff.get(), source, layout);
       default:
         return ReadColors(tiff.get(), source, layout);
     }
