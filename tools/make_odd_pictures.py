@@ -15,6 +15,9 @@ whose names begin with a program's name were made by that program from rgb.tif o
     netpbm-os2.bmp                   ppmtobmp -os2
     netpbm-interlaced.gif            ppmtogif -interlace
     pillow-damaged-profile.jpg       save(quality=95, icc_profile=...) of a profile without its types "XYZ "
+    pillow-half-of-its-data.jpg      save(quality=75) of 32 x 32 pixels, cut in its data, with an end marker
+    pillow-half-of-its-data-jpeg.tif save(compression="jpeg"), with an end marker in its data
+    cjpeg-bytes-before-a-restart.jpg cjpeg -restart 2B -grayscale, with 40 bytes of 0 before restart 3
 """
 import base64
 import pathlib

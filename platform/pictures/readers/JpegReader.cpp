@@ -14,46 +14,46 @@ namespace platform {
 
 namespace {
 
-struct Structure {
-  std::uint64_t size = 0;       // up to the end-of-image marker
-  std::uint32_t process = 0;    // the marker of the frame: baseline, progressive, lossless ...
-  std::uint32_t precision = 8;  // bits of a sample
-};
-
-/// Walks the segments up to the end-of-image marker; the coded data after a start of scan extend to the next marker.
-/// The check is needed because Qt returns half a picture for a truncated file.
-Structure StructureOf(ByteSource& source) {
-  Structure structure;
+/// The size up to the end-of-image marker. Walks the segments; the coded data after a start of scan extend to the next
+/// marker. The check is needed because Qt returns half a picture for a truncated file.
+std::uint64_t SizeOf(ByteSource& source) {
   for (std::uint64_t place = 2;;) {
     while (source.Byte(place) != 0xFF) ++place;
     while (source.Byte(place) == 0xFF) ++place;
     const std::uint32_t marker = source.Byte(place++);
-    if (marker == 0xD9) {
-      structure.size = place;
-      return structure;
-    }
-    const bool isFrame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
-    if (isFrame && structure.process == 0) {
-      structure.process = marker;
-      structure.precision = source.Byte(place + 2);
-    }
+    if (marker == 0xD9) return place;
     const bool alone = marker == 0 || marker == 1 || (marker >= 0xD0 && marker <= 0xD8);
     if (!alone) place += source.Big16(place);
   }
 }
 
-/// Suppresses Qt's warnings about damaged images and profiles on standard error, whatever the user's logging rules.
+constexpr const char* kCodecCategory = "qt.gui.imageio.jpeg";
+
+/// Suppresses Qt's warnings about damaged images and profiles on standard error, whatever the user's logging rules,
+/// except what libjpeg says.
 QLoggingCategory::CategoryFilter previousFilter = nullptr;
 void FilterMessages(QLoggingCategory* category) {
   if (previousFilter) previousFilter(category);
   const std::string_view name = category->categoryName();
   if (!name.starts_with("qt.gui.imageio") && !name.starts_with("qt.gui.icc")) return;
-  for (const QtMsgType type : {QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg}) category->setEnabled(type, false);
+  for (const QtMsgType type : {QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg})
+    category->setEnabled(type, type == QtWarningMsg && name == kCodecCategory);
+}
+
+/// The last error of libjpeg, or its first warning about an image: Qt returns a picture nevertheless and only logs it.
+thread_local std::string codecMessage;
+QtMessageHandler previousHandler = nullptr;
+void KeepCodecMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (context.category == std::string_view(kCodecCategory))
+    codecMessage = text.toStdString();
+  else
+    previousHandler(type, context, text);
 }
 
 void PrepareToolkit() {
   static std::once_flag prepared;
   std::call_once(prepared, [] {
+    previousHandler = qInstallMessageHandler(KeepCodecMessage);
     previousFilter = QLoggingCategory::installFilter(FilterMessages);
     QImageReader::setAllocationLimit(0);  // CheckSize limits it
   });
@@ -82,9 +82,9 @@ Ref<Picture> Colors(const QImage& image) {
 
 Ref<Picture> Read(ByteSource& source) {
   if (source.Big16(0) != 0xFFD8 || source.Byte(2) != 0xFF) throw ReadFailure("not an image: no JPEG");
-  const Structure structure = StructureOf(source);
-  const std::vector<std::uint8_t> bytes = source.Bytes(0, structure.size);
-  if (bytes.size() != structure.size) throw ReadFailure("truncated: the data end too early");
+  const std::uint64_t size = SizeOf(source);
+  const std::vector<std::uint8_t> bytes = source.Bytes(0, size);
+  if (bytes.size() != size) throw ReadFailure("truncated: the data end too early");
 
   PrepareToolkit();
   if (!QImageReader::supportedImageFormats().contains("jpeg"))
@@ -94,19 +94,17 @@ Ref<Picture> Read(ByteSource& source) {
   QImageReader reader(&buffer, "jpeg");
   reader.setAutoDetectImageFormat(false);
   reader.setAutoTransform(true);
-  const QSize size = reader.size();
-  if (size.isValid()) {
-    CheckSize(size.width(), size.height(), 8);
-    CheckPlausible(size.width(), size.height(), bytes.size(), 16384);
+  codecMessage.clear();
+  const QSize pixels = reader.size();
+  if (pixels.isValid()) {
+    CheckSize(pixels.width(), pixels.height(), 8);
+    CheckPlausible(pixels.width(), pixels.height(), bytes.size(), 16384);
   }
   const QImage image = reader.read();
-  if (image.isNull()) {
-    // Every decoder reads baseline and progressive images of 8 bits.
-    if (structure.process > 0xC2 || structure.precision != 8)
-      throw ReadFailure("unsupported: JPEG process " + std::to_string(structure.process - 0xC0) + " of " +
-                        std::to_string(structure.precision) + " bits");
-    throw ReadFailure("truncated or damaged: " + reader.errorString().toStdString());
-  }
+  const bool unsupported = codecMessage.starts_with("Unsupported") || codecMessage.starts_with("Sorry");
+  if (image.isNull() && unsupported) throw ReadFailure("unsupported: " + codecMessage);
+  if (codecMessage.empty()) codecMessage = reader.errorString().toStdString();
+  if (image.isNull() || MeansMissingPixels(codecMessage)) throw ReadFailure("truncated or damaged: " + codecMessage);
   if (image.format() == QImage::Format_Grayscale8)
     return MakeRef<Picture>(image.width(), image.height(), Levels(image));
   return Colors(image);

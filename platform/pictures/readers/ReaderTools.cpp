@@ -27,6 +27,12 @@ void CheckPlausible(double width, double height, std::size_t fileBytes, double p
                       std::to_string(static_cast<long long>(height)) + " pixels");
 }
 
+bool MeansMissingPixels(std::string_view warning) {
+  for (const char* phrase : {"premature end of data", "bad Huffman code", "bad arithmetic code", "instead of RST"})
+    if (warning.find(phrase) != std::string_view::npos) return true;
+  return false;
+}
+
 Ref<Picture> AsLevelsIfGrey(const Ref<Picture>& colors) {
   const PlaneView<Color> pixels = colors->Pixels();
   const Color* begin = pixels.data;

@@ -28,6 +28,7 @@ struct Source {
   toff_t position = 0;
   bool pastEnd = false;           // libtiff asked for bytes that the file does not have
   bool paletteLost = false;       // libtiff could not read the colour map and continued without it
+  bool pixelsLost = false;        // libjpeg continued with pixels of its own
   std::array<char, 256> error{};  // its first error
 };
 
@@ -59,10 +60,12 @@ int KeepError(TIFF*, void* handle, const char*, const char* format, va_list argu
   return 1;
 }
 
-int KeepLossOfPalette(TIFF*, void* handle, const char*, const char* format, va_list arguments) {
+int KeepLosses(TIFF*, void* handle, const char*, const char* format, va_list arguments) {
   std::array<char, 256> warning{};
   std::vsnprintf(warning.data(), warning.size(), format, arguments);
-  if (std::strstr(warning.data(), "\"ColorMap\"")) SourceOf(handle).paletteLost = true;
+  Source& source = SourceOf(handle);
+  if (std::strstr(warning.data(), "\"ColorMap\"")) source.paletteLost = true;
+  if (MeansMissingPixels(warning.data())) source.error = warning, source.pixelsLost = true;
   return 1;
 }
 
@@ -92,7 +95,7 @@ Tiff Open(Source& source) {
   if (!options) throw std::bad_alloc();
   TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), tmsize_t{8} * kMaximumPixels);
   TIFFOpenOptionsSetErrorHandlerExtR(options.get(), KeepError, &source);
-  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), KeepLossOfPalette, &source);
+  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), KeepLosses, &source);
   Tiff tiff(TIFFClientOpenExt("TIFF", "rm", &source, ReadBytes, WriteBytes, Seek, Close, Size, nullptr, nullptr,
                               options.get()),
             TIFFClose);
@@ -501,6 +504,25 @@ Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) 
   return AsLevelsIfGrey(Upright(picture, layout));
 }
 
+Ref<Picture> ReadImage(TIFF* tiff, const Source& source, const Layout& layout) {
+  switch (layout.photometric) {
+    case PHOTOMETRIC_MINISWHITE:
+    case PHOTOMETRIC_MINISBLACK:
+    case PHOTOMETRIC_MASK:
+      return ReadGrey(tiff, source, layout);
+    case PHOTOMETRIC_PALETTE:
+      // Deep maps sometimes have a stray colour map; their values are counts nevertheless.
+      return layout.bits <= 8 ? ReadPalette(tiff, source, layout) : ReadGrey(tiff, source, layout);
+    case PHOTOMETRIC_RGB:
+      if (layout.samples - layout.extraCount < 3) return ReadGrey(tiff, source, layout);
+      if (layout.bits < 16 && layout.bits != 8 && layout.format != SAMPLEFORMAT_INT)
+        return ReadUnusualRgb(tiff, source, layout);
+      return ReadColors(tiff, source, layout);
+    default:
+      return ReadColors(tiff, source, layout);
+  }
+}
+
 }  // namespace
 
 OpenedPicture ReadTiff(ByteSource&& bytes) {
@@ -510,22 +532,9 @@ OpenedPicture ReadTiff(ByteSource&& bytes) {
     const Layout layout = LayoutOf(tiff.get());
     Check(tiff.get(), source, layout);
     if (source.paletteLost && layout.bits <= 8) GiveUp(source);
-    switch (layout.photometric) {
-      case PHOTOMETRIC_MINISWHITE:
-      case PHOTOMETRIC_MINISBLACK:
-      case PHOTOMETRIC_MASK:
-        return ReadGrey(tiff.get(), source, layout);
-      case PHOTOMETRIC_PALETTE:
-        // Deep maps sometimes have a stray colour map; their values are counts nevertheless.
-        return layout.bits <= 8 ? ReadPalette(tiff.get(), source, layout) : ReadGrey(tiff.get(), source, layout);
-      case PHOTOMETRIC_RGB:
-        if (layout.samples - layout.extraCount < 3) return ReadGrey(tiff.get(), source, layout);
-        if (layout.bits < 16 && layout.bits != 8 && layout.format != SAMPLEFORMAT_INT)
-          return ReadUnusualRgb(tiff.get(), source, layout);
-        return ReadColors(tiff.get(), source, layout);
-      default:
-        return ReadColors(tiff.get(), source, layout);
-    }
+    auto picture = ReadImage(tiff.get(), source, layout);
+    if (source.pixelsLost) GiveUp(source);
+    return picture;
   });
 }
 
