@@ -42,6 +42,9 @@ function(vornalite_windows)
   vornalite_sources(windows ${ARGN})
 endfunction()
 
+# What tests of windows need in their environment: the offscreen platform, with a screen that holds every window whole.
+set(VORNALITE_TEST_PLATFORM "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/screen.json")
+
 # vornalite_test(name SOURCES ... LIBRARIES ...): a GoogleTest program; each of its tests is a CTest test. None should
 # take longer than about a second; the limit stops a test that hangs or has become quadratic.
 function(vornalite_test name)
@@ -50,7 +53,7 @@ function(vornalite_test name)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE VORNALITE_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ENVIRONMENT "${VORNALITE_TEST_PLATFORM}")
 endfunction()
 
 # vornalite_windows_test(sources...): tests in the current folder that drive the real windows.
