@@ -68,9 +68,16 @@ void Main::WResize() {
   cvTIF.Width(change.canvas.width);
 }
 
-void Main::ProgressShow() { PPbuttons.Value(kPageLoading); }
+void Main::ProgressShow() {
+  PPbuttons.Value(kPageLoading);
+  Reveal(STstatus);
+  Reveal(Progress);
+}
 
-void Main::ProgressHide() { PPbuttons.Value(kPageNormal); }
+void Main::ProgressHide() {
+  PPbuttons.Value(kPageNormal);
+  EndReveal();
+}
 
 bool Main::Event_KeyDown(const String& key) {
   constexpr int kUp = 30;

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QWheelEvent>
 
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
@@ -18,6 +19,17 @@ class MenuBox : public QComboBox {
   void showPopup() override {
     view()->setMinimumWidth(view()->sizeHintForColumn(0) + 24);  // items may be wider than the box
     QComboBox::showPopup();
+  }
+};
+
+class SliderWidget : public QSlider {
+ public:
+  explicit SliderWidget(QWidget* parent) : QSlider(Qt::Horizontal, parent) {}
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override {
+    QSlider::wheelEvent(event);
+    event->accept();  // at its end too, where the window would scroll otherwise
   }
 };
 
@@ -59,7 +71,7 @@ void PopupMenu::ListIndex(int index) {
 }
 
 std::unique_ptr<NativeControl> Slider::MakeNative(NativeWindow& window, const String&) {
-  auto* slider = new QSlider(Qt::Horizontal, window.content);
+  auto* slider = new SliderWidget(window.content);
   slider->setFocusPolicy(Qt::TabFocus);
   auto native = std::make_unique<NativeControl>(window, slider);
   QObject::connect(slider, &QSlider::valueChanged, slider,

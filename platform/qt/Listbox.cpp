@@ -135,6 +135,10 @@ class View : public QTableView {
     viewport()->update();  // the first Tab shows the frame around the current cell, even if the focus stays here
     return moved;
   }
+  void wheelEvent(QWheelEvent* event) override {
+    QTableView::wheelEvent(event);
+    if (verticalScrollBar()->maximum() > 0) event->accept();  // at its end too, where the window would scroll otherwise
+  }
   void resizeEvent(QResizeEvent* event) override {
     QTableView::resizeEvent(event);
     native_.FitColumns();

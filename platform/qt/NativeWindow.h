@@ -14,8 +14,10 @@ class QMenuBar;
 namespace platform {
 
 struct NativePanel;
+class ScrollingContent;
 
-/// The toolkit's implementation of a window: a menu bar, if any, above a content of exactly the window's size.
+/// The toolkit's implementation of a window: a menu bar, if any, above a content of exactly the window's size. If the
+/// usable screen cannot hold the content, the frame shows a part of it, with scroll bars.
 struct NativeWindow {
   NativeWindow(Window& owner, const WindowSettings& wanted);
   ~NativeWindow();
@@ -38,9 +40,11 @@ struct NativeWindow {
   void SetMenuBar(platform::MenuBar* menuBar);
   /// Fits the height of the bar to its font; the content keeps its size and position.
   void FitMenuBar();
-  int BarHeight() const { return barHeight; }
 
-  /// Handles a new size of the content: positions bar and content, lets the controls follow, raises Event_Resized.
+  /// Handles a new size of the frame that the user or the window manager has set: the content follows within its
+  /// limits.
+  void FollowFrame();
+  /// Sets the size of the content: lets the controls follow and raises Event_Resized.
   void Adopt(int newWidth, int newHeight);
   void SyncActive();
   /// Handles the user's restoring of a window that was minimised instead of hidden.
@@ -61,7 +65,9 @@ struct NativeWindow {
   Window& window;
   WindowSettings settings;  ///< its sizes and limits are the current ones
   std::unique_ptr<QWidget> frame;
+  ScrollingContent* scrolling = nullptr;  ///< below the menu bar, shows the content or a part of it
   QWidget* content = nullptr;
+  QSize view;  ///< of the frame without menu bar, known last
   QMenuBar* bar = nullptr;
   platform::MenuBar* menuBar = nullptr;
   std::vector<NativeControl*> controls;
@@ -79,7 +85,13 @@ struct NativeWindow {
   QEventLoop* modalLoop = nullptr;
 
  private:
+  /// Gives bar and content their places in the frame.
   void Arrange();
+  QSize ContentSize() const { return {settings.width, settings.height}; }
+  /// The view of a content of that size: as large as the content if the usable screen can hold it.
+  QSize FittingView(QSize whole) const;
+  /// Gives the frame the size that fits the content.
+  void FitFrame();
   void AttachMenus();
 };
 

@@ -16,6 +16,7 @@
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/qt/ScrollingContent.h"
 #include "platform/widgets/Listbox.h"
 
 namespace platform {
@@ -45,11 +46,7 @@ class FrameWidget : public QWidget {
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate) native_.SyncActive();
     return handled;
   }
-  void resizeEvent(QResizeEvent*) override {
-    const bool fixed = !native_.settings.resizeable;
-    native_.Adopt(fixed ? native_.settings.width : width(),
-                  fixed ? native_.settings.height : height() - native_.BarHeight());
-  }
+  void resizeEvent(QResizeEvent*) override { native_.FollowFrame(); }
   void closeEvent(QCloseEvent* event) override {
     event->ignore();
     native_.AskToClose();
@@ -101,16 +98,15 @@ Qt::WindowFlags FlagsOf(const WindowSettings& settings) {
 
 NativeWindow::NativeWindow(Window& owner, const WindowSettings& wanted)
     : window(owner), settings(wanted), frame(std::make_unique<FrameWidget>(*this, FlagsOf(wanted))) {
-  content = new QWidget(frame.get());
+  scrolling = new ScrollingContent(frame.get());
+  content = scrolling->widget();
   SetRole(*frame, wanted.frame == Frame::Document ? QAccessible::Window : QAccessible::Dialog);
   SetRole(*content, QAccessible::Pane);
   content->setAccessibleName("Contents");  // it has the keyboard focus when no control has it
   frame->setWindowTitle(ToQString(settings.title));
   frame->setFocusPolicy(Qt::NoFocus);
-  content->setGeometry(0, 0, settings.width, settings.height);
-  frame->resize(settings.width, settings.height);
   SetMenuBar(wanted.menuBar);
-  SetLimits();
+  FitFrame();
 }
 
 NativeWindow::~NativeWindow() { Retire(); }
@@ -122,54 +118,6 @@ void NativeWindow::Retire() {
 
 void NativeWindow::Raise(const std::function<void(Window&)>& event) {
   if (!closed && opened) Dispatch([&] { event(window); });
-}
-
-void NativeWindow::Arrange() {
-  if (bar) bar->setGeometry(0, 0, frame->width(), barHeight);
-  content->setGeometry(0, barHeight, settings.width, settings.height);
-}
-
-void NativeWindow::Adopt(int newWidth, int newHeight) {
-  const int widthChange = newWidth - settings.width, heightChange = newHeight - settings.height;
-  settings.width = newWidth;
-  settings.height = newHeight;
-  Arrange();
-  if (widthChange == 0 && heightChange == 0) return;
-  for (NativeControl* control : controls)
-    if (control->page == kNoPage) control->Follow(widthChange, heightChange);
-  const auto tell = [this] { Raise([](Window& resized) { resized.Event_Resized(); }); };
-  if (!HandlerRuns()) return tell();
-  RunSoon([guard = QPointer<QWidget>(frame.get()), tell] {
-    if (guard) tell();
-  });
-}
-
-void NativeWindow::SetLimits() {
-  const bool fixed = !settings.resizeable;
-  const int minWidth = fixed ? settings.width : std::min(settings.minWidth, settings.width);
-  const int minHeight = fixed ? settings.height : std::min(settings.minHeight, settings.height);
-  const int maxWidth = fixed ? settings.width : std::max(settings.maxWidth, settings.width);
-  const int maxHeight = fixed ? settings.height : std::max(settings.maxHeight, settings.height);
-  frame->setMinimumSize(minWidth, minHeight + barHeight);
-  frame->setMaximumSize(maxWidth, maxHeight + barHeight);
-}
-
-void NativeWindow::SetSize(int newWidth, int newHeight) {
-  newWidth = std::max(0, newWidth);
-  newHeight = std::max(0, newHeight);
-  if (newWidth == settings.width && newHeight == settings.height) return;
-  // Widen the limits first. An X11 window cannot be empty, so the frame is at least one pixel.
-  const QSize size(std::max(1, newWidth), std::max(1, newHeight + barHeight));
-  frame->setMinimumSize(frame->minimumSize().boundedTo(size));
-  frame->setMaximumSize(frame->maximumSize().expandedTo(size));
-  if (settings.resizeable) {
-    frame->resize(size);
-    Adopt(newWidth, newHeight);
-  } else {
-    Adopt(newWidth, newHeight);
-    frame->resize(size);
-  }
-  SetLimits();
 }
 
 QPoint NativeWindow::Place() const { return frame->geometry().topLeft() + QPoint(0, barHeight); }
@@ -197,11 +145,7 @@ void NativeWindow::FitMenuBar() {
   const QPoint place = Place();
   const bool placed = frame->testAttribute(Qt::WA_Moved);
   barHeight = newHeight;
-  frame->setMinimumSize(0, 0);
-  frame->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-  frame->resize(settings.width, settings.height + barHeight);
-  SetLimits();
-  Arrange();
+  FitFrame();
   if (placed) SetPlace(place.x(), place.y());
 }
 
@@ -237,6 +181,7 @@ void NativeWindow::Show() {
       const QRect area = screen ? screen->availableGeometry() : QRect();
       SetPlace(area.center().x() - settings.width / 2, area.center().y() - settings.height / 2);
     }
+    FitFrame();
     if (!frame->focusWidget()) {
       const auto isList = [](const NativeControl* c) { return dynamic_cast<const NativeListbox*>(c) != nullptr; };
       const auto list = std::find_if(controls.begin(), controls.end(), isList);
@@ -392,6 +337,9 @@ void Window::Title(const String& title) {
 platform::MenuBar* Window::MenuBar() const { return native_->menuBar; }
 void Window::MenuBar(platform::MenuBar* bar) { native_->SetMenuBar(bar); }
 void Window::AcceptFileDrop(const String& typeName) { native_->AcceptDrops(typeName); }
+
+void Window::Reveal(const RectControl& control) { native_->scrolling->Reveal(*control.NeedNative().widget); }
+void Window::EndReveal() { native_->scrolling->EndReveal(); }
 
 void Window::Refresh() {
   for (NativeControl* control : native_->controls)

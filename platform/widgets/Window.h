@@ -14,7 +14,9 @@ namespace platform {
 
 enum class Frame { Document, MovableModal };
 
-/// Options of a window. Sizes are those of the content, in logical pixels, without menu bar and frame.
+/// Options of a window. Sizes are those of the content, in logical pixels, without menu bar and frame. If the usable
+/// screen cannot hold the content, the frame shows a part of it, with scroll bars; sizes and positions remain those of
+/// the whole content.
 struct WindowSettings {
   String title{};
   int width = 300, height = 200;
@@ -71,6 +73,10 @@ class Window {
   void MenuBar(platform::MenuBar* bar);
   /// Repaints the whole window; see RectControl::Refresh.
   void Refresh();
+  /// If the window shows only a part of its content, scrolls so that the control is visible.
+  void Reveal(const RectControl& control);
+  /// Scrolls back to the position before the first Reveal since the last EndReveal.
+  void EndReveal();
   /// Accepts drops of files of the registered type of that name.
   void AcceptFileDrop(const String& typeName);
 

@@ -146,6 +146,89 @@ TEST_F(Widgets, TimersTickBetweenHandlersOnly) {
   EXPECT_FALSE(user::WaitUntil([&] { return ticks > single + 1; }, 20));
 }
 
+TEST_F(Widgets, AFrameScrollsAContentThatTheScreenCannotHold) {
+  const Screen screen(0);
+  const int bottom = screen.AvailableTop() + screen.AvailableHeight();
+  const auto size = [&] { return std::make_pair(board.Width(), board.Height()); };
+  const auto shows = [&](const RectControl& control) {
+    const Rect part = user::ShownPart(board);
+    return control.Left() >= part.x && control.Top() >= part.y &&
+           control.Left() + control.Width() <= part.x + part.width &&
+           control.Top() + control.Height() <= part.y + part.height;
+  };
+  board.Top(200);
+  board.Width(600);
+  board.Height(2 * screen.AvailableHeight());
+  EXPECT_EQ(board.resizes, 2);
+  EXPECT_EQ(size(), std::make_pair(600, 2 * screen.AvailableHeight()));
+  EXPECT_EQ(board.list.Height(), 150 - 300 + board.Height());
+  Rect part = user::ShownPart(board);
+  EXPECT_EQ(part.width, 600) << "the scroll bar takes nothing from the width";
+  EXPECT_GT(part.height, screen.AvailableHeight() - 10);
+  EXPECT_LE(board.Top() + part.height, bottom);
+
+  user::Wheel(board.canvas, 5, 5, -1);
+  const int scrolled = user::ShownPart(board).y;
+  EXPECT_GT(scrolled, 0);
+  for (int i = 0; i < 500; ++i) board.list.AddRow(Str(i));
+  user::ProcessEvents();
+  for (const int notches : {-1, 1, 1, 1}) user::Wheel(board.list, 5, 200, notches);
+  for (const int notches : {1, -1, -1}) user::Wheel(board.slider, 5, 5, notches);
+  EXPECT_EQ(user::ShownPart(board).y, scrolled) << "a list and a slider keep the wheel, at their ends too";
+
+  for (int i = 0; i < 2; ++i) {
+    board.Reveal(board.save);
+    EXPECT_TRUE(shows(board.save));
+    board.Reveal(board.ok);
+    EXPECT_TRUE(shows(board.ok));
+    board.EndReveal();
+    EXPECT_EQ(user::ShownPart(board).y, scrolled);
+  }
+  board.SetFocus();
+  user::Key(board, "Down");
+  EXPECT_EQ(board.keys, std::vector<int>{31}) << "the arrows are the window's";
+
+  // The user makes the frame smaller than the least content, then larger.
+  board.MinWidth(500);
+  board.MinHeight(1000);
+  user::ResizeFrame(board, 300, 700);
+  EXPECT_EQ(size(), std::make_pair(500, 1000));
+  EXPECT_EQ(board.resizes, 3);
+  user::ResizeFrame(board, 300, 600);
+  EXPECT_EQ(board.resizes, 3) << "neither side of the content has changed";
+  user::ResizeFrame(board, 620, 600);
+  part = user::ShownPart(board);
+  EXPECT_EQ(size(), std::make_pair(part.width, 1000));
+  EXPECT_LT(part.width, 620) << "beside the scroll bar";
+  user::ResizeFrame(board, 620, 1100);
+  EXPECT_EQ(size(), std::make_pair(part.width, 1100)) << "the width is not changed";
+  board.MinHeight(64);
+  board.Height(300);
+  EXPECT_EQ(user::ShownPart(board), (Rect{0, 0, part.width, 300}));
+}
+
+TEST_F(Widgets, AWindowOfFixedSizeStaysWhereItIsWhenItBecomesTooLarge) {
+  class Fixed : public Window {
+   public:
+    Fixed() : Window({.width = 200, .height = 200, .resizeable = false}) {}
+  };
+  const Screen screen(0);
+  const int left = screen.AvailableLeft() + screen.AvailableWidth() - 50;
+  auto& fixed = New<Fixed>();
+  fixed.Left(left);
+  fixed.Top(300);
+  user::ProcessEvents();
+  fixed.Width(screen.AvailableWidth() + 100);
+  fixed.Height(screen.AvailableHeight());
+  EXPECT_EQ((Rect{fixed.Left(), fixed.Top(), fixed.Width(), fixed.Height()}),
+            (Rect{left, 300, screen.AvailableWidth() + 100, screen.AvailableHeight()}));
+  const Rect part = user::ShownPart(fixed);
+  EXPECT_EQ(part.x + part.y, 0);
+  EXPECT_LT(part.width, 200);
+  EXPECT_LE(fixed.Top() + part.height, screen.AvailableTop() + screen.AvailableHeight());
+  EXPECT_GT(part.height, screen.AvailableHeight() - 350);
+}
+
 TEST_F(Widgets, KeysThatNoControlUsesReachTheWindow) {
   board.SetFocus();
   // The tabs lead to a button, which leaves the arrows to the window.

@@ -2,6 +2,7 @@
 
 #include "platform/values/Memory.h"
 #include "platform/values/Parallel.h"
+#include "platform/widgets/Screen.h"
 #include "tests/support/WindowsFixture.h"
 
 using namespace platform;
@@ -79,6 +80,27 @@ TEST_F(StackCommandsTest, FilesOpenedAheadKeepTheirOrder) {
   });
   for (int number = 0; number < 8; ++number)
     ASSERT_EQ(main().TIFarray(number, 3, 1), number < 3 ? 3 + number : 10 * number);
+}
+
+TEST_F(StackCommandsTest, ProgressIsInViewWhereTheScreenCannotHoldTheMap) {
+  LoadThree(60, Screen(0).AvailableHeight());
+  EXPECT_EQ(user::ShownPart(main()).y, 0);
+  user::Wheel(main().cvTIF, 5, 5, -1);
+  const int scrolled = user::ShownPart(main()).y;
+  EXPECT_GT(scrolled, 0);
+  int inView = 0;
+  main().cvTIF.Paint = [&](Graphics&) {
+    const Rect part = user::ShownPart(main());
+    const int top = main().Progress.Top();
+    inView += main().PPbuttons.Value() == Main::kPageLoading && part.y <= top && top + 12 <= part.y + part.height;
+  };
+  user::ChooseMenu("OptionsSmooth2");
+  EXPECT_GE(inView, 3) << "a paint a map";
+  EXPECT_EQ(user::ShownPart(main()).y, scrolled);
+  inView = 0;
+  LoadThree(61, Screen(0).AvailableHeight());
+  EXPECT_GE(inView, 3);
+  EXPECT_EQ(user::ShownPart(main()).y, scrolled);
 }
 
 TEST_F(StackCommandsTest, SmoothingOutsideItsUsualBounds) {

@@ -17,6 +17,7 @@
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/qt/ScrollingContent.h"
 #include "platform/widgets/Application.h"
 
 namespace platform::testing {
@@ -145,6 +146,24 @@ void RightClick(RectControl& control, int x, int y) {
 
 void Later(std::function<void()> work) { QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection); }
 
+void Wheel(RectControl& control, int x, int y, int notches) {
+  const QWidget& widget = WidgetOf(control);
+  QWindow* handle = HandleOf(widget);
+  if (!handle) return;
+  const QPoint at = InWindow(widget, {x, y});
+  QWheelEvent wheel(at, handle->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, Held(), Qt::NoScrollPhase,
+                    false);
+  QSpontaneKeyEvent::setSpontaneous(&wheel);  // others are not passed on to the parent of a widget that ignores them
+  qApp->notify(handle, &wheel);
+  ProcessEvents();
+}
+
+void ResizeFrame(Window& window, int width, int height) {
+  NativeWindow& native = window.Native();
+  native.frame->resize(width, height + native.barHeight);
+  ProcessEvents();
+}
+
 void ClickCell(Listbox& list, int row, int column, int x, int y) {
   QTableView& table = TableOf(list);
   table.scrollTo(IndexOf(list, row, column));
@@ -252,6 +271,13 @@ void HoldKeys(bool shift, bool control, bool option) {
 }
 
 Ref<Picture> Shot(RectControl& control) { return ToPicture(WidgetOf(control).grab().toImage()); }
+
+Rect ShownPart(Window& window) {
+  const NativeWindow& native = window.Native();
+  const QWidget& viewport = *native.scrolling->viewport();
+  return {-native.content->x(), -native.content->y(), viewport.width(), viewport.height()};
+}
+
 void ChangeMenuFont(int pixels) {
   QFont font = QApplication::font();
   font.setPixelSize(pixels);

@@ -33,6 +33,10 @@ std::pair<int, int> CentreOnScreen(RectControl& control);
 void RightClick(RectControl& control, int x, int y);
 /// Runs the work when the event loop comes to it, also while a modal window holds its caller.
 void Later(std::function<void()> work);
+/// Turns the wheel by a number of notches; a positive one scrolls up.
+void Wheel(RectControl& control, int x, int y, int notches);
+/// Resizes the frame as the user does; the size is that of the part below the menu bar.
+void ResizeFrame(Window& window, int width, int height);
 void ClickCell(Listbox& list, int row, int column, int x, int y);
 void ClickCellCheck(Listbox& list, int row, int column);
 void ClickHeader(Listbox& list, int column);
@@ -54,6 +58,8 @@ void HoldKeys(bool shift, bool control, bool option);
 
 /// What the control looks like now.
 Ref<Picture> Shot(RectControl& control);
+/// The part of the content that the window shows.
+Rect ShownPart(Window& window);
 /// Gives menu bars another font, as a platform theme does.
 void ChangeMenuFont(int pixels);
 /// The text on the clipboard.
