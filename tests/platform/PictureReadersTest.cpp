@@ -120,6 +120,13 @@ TEST(OddFiles, AreReadNoFurtherThanTheFirstImageAndMayShrinkMeanwhile) {
     EXPECT_EQ(Describe(ReadPicture(copy)), whole) << name;
     EXPECT_LT(BytesRead() - before, 1 << 20) << name;
   }
+  // Without its end opcode, the zeros that follow are opcodes.
+  std::filesystem::copy_file(OddFolder() / "grey.pict", copy, std::filesystem::copy_options::overwrite_existing);
+  std::filesystem::resize_file(copy, std::filesystem::file_size(copy) - 2);
+  std::filesystem::resize_file(copy, std::uintmax_t{2} << 30);
+  const std::int64_t before = BytesRead();
+  EXPECT_EQ(Describe(ReadPicture(copy)), "truncated or damaged: a PICT without an end");
+  EXPECT_LT(BytesRead() - before, 1 << 24);
 }
 
 template <class Sample>

@@ -12,6 +12,9 @@ using namespace pict;
 /// lacks it.
 constexpr std::uint64_t kPreamble = 512;
 
+/// No map needs more: without the limit, a PICT that lacks its end opcode would be searched to the end of its file.
+constexpr int kMostOpcodes = 1 << 22;
+
 constexpr int kEnd = 0xFF;
 constexpr int kHeader = 0x0C00;
 
@@ -42,7 +45,8 @@ Ref<Picture> Read(ByteSource& source) {
   Canvas canvas(input.Rectangle(), source.Size());
   const Version version = input.Word() == 0x1101 ? Version::kOne : Version::kTwo;
   if (version == Version::kTwo) input.Skip(2);
-  for (;;) {
+  for (int count = 0;; ++count) {
+    if (count == kMostOpcodes) throw ReadFailure("truncated or damaged: a PICT without an end");
     if (version == Version::kTwo) input.Skip(input.Position() % 2);
     const int opcode = version == Version::kTwo ? input.Word() : input.Byte();
     if (opcode == kEnd) break;
