@@ -107,6 +107,9 @@ Tiff Open(Source& source) {
 struct Layout {
   std::uint32_t width = 0;
   std::uint32_t height = 0;
+  bool tiled = false;
+  std::uint32_t tileWidth = 0;
+  std::uint32_t tileHeight = 0;
   std::uint16_t bits = 1;
   std::uint16_t samples = 1;
   std::uint16_t format = 0;  // 0 if the file does not state it
@@ -144,6 +147,9 @@ Layout LayoutOf(TIFF* tiff) {
   Layout layout;
   TIFFGetField(tiff, TIFFTAG_IMAGEWIDTH, &layout.width);
   TIFFGetField(tiff, TIFFTAG_IMAGELENGTH, &layout.height);
+  layout.tiled = TIFFIsTiled(tiff) != 0;
+  TIFFGetField(tiff, TIFFTAG_TILEWIDTH, &layout.tileWidth);
+  TIFFGetField(tiff, TIFFTAG_TILELENGTH, &layout.tileHeight);
   TIFFGetFieldDefaulted(tiff, TIFFTAG_BITSPERSAMPLE, &layout.bits);
   TIFFGetFieldDefaulted(tiff, TIFFTAG_SAMPLESPERPIXEL, &layout.samples);
   TIFFGetField(tiff, TIFFTAG_SAMPLEFORMAT, &layout.format);
@@ -173,16 +179,10 @@ void Check(TIFF* tiff, const Source& source, const Layout& layout) {
                    (layout.photometric == PHOTOMETRIC_YCBCR ? 4 : 1) / bytesPerPixel);
   else
     CheckPlausible(layout.width, layout.height, source.bytes.Size(), 65536 / bytesPerPixel);
-  if (TIFFIsTiled(tiff)) {
-    std::uint32_t tileWidth = 0;
-    std::uint32_t tileHeight = 0;
-    TIFFGetField(tiff, TIFFTAG_TILEWIDTH, &tileWidth);
-    TIFFGetField(tiff, TIFFTAG_TILELENGTH, &tileHeight);
-    CheckSize(tileWidth, tileHeight, bytesPerPixel);
-  }
+  if (layout.tiled) CheckSize(layout.tileWidth, layout.tileHeight, bytesPerPixel);
   // A compressed strip or a tile extends past the end of the file: some codecs would invent the rest.
-  const std::uint32_t chunks = TIFFIsTiled(tiff) ? TIFFNumberOfTiles(tiff) : TIFFNumberOfStrips(tiff);
-  for (std::uint32_t i = 0; i < chunks && (TIFFIsTiled(tiff) || layout.compression != COMPRESSION_NONE); ++i) {
+  const std::uint32_t chunks = layout.tiled ? TIFFNumberOfTiles(tiff) : TIFFNumberOfStrips(tiff);
+  for (std::uint32_t i = 0; i < chunks && (layout.tiled || layout.compression != COMPRESSION_NONE); ++i) {
     const std::uint64_t offset = TIFFGetStrileOffset(tiff, i);
     const std::uint64_t count = TIFFGetStrileByteCount(tiff, i);
     if (offset > source.bytes.Size() || count > source.bytes.Size() - offset)
@@ -263,25 +263,21 @@ std::vector<Sample> ReadStrips(TIFF* tiff, const Source& source, const Layout& l
 
 template <class Sample>
 std::vector<Sample> ReadTiles(TIFF* tiff, const Source& source, const Layout& layout, int sample) {
-  std::uint32_t tileWidth = 0;
-  std::uint32_t tileHeight = 0;
-  TIFFGetField(tiff, TIFFTAG_TILEWIDTH, &tileWidth);
-  TIFFGetField(tiff, TIFFTAG_TILELENGTH, &tileHeight);
   const std::uint16_t plane = layout.separate ? static_cast<std::uint16_t>(sample) : 0;
   const int first = layout.separate ? 0 : sample;
   const auto rowBytes = static_cast<std::size_t>(TIFFTileRowSize64(tiff));
   const auto tileBytes = static_cast<tmsize_t>(TIFFTileSize64(tiff));
-  if (rowBytes == 0 || tileBytes < static_cast<tmsize_t>(rowBytes * tileHeight)) GiveUp(source);
+  if (rowBytes == 0 || tileBytes < static_cast<tmsize_t>(rowBytes * layout.tileHeight)) GiveUp(source);
   const auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(static_cast<std::size_t>(tileBytes));
   std::vector<Sample> samples(static_cast<std::size_t>(layout.width) * layout.height);
-  for (std::uint64_t top = 0; top < layout.height; top += tileHeight)
-    for (std::uint64_t left = 0; left < layout.width; left += tileWidth) {
+  for (std::uint64_t top = 0; top < layout.height; top += layout.tileHeight)
+    for (std::uint64_t left = 0; left < layout.width; left += layout.tileWidth) {
       const auto x = static_cast<std::uint32_t>(left);
       const auto y = static_cast<std::uint32_t>(top);
       const std::uint32_t tile = TIFFComputeTile(tiff, x, y, 0, plane);
       if (TIFFReadEncodedTile(tiff, tile, buffer.get(), tileBytes) != tileBytes) GiveUp(source);
-      const std::uint32_t columns = std::min(tileWidth, layout.width - x);
-      const std::uint32_t rows = std::min(tileHeight, layout.height - y);
+      const std::uint32_t columns = std::min(layout.tileWidth, layout.width - x);
+      const std::uint32_t rows = std::min(layout.tileHeight, layout.height - y);
       for (std::uint32_t row = 0; row < rows; ++row)
         TakeSamples(buffer.get() + row * rowBytes, columns, first, layout,
                     samples.data() + static_cast<std::size_t>(y + row) * layout.width + x);
@@ -291,8 +287,8 @@ std::vector<Sample> ReadTiles(TIFF* tiff, const Source& source, const Layout& la
 
 template <class Sample>
 std::vector<Sample> ReadPlane(TIFF* tiff, const Source& source, const Layout& layout, int sample) {
-  return TIFFIsTiled(tiff) ? ReadTiles<Sample>(tiff, source, layout, sample)
-                           : ReadStrips<Sample>(tiff, source, layout, sample);
+  return layout.tiled ? ReadTiles<Sample>(tiff, source, layout, sample)
+                      : ReadStrips<Sample>(tiff, source, layout, sample);
 }
 
 /// Floating-point numbers of 16 or 24 bits: a sign, then the exponent, then the mantissa.
@@ -465,7 +461,7 @@ Ref<Picture> ReadUnusualRgb(TIFF* tiff, const Source& source, const Layout& layo
 /// A buffer of just one tile, if no tile is compressed: of a larger one, the conversion to RGB takes each tile for
 /// damaged.
 std::vector<std::uint8_t> SetTileBuffer(TIFF* tiff, const Layout& layout) {
-  if (!TIFFIsTiled(tiff) || layout.compression != COMPRESSION_NONE) return {};
+  if (!layout.tiled || layout.compression != COMPRESSION_NONE) return {};
   const std::uint64_t size = TIFFTileSize64(tiff);
   for (std::uint32_t i = 0; i < TIFFNumberOfTiles(tiff); ++i)
     if (TIFFGetStrileByteCount(tiff, i) != size) throw ReadFailure("truncated or damaged: tiles of the wrong size");
