@@ -72,9 +72,9 @@ for name in "${species[@]}"; do x differs "$name (sm2)" 0 0 "$private/$name.png"
 
 step "click marks by press and drag"
 leave_map
-keep list "$main" 20 423 574 114
+keep marks "$main" 150 443 256 94 # the column alone: "Cur" changes with the pointer
 drag_over_map 66,150 90,150 114,150 138,150
-x differs "$main" 20 $((bar + 423)) "$private/list.png"
+x differs "$main" 150 $((bar + 443)) "$private/marks.png"
 leave_map
 
 step "draw a line and undo another"

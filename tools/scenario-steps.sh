@@ -154,6 +154,9 @@ map_changes() { x differs "$main" 60 $((bar + 14)) "$private/$1.png"; }
 # map_shows FILE: waits until the map is exactly that picture.
 map_shows() { x shows "$main" 60 $((bar + 14)) "$1"; }
 
+# expect TABLE LEVEL FILE: computes into expected.png what a canvas must show of a sample map.
+expect() { python3 "$samples/../tests/scenarios/expected.py" "$private/expected.png" "$@"; }
+
 # file_comes FILE: waits for a file.
 file_comes() {
   local end=$((SECONDS + 30))

@@ -6,7 +6,7 @@ set -euo pipefail
 
 # map_is TABLE LEVEL FILE: the canvas shows the file in that colour table, smoothed to that level.
 map_is() {
-  "$VORNALITE_EXPECTED" "$private/expected.png" "$@"
+  expect "$@"
   map_shows "$private/expected.png"
 }
 
@@ -27,7 +27,7 @@ map_is 1 3 "$samples/garnet_A/garnet_A_Ca.tif"
 step "a species window"
 push PB_AllSpecies
 window=$(x wait "Ti (sm3)")
-"$VORNALITE_EXPECTED" "$private/expected.png" 1 3 "$samples/garnet_A/garnet_A_Ti.tif"
+expect 1 3 "$samples/garnet_A/garnet_A_Ti.tif"
 x shows "$window" 1 0 "$private/expected.png"
 
 step "16 bits, smoothed as the cluster before; raw"

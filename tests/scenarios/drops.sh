@@ -65,7 +65,7 @@ for name in Al Ca; do cp "$samples/garnet_A/garnet_A_$name.tif" "$odd/Dünn schl
 drop "$odd"/*
 list_changes empty
 load 0
-"$VORNALITE_EXPECTED" "$private/expected.png" 10 0 "$samples/garnet_A/garnet_A_Al.tif"
+expect 10 0 "$samples/garnet_A/garnet_A_Al.tif"
 map_shows "$private/expected.png"
 push PB_SaveImage
 file_comes "$private/saved/Dünn_schliff_#3_100%_&_µm_(Al).png"

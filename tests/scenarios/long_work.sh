@@ -34,9 +34,13 @@ read -r _ <&4
 check 1
 wait "$watch"
 
-step "the program replies to pings while it smooths"
+step "the program replies to pings while it smooths, and ignores keys"
+idle
+keep_map raw 64 64
 open_menu "$main" s
 x key Up Return
+x ping "$main"
+! busy || x key Down
 # The program is busy before and after the reply, so it was busy when it replied.
 replies=0
 while busy; do
@@ -44,3 +48,6 @@ while busy; do
   ! busy || replies=$((replies + 1))
 done
 ((replies > 0)) || fail "no reply while it smooths"
+idle
+press Control+0
+x shows "$main" 60 $((bar + 14)) "$private/raw.png"
