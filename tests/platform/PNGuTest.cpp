@@ -3,6 +3,7 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 #include <QImage>
 #include <csignal>
@@ -86,6 +87,25 @@ TEST(SavePicture, KeepsTheOldFileWhenTheProcessIsKilled) {
   close(busy);
   EXPECT_TRUE(Save(path, Noise(5, 5)));
   EXPECT_EQ(folder.Count(), 1);
+}
+
+// Each removes what killed programs have left, but not what the other is writing.
+TEST(SavePicture, IsDoneByTwoProgramsAtOnce) {
+  const Folder folder;
+  fileCalls.flush = [] { return 0; };
+  const auto saveOften = [&](const char* name) {
+    int saved = 0;
+    for (int i = 0; i < 300; ++i) saved += Save(folder.Path() / name, Noise(5, 5));
+    return saved;
+  };
+  const pid_t other = fork();
+  if (other == 0) _exit(saveOften("Mg.png") == 300 ? 0 : 1);
+  EXPECT_EQ(saveOften("Fe.png"), 300);
+  int status = 0;
+  waitpid(other, &status, 0);
+  EXPECT_EQ(status, 0);
+  fileCalls = {};
+  EXPECT_EQ(folder.Count(), 2);
 }
 
 TEST(SavePicture, KeepsThePictureWhereFilesCannotBeFlushed) {

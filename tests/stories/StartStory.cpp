@@ -63,6 +63,8 @@ TEST_F(StartStory, ClosingTakesWindowsWithIt) {
   LoadThree(20, 16);
   OpenEverything();
   Stop("everything is open, Main in front");
+  user::EndSession();
+  Stop("the end of a session closes nothing");
   user::Key(main(), "Ctrl+W");
   Stop("Close in Main: the composite goes, the species windows stay");
   CheckRow(0);
@@ -95,4 +97,8 @@ TEST_F(StartStory, ClosingTakesWindowsWithIt) {
   Stop("the close box of Overview, the last window with menus: it becomes an icon");
   user::ChooseMenu("MenuWindowOverview");
   Stop("Overview in the menu Window");
+  CheckRow(0);
+  OpenEverything();
+  user::ChooseMenu("FileQuit");
+  Stop("Quit closes all windows");
 }

@@ -102,11 +102,12 @@ void Story::Stop(const std::string& name) {
   // What a hidden window held on the screen is compared with when it is shown again.
   for (const auto& [path, text] : before_) {
     if (now.contains(path)) continue;
-    const auto window = now.find(path.substr(0, path.find('/')));
+    const std::string owner = path.substr(0, path.find('/'));
+    const auto window = now.find(owner);
     if (window != now.end() && Without("hidden", window->second).second)
       now[path] = text;
-    else
-      seen += path + ": gone\n";
+    else if (window != now.end() || path == owner || owner == "file")
+      seen += path + ": gone\n";  // with a window all its lines go
   }
   // Things that differ in one of these words alone share a line.
   std::map<std::string, std::string> alike;

@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QSessionManager>
 #include <QTest>
 #include <QUrl>
 #include <QWindow>
@@ -253,6 +254,13 @@ void CloseButton(Window& window) {
     QCloseEvent close;
     QCoreApplication::sendEvent(handle, &close);
   }
+  ProcessEvents();
+}
+
+void EndSession() {
+  // A session manager cannot be made. The program calls it only to refuse, which no window does.
+  alignas(QSessionManager) static char none[sizeof(QSessionManager)];
+  emit qApp->commitDataRequest(reinterpret_cast<QSessionManager&>(none));
   ProcessEvents();
 }
 

@@ -51,6 +51,8 @@ void Drop(Window& window, const std::vector<std::string>& paths);
 bool WouldAccept(Window& window, const std::vector<std::string>& paths);
 /// Presses the close button of the frame.
 void CloseButton(Window& window);
+/// Ends the session of the desktop, as far as the program can still refuse.
+void EndSession();
 /// Chooses a menu item as the mouse would: does nothing if it is disabled.
 void ChooseMenu(const String& itemName);
 /// Held modifier keys for Keyboard and for the following mouse events.

@@ -236,7 +236,7 @@ class WindowWriter {
     if (frame_.isActiveWindow()) text += " active";
     if (frame_.minimumSize() == frame_.maximumSize()) text += " fixed";
     if (const auto* menus = qobject_cast<QMenuBar*>(bar)) {
-      Line(" limits", std::to_string(window_.MinWidth()) + ".." + std::to_string(window_.MaxWidth()) +
+      Line("/limits", std::to_string(window_.MinWidth()) + ".." + std::to_string(window_.MaxWidth()) +
                           " wide, at least " + std::to_string(window_.MinHeight()) + " high");
       text += ", menus";
       for (QAction* action : menus->actions())
@@ -458,7 +458,7 @@ class WindowWriter {
       if (auto* rect = dynamic_cast<RectControl*>(control))
         if (rect->NeedNative().widget->isVisible() && stale.intersects(InFrame(*rect->NeedNative().widget, ratio_)))
           where += " " + NameOf(*rect);
-    Line(" NOT REPAINTED", where);
+    Line("/NOT REPAINTED", where);
   }
 
   Window& window_;
