@@ -141,6 +141,38 @@ def jpeg_with_orientation(tag):
     return JPEG[:2] + b"\xff\xe1" + struct.pack(">H", len(exif) + 2) + exif + JPEG[2:]
 
 
+def scaled_maps():
+    """Maps of one row whose levels are scaled by their own range: (name, code of struct, sample format, values)."""
+    largest, tiny, nan, inf = sys.float_info.max, 5e-324, float("nan"), float("inf")
+    yield "halves-go-up", "H", 1, [0, 1, 2, 255, 510]
+    yield "all-7", "H", 1, [7, 7]
+    yield "all-0", "I", 1, [0, 0]
+    yield "whole-range", "h", 2, [-32768, 0, 32767]
+    yield "whole-range", "b", 2, [-128, -1, 0, 127]
+    yield "whole-range", "I", 1, [0, 0x80000000, 0xFFFFFFFF]
+    yield "whole-range", "d", 3, [-largest, 0, largest]
+    yield "negative", "i", 2, [-10, -5]
+    yield "beside-a-half", "I", 1, [8421504, 8421505, 0xFFFFFFFF]
+    yield "smallest-numbers", "d", 3, [0, tiny, 2 * tiny]
+    yield "no-number", "d", 3, [nan, -4, 6]
+    yield "no-numbers", "d", 3, [nan, nan]
+    # Hot pixels beyond twice the 99.9th percentile: of 1000 values the 999th, of 999 the 999th, of 1001 the 1000th.
+    for code, kind in [("b", 2), ("H", 1), ("h", 2), ("I", 1), ("q", 2), ("f", 3), ("d", 3)]:
+        yield "hot-pixel", code, kind, [10] * 998 + [20, 100]
+        if kind != 1:
+            yield "hot-pixel-above-negatives", code, kind, [-100] * 998 + [-80, 100]
+    yield "hot-pixel-first", "H", 1, [100, 20] + [10] * 998
+    yield "hot-pixel-of-999", "H", 1, [10] * 997 + [20, 100]
+    yield "hot-pixel-of-1001", "H", 1, [10] * 999 + [20, 100]
+    yield "two-hot-pixels", "H", 1, [10] * 998 + [100, 100]
+    yield "twice-as-far", "H", 1, [30] * 998 + [40, 80]
+    yield "percentile-at-the-lower-end", "H", 1, [0] * 999 + [7]
+    yield "hot-pixel-and-no-numbers", "f", 3, [nan] * 500 + [10] * 498 + [20, 100]
+    yield "infinite", "f", 3, [10] * 997 + [20, inf, inf]
+    yield "hot-pixel-at-the-end-of-the-numbers", "d", 3, [-1e308] * 998 + [-8e307, 1.7e308]
+    yield "hot-pixel-of-5001", "I", 1, list(range(1, 5001)) + [4000000000]
+
+
 def odd_pictures():
     width, height = 12, 6
     counts = [(x * 17 + y * 3) % 201 for y in range(height) for x in range(width)]  # 0 to 200
@@ -150,6 +182,10 @@ def odd_pictures():
     map16 = (SHORT, [i * 257 for i in range(256)] * 3)
     spectrum = [(i, 255 - i, i // 2) for i in range(256)]
 
+    for name, code, kind, numbers in scaled_maps():
+        data = zlib.compress(values(code, numbers), 9)
+        bits = 8 * struct.calcsize("<" + code)
+        yield f"scaled-{name}-{code}.tif", tiff(data, len(numbers), 1, bits, t259=8, t339=kind)
     # Maps as microanalysis programs write them.
     yield "counts-of-200-in-16-bits.tif", tiff(values("H", counts), width, height, 16)
     yield "big-endian-16-bits.tif", tiff(values("H", counts, ">"), width, height, 16, ">")
