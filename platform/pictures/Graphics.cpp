@@ -23,8 +23,15 @@ Range Common(Range one, Range other) { return {std::max(one.a, other.a), std::mi
 
 void SetTextDrawing(TextDrawing drawing) { textDrawing = drawing; }
 
-Graphics::Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched)
-    : device_(device), scale_(scale), width_(width), height_(height), clip_{0, 0, width, height}, touched_(touched) {}
+Graphics::Graphics(PlaneView<Color> device, double scale, int width, int height, Color upperByte,
+                   std::vector<Rect>* touched)
+    : device_(device),
+      scale_(scale),
+      width_(width),
+      height_(height),
+      clip_{0, 0, width, height},
+      upperByte_(upperByte),
+      touched_(touched) {}
 
 void Graphics::Clip(int x, int y, int w, int h) {
   const Range across = Common({x, std::int64_t{x} + w}, {0, width_});
@@ -50,11 +57,21 @@ Graphics::Span Graphics::Visible(const Span& span) const {
           std::max(span.y0, clip.y0), std::min({span.y1, clip.y1, std::int64_t{device_.height}})};
 }
 
+void Graphics::Begin(const Span& area, bool covers) {
+  if (!background_ || !*background_) return;
+  const bool whole = area.x0 == 0 && area.x1 == device_.width && area.y0 == 0 && area.y1 == device_.height;
+  if (!covers || !whole)
+    for (int row = 0; row < device_.height; ++row)
+      std::fill_n(device_.Row(row), device_.width, **background_ | upperByte_);
+  background_->reset();
+}
+
 void Graphics::Fill(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) {
   const Span area = Visible(ToDevice(x, y, w, h));
   if (area.x0 >= area.x1) return;
+  Begin(area, true);
   for (std::int64_t row = area.y0; row < area.y1; ++row)
-    std::fill_n(device_.Row(static_cast<int>(row)) + area.x0, area.x1 - area.x0, ForeColor & kWhite);
+    std::fill_n(device_.Row(static_cast<int>(row)) + area.x0, area.x1 - area.x0, (ForeColor & kWhite) | upperByte_);
 }
 
 void Graphics::Touch(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) {
@@ -119,6 +136,7 @@ void Graphics::FillRect(int x, int y, int w, int h) {
 
 void Graphics::DrawString(const String& text, int x, int y) {
   if (!textDrawing.draw || !device_.data) return;
+  Begin({}, false);
   textDrawing.draw(*this, clip_, text, x, y);
   // Glyphs may overhang their advance widths: the rectangle has a margin for that on every side.
   const auto width = static_cast<std::int64_t>(std::ceil(StringWidth(text)));

@@ -3,6 +3,7 @@
 /// corner. Drawing is clipped to the surface. Lines, rectangles and ovals are exact: the same pixels on every machine.
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/pictures/Picture.h"
@@ -22,9 +23,10 @@ class Graphics {
   /// A null surface: all drawing is discarded.
   Graphics() = default;
   /// Draws into `device`, which has `scale` device pixels per logical pixel; the surface has `width` by `height`
-  /// logical pixels. If `touched` is given, each drawing operation appends the logical rectangle that it may have
-  /// changed.
-  Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched = nullptr);
+  /// logical pixels. `upperByte` is set in every pixel drawn. If `touched` is given, each drawing operation appends the
+  /// logical rectangle that it may have changed.
+  Graphics(PlaneView<Color> device, double scale, int width, int height, Color upperByte = 0,
+           std::vector<Rect>* touched = nullptr);
   explicit Graphics(PlaneView<Color> pixels) : Graphics(pixels, 1.0, pixels.width, pixels.height) {}
 
   Color ForeColor = kBlack;
@@ -60,9 +62,14 @@ class Graphics {
   void Clip(int x, int y, int w, int h);
   void NoClip();
 
-  /// The pixels behind the surface and their scale, for the platform's own text drawing.
+  /// Gives the surface a background that the first drawing operation fills in, unless that covers all of the surface;
+  /// then the colour is reset. The object is used as long as the surface draws.
+  void FillFirst(std::optional<Color>& background) { background_ = &background; }
+
+  /// The pixels behind the surface, their scale and upper byte, for the platform's own text drawing.
   PlaneView<Color> Device() const { return device_; }
   double Scale() const { return scale_; }
+  Color UpperByte() const { return upperByte_; }
   /// Size of the surface's font, logical pixels; text operations use it.
   int TextSize = 12;
 
@@ -74,6 +81,8 @@ class Graphics {
   /// clip.
   Span ToDevice(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) const;
   Span Visible(const Span& span) const;
+  /// Called before device pixels are drawn; `covers` says that all pixels of the area are overwritten.
+  void Begin(const Span& area, bool covers);
   void Fill(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h);
   void Touch(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h);
   void DrawHardOval(int x, int y, int w, int h);
@@ -84,7 +93,9 @@ class Graphics {
   int width_ = 0;
   int height_ = 0;
   Rect clip_;
+  Color upperByte_ = 0;
   std::vector<Rect>* touched_ = nullptr;
+  std::optional<Color>* background_ = nullptr;
 };
 
 /// The functions that draw text, set once at start by platform/qt. Without them text is not drawn and has width 0.

@@ -80,6 +80,7 @@ void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
   constexpr int kLines = 32;
   const Span box = ToDevice(x, y, w, h);
   const Span seen = Visible(box);
+  Begin(seen, false);
   const std::int64_t width = box.x1 - box.x0;
   const std::int64_t height = box.y1 - box.y0;
   const double a = static_cast<double>(width) / 2.0;
@@ -112,7 +113,8 @@ void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
           covered += std::max(0.0, std::min(end[i], left + 1.0) - std::max(begin[i], left));
         // The left half of the ellipse covers only the left half of a central column.
         if (left + 1.0 > a) covered *= 2.0;
-        pixels[column] = Mix(pixels[column], over, static_cast<std::uint32_t>(covered * (256.0 / kLines) + 0.5));
+        const auto part = static_cast<std::uint32_t>(covered * (256.0 / kLines) + 0.5);
+        pixels[column] = Mix(pixels[column], over, part) | upperByte_;
       }
     };
     const auto near = static_cast<std::int64_t>(std::floor(first));

@@ -46,7 +46,8 @@ Places PlacesAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std::int64
 /// Target rows by the nearest picture pixel.
 class HardRows {
  public:
-  HardRows(PlaneView<const Color> picture, const Places& columns) : picture_(picture), natural_(columns.natural) {
+  HardRows(PlaneView<const Color> picture, const Places& columns, Color upperByte)
+      : picture_(picture), upperByte_(upperByte), natural_(columns.natural) {
     for (std::size_t i = 0; i < columns.at.size(); ++i) from_.push_back(columns.Pixel(i));
   }
 
@@ -57,16 +58,20 @@ class HardRows {
     // A picture may be drawn on itself, hence no memcpy.
     if (y == lastY_)
       std::memmove(to, last_, from_.size() * sizeof(Color));
-    else if (natural_)
+    else if (natural_ && upperByte_ == 0)
       std::memmove(to, row + from_.front(), from_.size() * sizeof(Color));
+    else if (natural_)
+      std::transform(row + from_.front(), row + from_.back() + 1, to,
+                     [this](Color color) { return color | upperByte_; });
     else
-      std::transform(from_.begin(), from_.end(), to, [row](int x) { return row[x]; });
+      std::transform(from_.begin(), from_.end(), to, [row, this](int x) { return row[x] | upperByte_; });
     lastY_ = y;
     last_ = to;
   }
 
  private:
   PlaneView<const Color> picture_;
+  Color upperByte_;
   bool natural_;
   std::vector<int> from_;
   int lastY_ = -1;
@@ -77,7 +82,8 @@ class HardRows {
 /// repeated. All sums are whole numbers: weights of 8 bits across and 8 bits down, rounded once.
 class SmoothRows {
  public:
-  SmoothRows(PlaneView<const Color> picture, const Places& columns) : picture_(picture) {
+  SmoothRows(PlaneView<const Color> picture, const Places& columns, Color upperByte)
+      : picture_(picture), upperByte_(upperByte) {
     for (const std::int64_t place : columns.at)
       across_.push_back({Inside((place - 128) >> 8, picture.width), Inside(((place - 128) >> 8) + 1, picture.width),
                          static_cast<std::uint64_t>((place - 128) & 255)});
@@ -98,7 +104,8 @@ class SmoothRows {
       const std::uint64_t redBlue =
           (upper & kRedBlue) * (256 - below) + (lower & kRedBlue) * below + 0x0000800000008000;
       const std::uint64_t green = (upper >> 16 & 0xFFFF) * (256 - below) + (lower >> 16 & 0xFFFF) * below + 0x8000;
-      to[i] = static_cast<Color>((redBlue >> 32 & 0xFF0000) | (green >> 8 & 0xFF00) | (redBlue >> 16 & 0xFF));
+      to[i] =
+          static_cast<Color>((redBlue >> 32 & 0xFF0000) | (green >> 8 & 0xFF00) | (redBlue >> 16 & 0xFF)) | upperByte_;
     }
   }
 
@@ -130,6 +137,7 @@ class SmoothRows {
   }
 
   PlaneView<const Color> picture_;
+  Color upperByte_;
   std::vector<Across> across_;
   Sums upper_, lower_;
 };
@@ -144,15 +152,15 @@ Color Masked(Color under, Color over, Color mask) {
 }
 
 template <class Rows>
-void DrawRows(Rows source, const Places& columns, const Places& rows, PlaneView<Color> device,
-              const Ref<Picture>& mask) {
+void DrawRows(Rows source, const Places& columns, const Places& rows, PlaneView<Color> device, const Ref<Picture>& mask,
+              Color upperByte) {
   std::vector<Color> line(mask ? columns.at.size() : 0);
   for (std::size_t j = 0; j < rows.at.size(); ++j) {
     Color* const to = device.Row(static_cast<int>(rows.first) + static_cast<int>(j)) + columns.first;
     source.Row(rows.at[j], mask ? line.data() : to);
     if (!mask) continue;
     const Color* const hides = mask->Pixels().Row(rows.Pixel(j));
-    for (std::size_t i = 0; i < line.size(); ++i) to[i] = Masked(to[i], line[i], hides[columns.Pixel(i)]);
+    for (std::size_t i = 0; i < line.size(); ++i) to[i] = Masked(to[i], line[i], hides[columns.Pixel(i)]) | upperByte;
   }
 }
 
@@ -175,10 +183,11 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int w, int
   if (columns.at.empty() || rows.at.empty()) return;
 
   const Ref<Picture> mask = picture->HasMask() ? picture->Mask() : nullptr;
+  Begin({columns.first, columns.first + std::ssize(columns.at), rows.first, rows.first + std::ssize(rows.at)}, !mask);
   if (UseOldRenderer || (columns.natural && rows.natural))
-    DrawRows(HardRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
+    DrawRows(HardRows(picture->PixelsToRead(), columns, upperByte_), columns, rows, device_, mask, upperByte_);
   else
-    DrawRows(SmoothRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
+    DrawRows(SmoothRows(picture->PixelsToRead(), columns, upperByte_), columns, rows, device_, mask, upperByte_);
   Touch(x, y, w, h);
 }
 

@@ -13,9 +13,6 @@ namespace {
 
 std::vector<NativeCanvas*> canvases;
 
-/// Rows of device pixels that are sent to the screen in one step: few enough to stay in the cache.
-constexpr int kBand = 32;
-
 class CanvasWidget : public QWidget {
  public:
   CanvasWidget(QWidget* parent, NativeCanvas& native) : QWidget(parent), native_(native) {
@@ -109,7 +106,7 @@ void NativeCanvas::FitBacking() {
 }
 
 void NativeCanvas::SetLiveSurface(int width, int height) {
-  Graphics surface({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, width, height, &touched);
+  Graphics surface({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, width, height, kOpaque, &touched);
   surface.ForeColor = live.ForeColor;
   surface.PenWidth = live.PenWidth;
   surface.PenHeight = live.PenHeight;
@@ -122,10 +119,11 @@ void NativeCanvas::SetLiveSurface(int width, int height) {
 void NativeCanvas::Compose() {
   dirty = false;
   touched.clear();
-  const Color background = widget->palette().color(QPalette::Window).rgb() & 0xFFFFFFU;
-  std::fill(pixels.begin(), pixels.end(), background);
-  Graphics g({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, live.Width(), live.Height());
+  std::optional<Color> background = widget->palette().color(QPalette::Window).rgb();
+  Graphics g({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, live.Width(), live.Height(), kOpaque);
+  g.FillFirst(background);
   Raise(canvas.Paint, g);
+  if (background) std::fill(pixels.begin(), pixels.end(), *background);
 }
 
 void NativeCanvas::Refresh() {
@@ -154,17 +152,13 @@ void NativeCanvas::Flush() {
 }
 
 void NativeCanvas::Show(const QRegion& region) {
-  const PlaneView<const Color> view{pixels.data(), deviceWidth, deviceHeight, deviceWidth};
+  const QImage image(reinterpret_cast<const uchar*>(pixels.data()), deviceWidth, deviceHeight, QImage::Format_RGB32);
   QPainter painter(widget);
   painter.scale(1.0 / ratio, 1.0 / ratio);  // from here on device pixels
   for (const QRect& rect : region) {
     const QRectF device(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio);
     const QRect part = device.toAlignedRect().intersected({0, 0, deviceWidth, deviceHeight});
-    // In bands, so that no second copy of a large canvas is needed.
-    for (int y = part.top(); y <= part.bottom(); y += kBand) {
-      const QRect band(part.left(), y, part.width(), std::min(kBand, part.bottom() + 1 - y));
-      painter.drawImage(band.topLeft(), OpaqueImage(view, band));
-    }
+    painter.drawImage(part.topLeft(), image, part);
     if (recording) repaints.push_back({rect.x(), rect.y(), rect.width(), rect.height()});
   }
 }
@@ -189,7 +183,8 @@ Graphics& Canvas::Graphics() {
 Ref<Picture> Canvas::Image() const {
   const auto& native = static_cast<NativeCanvas&>(NeedNative());
   auto picture = MakeRef<Picture>(native.deviceWidth, native.deviceHeight);
-  std::copy(native.pixels.begin(), native.pixels.end(), picture->Pixels().data);
+  std::transform(native.pixels.begin(), native.pixels.end(), picture->Pixels().data,
+                 [](Color pixel) { return pixel & kWhite; });
   return picture;
 }
 

@@ -15,17 +15,6 @@ Ref<Picture> ToPicture(const QImage& image) {
   return picture;
 }
 
-QImage OpaqueImage(PlaneView<const Color> pixels, const QRect& part) {
-  QImage image(part.size(), QImage::Format_RGB32);
-  if (image.isNull()) return image;
-  for (int y = 0; y < part.height(); ++y) {
-    const Color* line = pixels.Row(part.y() + y) + part.x();
-    std::transform(line, line + part.width(), reinterpret_cast<QRgb*>(image.scanLine(y)),
-                   [](Color pixel) { return pixel | 0xFF000000U; });
-  }
-  return image;
-}
-
 QImage ToQImage(const Ref<Picture>& picture) {
   const auto view = picture->Pixels();
   QImage image(view.width, view.height, QImage::Format_ARGB32);

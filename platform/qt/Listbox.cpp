@@ -33,7 +33,8 @@ void Tint(PlaneView<Color> pixels, Color tint) {
   for (int y = 0; y < pixels.height; ++y)
     for (int x = 0; x < pixels.width; ++x) {
       Color& pixel = pixels(x, y);
-      pixel = RGB(times(Red(pixel), Red(tint)), times(Green(pixel), Green(tint)), times(Blue(pixel), Blue(tint)));
+      pixel =
+          RGB(times(Red(pixel), Red(tint)), times(Green(pixel), Green(tint)), times(Blue(pixel), Blue(tint))) | kOpaque;
     }
 }
 
@@ -355,10 +356,12 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
   const double ratio = view->devicePixelRatioF();
   QImage image(static_cast<int>(std::ceil(width * ratio)), static_cast<int>(std::ceil(height * ratio)),
                QImage::Format_RGB32);
-  image.fill(0x00FFFFFFU);
+  image.fill(Qt::white);
   const PlaneView<Color> pixels{reinterpret_cast<Color*>(image.bits()), image.width(), image.height(), image.width()};
 
-  Graphics behind(pixels, ratio, width, height);
+  const auto surface = [&] { return Graphics(pixels, ratio, width, height, kOpaque); };
+
+  Graphics behind = surface();
   Ask(list.CellBackgroundPaint, behind, row, column);
   if (selected) Tint(pixels, kSelection);
 
@@ -376,7 +379,7 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
 
   // The handler may change the surface; the default text is drawn on another one.
   const String text = model->At(row, column).text;
-  Graphics g(pixels, ratio, width, height);
+  Graphics g = surface();
   const QString whole = ToQString(text);
   const QFontMetricsF metrics(CellFont());
   const int alignment = model->ColumnAt(column).alignment;
@@ -391,16 +394,15 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
   const int y = static_cast<int>(std::lround((height + metrics.ascent() - metrics.descent()) / 2));
   if (!Ask(list.CellTextPaint, g, row, column, textX(metrics.horizontalAdvance(whole)), y) && !whole.isEmpty()) {
     const QString shown = metrics.elidedText(whole, Qt::ElideRight, width - textLeft - kMargin / 2);
-    Graphics(pixels, ratio, width, height).DrawString(FromQString(shown), textX(metrics.horizontalAdvance(shown)), y);
+    surface().DrawString(FromQString(shown), textX(metrics.horizontalAdvance(shown)), y);
   }
   if (framed) {
-    Graphics frame(pixels, ratio, width, height);
+    Graphics frame = surface();
     frame.ForeColor = kFocus;
     frame.DrawRect(0, 0, width, height);
   }
-  QImage composed = OpaqueImage(pixels, image.rect());
-  composed.setDevicePixelRatio(ratio);
-  painter.drawImage(rect.topLeft(), composed);
+  image.setDevicePixelRatio(ratio);
+  painter.drawImage(rect.topLeft(), image);
   if (grid == 0) return;
   painter.fillRect(QRect(rect.right(), rect.top(), 1, rect.height()), ToQColor(kGrid));
   painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), ToQColor(kGrid));

@@ -25,11 +25,11 @@ QString ToQString(const String& text);
 String FromQString(const QString& text);
 /// The text with its ampersands doubled, so that none marks an access key.
 QString WithoutAccessKey(const String& text);
-inline QColor ToQColor(Color color) { return QColor::fromRgb(color | 0xFF000000U); }
+/// The upper byte of an opaque pixel of the toolkit. In platform::Color it is 0.
+constexpr Color kOpaque = 0xFF000000;
+inline QColor ToQColor(Color color) { return QColor::fromRgb(color | kOpaque); }
 /// A copy of the pixels, without the image's alpha.
 Ref<Picture> ToPicture(const QImage& image);
-/// A copy of part of the pixels with alpha 255: the upper byte of platform::Color is 0.
-QImage OpaqueImage(PlaneView<const Color> pixels, const QRect& part);
 /// A copy with alpha from the picture's mask.
 QImage ToQImage(const Ref<Picture>& picture);
 

@@ -34,14 +34,15 @@ void Draw(const Graphics& surface, const Rect& clip, const String& text, int x, 
     painter.setPen(ToQColor(surface.ForeColor));
     painter.drawText(QPointF(x, y), shown);
   }
-  // The painter sets the upper byte; in platform::Color it must be 0.
+  if (surface.UpperByte() == kOpaque) return;
+  // The painter has set the upper byte.
   const QRectF drawn = QFontMetricsF(font).boundingRect(shown).translated(x, y).adjusted(-4, -4, 4, 4);
   const int x0 = std::max(0, static_cast<int>(std::floor(drawn.left() * scale)));
   const int y0 = std::max(0, static_cast<int>(std::floor(drawn.top() * scale)));
   const int x1 = std::min(device.width, static_cast<int>(std::ceil(drawn.right() * scale)) + 1);
   const int y1 = std::min(device.height, static_cast<int>(std::ceil(drawn.bottom() * scale)) + 1);
   for (int row = y0; row < y1; ++row)
-    for (int column = x0; column < x1; ++column) device(column, row) &= 0xFFFFFFU;
+    for (int column = x0; column < x1; ++column) device(column, row) &= kWhite;
 }
 
 double Width(const Graphics& surface, const String& text) {

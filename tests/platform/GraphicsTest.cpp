@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -143,10 +144,48 @@ TEST(Ovals, CoverTheAreaOfARingInTheSmoothRenderer) {
   }
 }
 
+TEST(Surfaces, SetTheUpperByteAndFillInTheirBackgroundFirst) {
+  const auto icon = Canvas(6, 6);
+  icon->Graphics().DrawOval(0, 0, 6, 6);
+  const auto masked = Canvas(16, 12);
+  masked->Mask()->Graphics().FillRect(3, 3, 9, 5);
+  const std::vector<std::function<void(Graphics&)>> paints = {
+      [](Graphics&) {},
+      [](Graphics& g) { g.FillRect(1, 1, 3, 3); },
+      [](Graphics& g) { g.FillRect(-1, -1, 30, 30); },
+      [](Graphics& g) { g.DrawOval(1, 1, 12, 9); },
+      [](Graphics& g) { g.UseOldRenderer = true, g.DrawOval(1, 1, 12, 9); },
+      [&](Graphics& g) { g.DrawPicture(icon, 5, 5); },
+      [&](Graphics& g) { g.DrawPicture(icon, 0, 0, 16, 12); },
+      [&](Graphics& g) { g.UseOldRenderer = true, g.DrawPicture(icon, 0, 0, 16, 12); },
+      [&](Graphics& g) { g.DrawPicture(Canvas(16, 12), 0, 0); },
+      [&](Graphics& g) { g.DrawPicture(masked, 0, 0); },
+  };
+  for (std::size_t i = 0; i < paints.size(); ++i) {
+    const auto expected = Canvas(16, 12);
+    auto plain = expected->Graphics();
+    plain.ForeColor = 0xABCDEF;
+    plain.FillRect(0, 0, 16, 12);
+    plain.ForeColor = kBlack;
+    paints[i](plain);
+
+    const auto drawn = Canvas(16, 12);
+    const auto pixels = drawn->Pixels();
+    Graphics g(pixels, 1.0, 16, 12, 0xFF000000);
+    std::optional<Color> background = 0xABCDEF;
+    g.FillFirst(background);
+    paints[i](g);
+    EXPECT_EQ(background.has_value(), i == 0);
+    if (background) continue;
+    for (int y = 0; y < 12; ++y)
+      for (int x = 0; x < 16; ++x) ASSERT_EQ(pixels(x, y), expected->Pixels()(x, y) | 0xFF000000) << i;
+  }
+}
+
 TEST(Surfaces, MapLogicalPixelsWithoutGapsOrOverlaps) {
   Picture memory(6, 3);
   std::vector<Rect> touched;
-  Graphics g(memory.Pixels(), 1.5, 4, 2, &touched);
+  Graphics g(memory.Pixels(), 1.5, 4, 2, 0, &touched);
   for (int x = 0; x < 4; ++x) {
     g.ForeColor = RGB(0, 0, x + 1);
     g.FillRect(x, 0, 1, 2);

@@ -21,6 +21,7 @@
 #include <QTableView>
 #include <QTextDocumentFragment>
 #include <QWindow>
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <set>
@@ -151,13 +152,17 @@ std::pair<int, QRect> Differing(const QImage& a, const QImage& b) {
   return differing;
 }
 
-/// Where the screen does not show what the window would paint now, in device pixels.
+/// Where the screen does not show what the window would paint now, in device pixels; everything if a pixel of it is not
+/// opaque.
 QRect StaleIn(QWidget& frame) {
   if (!frame.isVisible()) return {};
   const QImage screen = ScreenOf(frame);
   QImage fresh = frame.grab().toImage().convertToFormat(QImage::Format_RGB32);
   fresh.setDevicePixelRatio(1);
-  return fresh.size() == screen.size() ? Differing(fresh, screen).second : fresh.rect();
+  const auto* seen = reinterpret_cast<const QRgb*>(screen.constBits());
+  const bool opaque =
+      std::all_of(seen, seen + screen.width() * screen.height(), [](QRgb p) { return p >> 24 == 0xFF; });
+  return opaque && fresh.size() == screen.size() ? Differing(fresh, screen).second : fresh.rect();
 }
 
 // Text that is drawn on the cells of lists.
