@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
+#include <vector>
 
 #include "platform/pictures/Graphics.h"
 
@@ -33,6 +35,70 @@ struct Ellipse {
     return Wide{u} * u * h * h <= Wide{w} * w * (Wide{h} * h - Wide{v} * v);
   }
 };
+
+/// A row of the upper left quarter of an outline: how much of each pixel from column `first` on it covers, in 256ths.
+struct OutlineRow {
+  std::int64_t first = 0;
+  std::vector<std::uint32_t> parts;
+};
+
+/// The outline of an ellipse inscribed in a rectangle of device pixels. The other quarters mirror the upper left one.
+struct Outline {
+  std::int64_t width, height;
+  double penWidth, penHeight;
+  friend bool operator==(const Outline&, const Outline&) = default;
+
+  std::int64_t Middle() const { return (width + 1) / 2; }
+  bool IsKept() const { return std::max(width, height) <= 1024; }
+  /// Columns `from` to `to`, excluded, of a row. The part of a pixel is averaged over 32 lines through it and exact
+  /// along each line.
+  OutlineRow Row(std::int64_t upper, std::int64_t from, std::int64_t to) const {
+    constexpr int kLines = 32;
+    const double a = static_cast<double>(width) / 2.0;
+    const double b = static_cast<double>(height) / 2.0;
+    const double freeA = a - penWidth;
+    const double freeB = b - penHeight;
+    double begin[kLines];
+    double end[kLines];
+    double first = a;
+    double last = 0.0;
+    for (int i = 0; i < kLines; ++i) {
+      const double v = b - (static_cast<double>(upper) + (2 * i + 1) / (2.0 * kLines));
+      begin[i] = a - a * std::sqrt(1.0 - (v / b) * (v / b));
+      const bool hollow = freeA > 0.0 && std::fabs(v) < freeB;
+      end[i] = hollow ? a - freeA * std::sqrt(1.0 - (v / freeB) * (v / freeB)) : a;
+      first = std::min(first, begin[i]);
+      last = std::max(last, end[i]);
+    }
+
+    OutlineRow row;
+    row.first = std::max(from, static_cast<std::int64_t>(std::floor(first)));
+    to = std::min(to, static_cast<std::int64_t>(std::ceil(last)));
+    for (std::int64_t column = row.first; column < to; ++column) {
+      const auto left = static_cast<double>(column);
+      double covered = 0.0;
+      for (int i = 0; i < kLines; ++i)
+        covered += std::max(0.0, std::min(end[i], left + 1.0) - std::max(begin[i], left));
+      // The left half of the ellipse covers only the left half of a central column.
+      if (left + 1.0 > a) covered *= 2.0;
+      row.parts.push_back(static_cast<std::uint32_t>(covered * (256.0 / kLines) + 0.5));
+    }
+    return row;
+  }
+};
+
+/// All columns of a row. The rows of the last outline are kept: the same circle is drawn on all maps in turn.
+const OutlineRow& KeptRow(const Outline& outline, std::int64_t upper) {
+  thread_local Outline kept{};
+  thread_local std::vector<std::optional<OutlineRow>> rows;
+  if (kept != outline) {
+    kept = outline;
+    rows.assign(static_cast<std::size_t>((outline.height + 1) / 2), std::nullopt);
+  }
+  auto& row = rows[static_cast<std::size_t>(upper)];
+  if (!row) row = outline.Row(upper, 0, outline.Middle());
+  return *row;
+}
 
 /// Mixes two colours: `part` / 256 of `over`, the rest of `under`.
 Color Mix(Color under, Color over, std::uint32_t part) {
@@ -74,53 +140,29 @@ void Graphics::DrawHardOval(int x, int y, int w, int h) {
   }
 }
 
-/// The weight of the colour in a device pixel is the share of the pixel that the outline covers, averaged over 32 lines
-/// through it and exact along each line. Only the upper left quarter is computed; the others mirror it.
 void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
-  constexpr int kLines = 32;
   const Span box = ToDevice(x, y, w, h);
   const Span seen = Visible(box);
+  if (seen.x0 >= seen.x1) return;
   Begin(seen, false);
-  const std::int64_t width = box.x1 - box.x0;
-  const std::int64_t height = box.y1 - box.y0;
-  const double a = static_cast<double>(width) / 2.0;
-  const double b = static_cast<double>(height) / 2.0;
-  const double freeA = a - PenWidth * scale_;
-  const double freeB = b - PenHeight * scale_;
   const Color over = ForeColor & kWhite;
-
+  const Outline outline{box.x1 - box.x0, box.y1 - box.y0, PenWidth * scale_, PenHeight * scale_};
+  // Distances of the seen columns from the nearer side of the box.
+  const std::int64_t from = std::min(seen.x0 - box.x0, box.x1 - seen.x1);
+  const std::int64_t to = std::min({seen.x1 - box.x0, box.x1 - seen.x0, outline.Middle()});
+  OutlineRow own;
   for (std::int64_t row = seen.y0; row < seen.y1; ++row) {
-    const auto upper = static_cast<double>(std::min(row - box.y0, box.y1 - 1 - row));
-    double begin[kLines];
-    double end[kLines];
-    double first = a;
-    double last = 0.0;
-    for (int i = 0; i < kLines; ++i) {
-      const double v = b - (upper + (2 * i + 1) / (2.0 * kLines));
-      begin[i] = a - a * std::sqrt(1.0 - (v / b) * (v / b));
-      const bool hollow = freeA > 0.0 && std::fabs(v) < freeB;
-      end[i] = hollow ? a - freeA * std::sqrt(1.0 - (v / freeB) * (v / freeB)) : a;
-      first = std::min(first, begin[i]);
-      last = std::max(last, end[i]);
-    }
-
+    const std::int64_t upper = std::min(row - box.y0, box.y1 - 1 - row);
+    const OutlineRow& covered = outline.IsKept() ? KeptRow(outline, upper) : (own = outline.Row(upper, from, to));
     Color* const pixels = device_.Row(static_cast<int>(row));
-    const auto mix = [&](std::int64_t from, std::int64_t to) {
-      for (std::int64_t column = std::max(from, seen.x0); column < std::min(to, seen.x1); ++column) {
-        const auto left = static_cast<double>(std::min(column - box.x0, box.x1 - 1 - column));
-        double covered = 0.0;
-        for (int i = 0; i < kLines; ++i)
-          covered += std::max(0.0, std::min(end[i], left + 1.0) - std::max(begin[i], left));
-        // The left half of the ellipse covers only the left half of a central column.
-        if (left + 1.0 > a) covered *= 2.0;
-        const auto part = static_cast<std::uint32_t>(covered * (256.0 / kLines) + 0.5);
-        pixels[column] = Mix(pixels[column], over, part) | upperByte_;
-      }
+    const auto mix = [&](std::int64_t column, std::uint32_t part) {
+      if (column >= seen.x0 && column < seen.x1) pixels[column] = Mix(pixels[column], over, part) | upperByte_;
     };
-    const auto near = static_cast<std::int64_t>(std::floor(first));
-    const auto far = static_cast<std::int64_t>(std::ceil(last));
-    mix(box.x0 + near, box.x0 + far);
-    mix(box.x1 - std::min(far, width / 2), box.x1 - near);
+    for (std::size_t i = 0; i < covered.parts.size(); ++i) {
+      const std::int64_t left = covered.first + static_cast<std::int64_t>(i);
+      mix(box.x0 + left, covered.parts[i]);
+      if (2 * left + 1 != outline.width) mix(box.x1 - 1 - left, covered.parts[i]);
+    }
   }
 }
 

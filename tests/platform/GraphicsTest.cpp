@@ -144,6 +144,23 @@ TEST(Ovals, CoverTheAreaOfARingInTheSmoothRenderer) {
   }
 }
 
+TEST(Ovals, DoNotDependOnTheOneDrawnBefore) {
+  struct Oval {
+    int w, h, pen;
+  };
+  const std::vector<Oval> ovals = {{20, 20, 1}, {20, 20, 3}, {20, 21, 3}, {22, 21, 3}};
+  const auto draw = [&](std::size_t i) {
+    auto picture = Canvas(30, 30);
+    auto g = picture->Graphics();
+    g.PenWidth = g.PenHeight = ovals[i].pen;
+    g.DrawOval(2, 2, ovals[i].w, ovals[i].h);
+    return picture;
+  };
+  std::vector<Ref<Picture>> forth;
+  for (std::size_t i = 0; i < ovals.size(); ++i) forth.push_back(draw(i));
+  for (std::size_t i = ovals.size(); i-- > 0;) EXPECT_EQ(Difference(draw(i), forth[i]), "") << i;
+}
+
 TEST(Surfaces, SetTheUpperByteAndFillInTheirBackgroundFirst) {
   const auto icon = Canvas(6, 6);
   icon->Graphics().DrawOval(0, 0, 6, 6);
