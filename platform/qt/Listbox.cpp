@@ -500,7 +500,9 @@ void Listbox::ColumnType(int column, int type) {
 void Listbox::Reveal(int row) {
   auto& native = ListOf(*this);
   const int shown = native.view->horizontalHeader()->logicalIndexAt(0);  // scrollTo ignores hidden cells
-  native.view->scrollTo(native.model->index(row, shown));
+  const QModelIndex index = native.model->index(row, shown);
+  // scrollTo repaints the cell even if it is in view.
+  if (!native.view->viewport()->rect().contains(native.view->visualRect(index))) native.view->scrollTo(index);
 }
 
 void Listbox::ScrollPosition(int row) {
