@@ -180,7 +180,9 @@ void Main::CheckFlags(const ClusterFiles& files) {
 /// kill the program during the load.
 void Main::CheckMemory() const {
   const double pixels = static_cast<double>(InTIFwidth) * InTIFheight;
-  const auto species = static_cast<double>(std::count(TIFexists.begin(), TIFexists.end(), true));
+  // Small planes share huge pages with those of absent species.
+  const auto species = pixels < 0x1p21 ? TIFexists.Ubound() + 1.0
+                                       : static_cast<double>(std::count(TIFexists.begin(), TIFexists.end(), true));
   const double pictures = (2 + Parallelism() + Globals::Zoom * Globals::Zoom) * sizeof(Color);
   // The planes that the last load filled are reused or freed.
   const auto filled =

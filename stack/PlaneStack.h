@@ -42,12 +42,9 @@ class PlaneStack {
   platform::PlaneView<const Level> Plane(int species) const;
 
  private:
-  struct Free {
-    void* block = nullptr;  ///< the allocated block, which contains the plane
-    void operator()(Level* memory) const;
-  };
-  using Memory = std::unique_ptr<Level[], Free>;
-  static Memory Allocate(int width, int height);
+  /// The memory of a plane. It lies in a block that it shares with others, which is freed with the last of them.
+  using Memory = std::shared_ptr<Level>;
+  static void Append(std::vector<Memory>& planes, std::size_t count, int width, int height);
   void Check(int species, int x, int y) const;
 
   std::vector<Memory> planes_;
