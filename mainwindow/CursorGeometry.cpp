@@ -5,7 +5,7 @@
 
 #include "platform/values/Numbers.h"
 
-using platform::ToInt32;
+using namespace platform;
 
 namespace {
 
@@ -60,13 +60,13 @@ int GrownCursorSize(int radius, int canvasWidth, int canvasHeight) {
 
 int ShrunkCursorSize(int radius) { return ToInt32(std::max(std::min(radius - 1.0, radius * 0.95), 1.0)); }
 
-platform::Color NextCursorColor(platform::Color color) {
-  switch (platform::Red(color)) {
+Color NextCursorColor(Color color) {
+  switch (Red(color)) {
     case 0:
-      return platform::kWhite;
+      return kWhite;
     case 255:
-      return platform::RGB(128, 128, 128);
+      return RGB(128, 128, 128);
     default:
-      return platform::kBlack;
+      return kBlack;
   }
 }

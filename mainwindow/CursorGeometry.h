@@ -4,24 +4,14 @@
 
 #include <array>
 
-#include "platform/pictures/Graphics.h"
 #include "platform/values/Color.h"
-
-struct Point {
-  int x = 0, y = 0;
-  friend bool operator==(const Point&, const Point&) = default;
-};
-
-struct Size {
-  int width = 0, height = 0;
-  friend bool operator==(const Size&, const Size&) = default;
-};
+#include "platform/values/Geometry.h"
 
 /// The image pixel under a position on the canvas.
-Point ImagePixelAt(int canvasX, int canvasY, double zoom);
+platform::Point ImagePixelAt(int canvasX, int canvasY, double zoom);
 
 /// The size of the canvas that shows an image of that size.
-Size CanvasSizeOf(int imageWidth, int imageHeight, double zoom);
+platform::Size CanvasSizeOf(int imageWidth, int imageHeight, double zoom);
 
 /// The area to restore under a cursor mark: the square of `e` image pixels at sx, sy, which is the square of `de`
 /// canvas pixels at dx, dy. Both are rounded outward with a margin of one image pixel.
@@ -33,12 +23,8 @@ struct RestoredSquare {
 /// For a mark at a canvas position: a circle of that radius, or the small cross if the radius is 0.
 RestoredSquare SquareUnderMark(int canvasX, int canvasY, int radius, double zoom);
 
-struct Line {
-  Point from, to;
-  friend bool operator==(const Line&, const Line&) = default;
-};
 /// The arms of the small cross: left, right, up, down. Its centre stays open.
-std::array<Line, 4> SmallCross(int x, int y);
+std::array<platform::Line, 4> SmallCross(int x, int y);
 
 struct CircleMark {
   platform::Rect oval;

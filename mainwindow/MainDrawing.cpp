@@ -43,7 +43,7 @@ void Main::BeginStroke(int X, int Y) {
   const Point pixel = StrokePixelAt(X, Y, Globals::Zoom);
   InX = pixel.x;
   InY = pixel.y;
-  ::BeginStroke(Globals::x1Draw, Globals::y1Draw, Globals::x2Draw, Globals::y2Draw, pixel);
+  AppendPress(Globals::x1Draw, Globals::y1Draw, Globals::x2Draw, Globals::y2Draw, pixel);
   OnAllMaps([pixel](Graphics& g) { Stamp(g, pixel); });
 }
 
@@ -51,7 +51,7 @@ void Main::ContinueStroke(int X, int Y) {
   const Point from{InX, InY};
   const Point to = StrokePixelAt(X, Y, Globals::Zoom);
   if (to == from) return;
-  ExtendStroke(Globals::x1Draw, Globals::y1Draw, Globals::x2Draw, Globals::y2Draw, from, to);
+  AppendStep(Globals::x1Draw, Globals::y1Draw, Globals::x2Draw, Globals::y2Draw, from, to);
   OnAllMaps([&](Graphics& g) { ForEachStamp(from, to, [&g](Point pixel) { Stamp(g, pixel); }); });
   InX = to.x;
   InY = to.y;
@@ -69,7 +69,8 @@ bool Main::_EditUndo_Action() {
 }
 
 void Main::DrawUndo() {
-  if (UndoStroke(Globals::x1Draw, Globals::y1Draw, Globals::x2Draw, Globals::y2Draw)) App::Instance().RefreshAllMaps();
+  if (RemoveStroke(Globals::x1Draw, Globals::y1Draw, Globals::x2Draw, Globals::y2Draw))
+    App::Instance().RefreshAllMaps();
 }
 
 void Main::PBdrawClearAll_Action() {

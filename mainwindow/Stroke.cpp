@@ -1,38 +1,39 @@
 #include "mainwindow/Stroke.h"
 
+using namespace platform;
+
 namespace {
 
 /// The marker row lies outside every image, so painting it shows nothing.
 constexpr Point kMarker{-10, -10};
 constexpr std::int64_t kMarkerSum = -40;
 
-int StampSide(double zoom) { return platform::ToInt32(std::max(zoom, 1.0)); }
+int StampSide(double zoom) { return ToInt32(std::max(zoom, 1.0)); }
 
 }  // namespace
 
 Point StrokePixelAt(int canvasX, int canvasY, double zoom) {
-  return {platform::ToInt32(platform::Round((canvasX - zoom / 2.0) / zoom)),
-          platform::ToInt32(platform::Round((canvasY - zoom / 2.0) / zoom))};
+  return {ToInt32(Round((canvasX - zoom / 2.0) / zoom)), ToInt32(Round((canvasY - zoom / 2.0) / zoom))};
 }
 
-platform::Rect StampAt(Point pixel, double zoom) {
+Rect StampAt(Point pixel, double zoom) {
   const int side = StampSide(zoom);
-  return {platform::ToInt32(pixel.x * zoom), platform::ToInt32(pixel.y * zoom), side, side};
+  return {ToInt32(pixel.x * zoom), ToInt32(pixel.y * zoom), side, side};
 }
 
-void BeginStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point pressed) {
-  ExtendStroke(x1, y1, x2, y2, kMarker, kMarker);
-  ExtendStroke(x1, y1, x2, y2, pressed, pressed);
+void AppendPress(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point pressed) {
+  AppendStep(x1, y1, x2, y2, kMarker, kMarker);
+  AppendStep(x1, y1, x2, y2, pressed, pressed);
 }
 
-void ExtendStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point from, Point to) {
+void AppendStep(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2, Point from, Point to) {
   x1.Append(from.x);
   y1.Append(from.y);
   x2.Append(to.x);
   y2.Append(to.y);
 }
 
-bool UndoStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2) {
+bool RemoveStroke(LineEnds& x1, LineEnds& y1, LineEnds& x2, LineEnds& y2) {
   if (x1.Ubound() <= 0) return false;
   std::int64_t sum = 0;
   do {

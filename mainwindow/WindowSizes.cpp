@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
+#include "mainwindow/CursorGeometry.h"
 #include "platform/values/Numbers.h"
 
-using platform::ToInt32;
+using namespace platform;
 
 namespace {
 

@@ -5,18 +5,18 @@
 #include <cstdint>
 #include <optional>
 
-#include "mainwindow/CursorGeometry.h"
+#include "platform/values/Geometry.h"
 
 /// The layout of Main before a change of size.
 struct MainMeasures {
-  Size windowAtOpening;
+  platform::Size windowAtOpening;
   int canvasLeft = 0;
-  Size canvas;
+  platform::Size canvas;
 };
 /// The change of layout. While the image is no larger than the opening layout allows, the strip and the lists under it
 /// keep their positions, and the window its size.
 struct MainChange {
-  Size canvas;
+  platform::Size canvas;
   int nameDown = 0;                 ///< shift of the name under the image
   int stripDown = 0;                ///< shift of the strip and the lists
   std::optional<int> windowHeight;  ///< the new height and minimum height
@@ -26,19 +26,20 @@ MainChange FitMain(const MainMeasures& before, int imageWidth, int imageHeight, 
 
 /// Sizes of a window and of the canvas in it.
 struct WindowFit {
-  Size window, canvas;
+  platform::Size window, canvas;
 };
 
 /// For the composite window, whose size at opening is for a canvas of 256 by 256. nullopt if the canvas fits already;
 /// it never does if its exact size has half pixels.
-std::optional<WindowFit> FitComposite(Size windowAtOpening, Size canvas, int imageWidth, int imageHeight, double zoom);
+std::optional<WindowFit> FitComposite(platform::Size windowAtOpening, platform::Size canvas, int imageWidth,
+                                      int imageHeight, double zoom);
 
 /// A species window for images of that size: one column wider than the canvas on each side, one row higher at the
 /// bottom.
 WindowFit SpeciesWindowFit(int imageWidth, int imageHeight, double zoom);
 
 /// The same for an open window; nullopt if its canvas fits already.
-std::optional<WindowFit> FitSpeciesWindow(Size canvas, int imageWidth, int imageHeight, double zoom);
+std::optional<WindowFit> FitSpeciesWindow(platform::Size canvas, int imageWidth, int imageHeight, double zoom);
 
 /// The usable part of a screen.
 struct ScreenArea {
@@ -51,7 +52,7 @@ struct PlacementCursor {
 PlacementCursor FirstPosition(const ScreenArea& screen);
 
 struct Placement {
-  std::optional<Point> position;  ///< left and top of the window; nullopt if it does not fit
+  std::optional<platform::Point> position;  ///< left and top of the window; nullopt if it does not fit
   PlacementCursor next;
 };
-Placement PlaceSpeciesWindow(const PlacementCursor& cursor, const ScreenArea& screen, Size window);
+Placement PlaceSpeciesWindow(const PlacementCursor& cursor, const ScreenArea& screen, platform::Size window);

@@ -8,15 +8,11 @@
 
 #include "platform/pictures/Picture.h"
 #include "platform/values/Color.h"
+#include "platform/values/Geometry.h"
 #include "platform/values/PlaneView.h"
 #include "platform/values/String.h"
 
 namespace platform {
-
-struct Rect {
-  int x = 0, y = 0, width = 0, height = 0;
-  friend bool operator==(const Rect&, const Rect&) = default;
-};
 
 class Graphics {
  public:

@@ -4,6 +4,8 @@
 
 #include "mainwindow/CursorGeometry.h"
 
+using namespace platform;
+
 namespace {
 
 constexpr double kZooms[] = {0.5, 1, 2, 3, 4, 5};
@@ -43,7 +45,7 @@ TEST(CursorGeometry, RestoredSquareCoversTheMark) {
 
 TEST(CursorGeometry, MarksReachToTheEndsOfTheNumbersAndLargeCirclesAreThicker) {
   EXPECT_EQ(SmallCross(kHighest, kLowest)[1].to.x, kHighest);
-  EXPECT_EQ(CircleAround(10, 20, 4).oval, (platform::Rect{6, 16, 9, 9}));
+  EXPECT_EQ(CircleAround(10, 20, 4).oval, (Rect{6, 16, 9, 9}));
   EXPECT_EQ(CircleAround(10, 20, 4).pen, 1);
   EXPECT_EQ(CircleAround(10, 20, 5).pen, 2);
 }

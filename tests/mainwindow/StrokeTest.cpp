@@ -6,15 +6,17 @@
 #include "mainwindow/MedianMark.h"
 #include "mainwindow/Stroke.h"
 
+using namespace platform;
+
 namespace {
 
 constexpr int kHighest = std::numeric_limits<int>::max();
 
 struct Drawing {
   LineEnds x1, y1, x2, y2;
-  void Begin(Point p) { BeginStroke(x1, y1, x2, y2, p); }
-  void Extend(Point from, Point to) { ExtendStroke(x1, y1, x2, y2, from, to); }
-  bool Undo() { return UndoStroke(x1, y1, x2, y2); }
+  void Begin(Point p) { AppendPress(x1, y1, x2, y2, p); }
+  void Extend(Point from, Point to) { AppendStep(x1, y1, x2, y2, from, to); }
+  bool Undo() { return RemoveStroke(x1, y1, x2, y2); }
   int Rows() const {
     EXPECT_TRUE(x1.Ubound() == y1.Ubound() && x1.Ubound() == x2.Ubound() && x1.Ubound() == y2.Ubound());
     return x1.Ubound() + 1;
@@ -45,8 +47,8 @@ TEST(Stroke, StampsOfAStep) {
   EXPECT_EQ(Stamps({13, 12}, {10, 10}), (std::vector<Point>{{13, 12}, {12, 11}, {11, 11}, {10, 10}}));
   EXPECT_EQ(Stamps({kHighest - 1, -kHighest}, {kHighest, -kHighest}),
             (std::vector<Point>{{kHighest - 1, -kHighest}, {kHighest, -kHighest}}));
-  EXPECT_EQ(StampAt({3, -2}, 5), (platform::Rect{15, -10, 5, 5}));
-  EXPECT_EQ(StampAt({3, -3}, 0.5), (platform::Rect{1, -1, 1, 1}));
+  EXPECT_EQ(StampAt({3, -2}, 5), (Rect{15, -10, 5, 5}));
+  EXPECT_EQ(StampAt({3, -3}, 0.5), (Rect{1, -1, 1, 1}));
   EXPECT_EQ(StampAt({kHighest, 0}, 5).x, kHighest);
 }
 

@@ -5,6 +5,8 @@
 
 #include "mainwindow/WindowSizes.h"
 
+using namespace platform;
+
 namespace {
 
 constexpr Size kCompositeOpening{296, 502};
