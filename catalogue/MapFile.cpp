@@ -34,8 +34,6 @@ Array<std::int32_t> ReadShorts(BinaryStream& stream, std::span<const std::int64_
 
 }  // namespace
 
-namespace catalogue {
-
 std::optional<std::int32_t> MedianOf(Array<std::int32_t> values) {
   if (values.Empty()) return std::nullopt;
   values.Sort();
@@ -64,15 +62,13 @@ std::int32_t NamePosition(std::int32_t i, std::int32_t pixelSize) {
   return static_cast<std::int32_t>(kNamesStart + (number - 1) * imageBytes + (number - 2) * kBetweenImages);
 }
 
-}  // namespace catalogue
-
 bool Globals::IsXrayFile(const Ref<platform::FolderItem>& file) {
   return Lowercase(Right(file->DisplayName(), 5)) == ".xray";
 }
 
 String Globals::ReadXrayGetImageName(Ref<BinaryStream>& stream, std::int32_t i) {
-  const std::int32_t pixelSize = i > 1 ? catalogue::MostLikely(catalogue::PixelSizeVotes(*stream))->value : 0;
-  stream->Position(catalogue::NamePosition(i, pixelSize));
+  const std::int32_t pixelSize = i > 1 ? MostLikely(PixelSizeVotes(*stream))->value : 0;
+  stream->Position(NamePosition(i, pixelSize));
   const auto field = stream->Read(kNameLength);
   return String::FromBytes({field.begin(), std::find(field.begin(), field.end(), 0)});
 }

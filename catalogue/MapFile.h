@@ -23,8 +23,6 @@ platform::String ReadXrayGetImageName(platform::Ref<platform::BinaryStream>& str
 
 }  // namespace Globals
 
-namespace catalogue {
-
 /// The median; for an even count, the mean of the two middle values, halves rounded upward. nullopt for no values.
 std::optional<std::int32_t> MedianOf(platform::Array<std::int32_t> values);
 
@@ -42,5 +40,3 @@ platform::Array<std::int32_t> PixelSizeVotes(platform::BinaryStream& stream);
 /// The position of the name of map `i` in a file of maps of `pixelSize` by `pixelSize` pixels, in bytes from the start.
 /// The 32-bit arithmetic wraps around, so the result may be negative.
 std::int32_t NamePosition(std::int32_t i, std::int32_t pixelSize);
-
-}  // namespace catalogue

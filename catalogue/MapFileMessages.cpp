@@ -9,15 +9,15 @@ using platform::Ref;
 using platform::String;
 
 std::int32_t Globals::ReadXrayGetNbImages(Ref<BinaryStream>& stream, bool warn) {
-  return CheckForMostLikely(catalogue::ImageCountVotes(*stream), "number of images", warn);
+  return CheckForMostLikely(ImageCountVotes(*stream), "number of images", warn);
 }
 
 std::int32_t Globals::ReadXrayGet1dPixelsize(Ref<BinaryStream>& stream, bool warn) {
-  return CheckForMostLikely(catalogue::PixelSizeVotes(*stream), "pixel size", warn);
+  return CheckForMostLikely(PixelSizeVotes(*stream), "pixel size", warn);
 }
 
 std::int32_t Globals::CheckForMostLikely(const Array<std::int32_t>& votes, const String& what, bool warn) {
-  const auto vote = catalogue::MostLikely(votes);
+  const auto vote = MostLikely(votes);
   if (!vote) {
     platform::MsgBox(what + " determination error");
     return 0;
@@ -32,7 +32,7 @@ std::int32_t Globals::CheckForMostLikely(const Array<std::int32_t>& votes, const
 }
 
 std::int32_t Globals::MedianInteger(const Array<std::int32_t>& values) {
-  const auto median = catalogue::MedianOf(values);
+  const auto median = MedianOf(values);
   if (!median) platform::MsgBox("Median determination error");
   return median.value_or(0);
 }

@@ -12,7 +12,7 @@
 
 using namespace platform;
 
-void WindowOverview::NoUnderscoreExtensions(Array<String>& names) { catalogue::NoUnderscoreExtensions(names); }
+void WindowOverview::NoUnderscoreExtensions(Array<String>& names) { RemoveSuffixes(names); }
 
 Array<String> WindowOverview::SpeciesOfCluster(int row) {
   const auto& files = Globals::ooo;

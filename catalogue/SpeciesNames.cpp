@@ -88,7 +88,7 @@ String Globals::CleanString(const String& name) {
   return String(std::move(clean));
 }
 
-String catalogue::StripCommon(const Array<String>& names, Array<String>& shorts) {
+String StripCommon(const Array<String>& names, Array<String>& shorts) {
   const String& common = names(0);
   if (names.Ubound() != shorts.Ubound()) return Globals::CleanString(common);
   if (names.Ubound() < 1 || names(0) == names(1)) {
@@ -106,7 +106,7 @@ String catalogue::StripCommon(const Array<String>& names, Array<String>& shorts)
   return Globals::CleanString(Left(names(0), front - 1) + Right(names(0), back - 1));
 }
 
-void catalogue::NoUnderscoreExtensions(Array<String>& names) {
+void RemoveSuffixes(Array<String>& names) {
   const auto dropDigit = [](String& name) {
     if (Len(name) > 1 && platform::IsNumeric(Right(name, 1))) name = Left(name, Len(name) - 1);
   };

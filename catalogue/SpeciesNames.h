@@ -16,8 +16,6 @@ platform::String CleanString(const platform::String& name);
 
 }  // namespace Globals
 
-namespace catalogue {
-
 /// Writes the short name of each of `names` to the same index of `shorts` and returns the cleaned common part of the
 /// names, which is the name of their cluster. If the arrays differ in size, `shorts` is unchanged and the cleaned first
 /// name is returned. Does not return if the names agree at every position when each is extended by repeating its last
@@ -25,6 +23,4 @@ namespace catalogue {
 platform::String StripCommon(const platform::Array<platform::String>& names, platform::Array<platform::String>& shorts);
 
 /// Removes suffixes such as "_1" or "27" from each name, in place.
-void NoUnderscoreExtensions(platform::Array<platform::String>& names);
-
-}  // namespace catalogue
+void RemoveSuffixes(platform::Array<platform::String>& names);

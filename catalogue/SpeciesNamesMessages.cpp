@@ -5,7 +5,7 @@
 
 platform::String Globals::ShortNames(const platform::Array<platform::String>& names,
                                      platform::Array<platform::String>& shorts) {
-  platform::String cluster = catalogue::StripCommon(names, shorts);
+  platform::String cluster = StripCommon(names, shorts);
   if (names.Ubound() != shorts.Ubound()) platform::MsgBox("Error in ShortNames Function.");
   return cluster;
 }

@@ -5,7 +5,7 @@
 
 namespace Globals {
 
-/// catalogue::StripCommon, with a message if the two arrays differ in size.
+/// StripCommon, with a message if the two arrays differ in size.
 platform::String ShortNames(const platform::Array<platform::String>& names, platform::Array<platform::String>& shorts);
 
 }  // namespace Globals

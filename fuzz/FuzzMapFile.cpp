@@ -27,7 +27,7 @@ void Require(bool holds) {
 }
 
 std::int32_t VoteOn(const platform::Array<std::int32_t>& votes) {
-  const std::int32_t value = catalogue::MostLikely(votes)->value;
+  const std::int32_t value = MostLikely(votes)->value;
   const auto [low, high] = std::minmax_element(votes.begin(), votes.end());
   Require(value >= *low && value <= *high);
   return value;
@@ -49,8 +49,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
 
   auto stream = platform::BinaryStream::Open(InputFile());
   Require(static_cast<bool>(stream));
-  const std::int32_t count = VoteOn(catalogue::ImageCountVotes(*stream));
-  VoteOn(catalogue::PixelSizeVotes(*stream));
+  const std::int32_t count = VoteOn(ImageCountVotes(*stream));
+  VoteOn(PixelSizeVotes(*stream));
   const auto readName = [&](std::int32_t i) { Require(Len(Globals::ReadXrayGetImageName(stream, i)) <= 5); };
   for (std::int32_t i = 0; i <= std::min(count, 16); ++i) readName(i);
   for (const std::int32_t i :

@@ -19,7 +19,7 @@ void SaveUnderFreeName(const String& name, const Ref<Picture>& picture) {
     ThrowNil(("The folder " + folder->Path().string() +
               " does not exist any more. Choose another one with \"Change Save Location...\" and save again.")
                  .c_str());
-  const String last = output::NumberedName(name, output::kNoFreeNumber);
+  const String last = NumberedName(name, kNoFreeNumber);
   Ref<FolderItem> file;
   auto outcome = NewFile::Outcome::NameTaken;
   while (outcome == NewFile::Outcome::NameTaken) {
@@ -42,7 +42,7 @@ void SaveUnderFreeName(const String& name, const Ref<Picture>& picture) {
 
 void Main::SaveImage() {
   if (!currTIF || !TIFexists(SelectedRow)) return;
-  SaveUnderFreeName(output::SpeciesFileName(FrameName, SpeciesLB.Cell(SelectedRow, kSpeciesColumn)), currTIF);
+  SaveUnderFreeName(SpeciesFileName(FrameName, SpeciesLB.Cell(SelectedRow, kSpeciesColumn)), currTIF);
 }
 
 void Main::PB_SaveImage_Action() { SaveImage(); }
@@ -58,5 +58,5 @@ void WindowRGB::SaveImage() {
     const int row = popM[i].ListIndex();
     names[i] = row == 0 ? String("_") : NameArray(row - 1);
   }
-  SaveUnderFreeName(output::CompositeFileName(Main::Instance().FrameName, names[0], names[1], names[2]), RGBimage);
+  SaveUnderFreeName(CompositeFileName(Main::Instance().FrameName, names[0], names[1], names[2]), RGBimage);
 }

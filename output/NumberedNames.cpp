@@ -12,8 +12,6 @@ String PictureName(const String& cluster, const String& what) {
 
 }  // namespace
 
-namespace output {
-
 String SpeciesFileName(const String& cluster, const String& species) { return PictureName(cluster, species); }
 
 String CompositeFileName(const String& cluster, const String& first, const String& second, const String& third) {
@@ -37,5 +35,3 @@ int FirstFreeNumber(const String& name, const std::function<bool(const String&)>
   while (number < kNoFreeNumber && taken(NumberedName(name, number))) ++number;
   return number;
 }
-
-}  // namespace output

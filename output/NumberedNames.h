@@ -5,8 +5,6 @@
 
 #include "platform/values/String.h"
 
-namespace output {
-
 /// The file name of the picture of one species, and of a composite of three.
 platform::String SpeciesFileName(const platform::String& cluster, const platform::String& species);
 platform::String CompositeFileName(const platform::String& cluster, const platform::String& first,
@@ -22,5 +20,3 @@ platform::String NumberedName(const platform::String& name, int number);
 /// The first number, from 2, whose numbered name is not taken; 100 if none up to 99 is free.
 int FirstFreeNumber(const platform::String& name, const std::function<bool(const platform::String&)>& taken);
 constexpr int kNoFreeNumber = 100;
-
-}  // namespace output

@@ -11,9 +11,9 @@ void GlobalUniversal::FileNameIncrement(Ref<FolderItem>& file) {
   if (!file->Exists()) return;
   const String name = file->DisplayName();
   // Both searches for a dot agree, so this message never appears.
-  if (platform::InStr(name, ".") > 0 && output::LastPoint(name) == 0) platform::MsgBox("error in filenameincr");
+  if (platform::InStr(name, ".") > 0 && LastPoint(name) == 0) platform::MsgBox("error in filenameincr");
   const Ref<FolderItem> folder = file->Parent();
-  const int number = output::FirstFreeNumber(name, [&](const String& child) { return folder->Child(child)->Exists(); });
-  if (number == output::kNoFreeNumber) platform::MsgBox("filename increment exceeds 99");
-  file = folder->Child(output::NumberedName(name, number));
+  const int number = FirstFreeNumber(name, [&](const String& child) { return folder->Child(child)->Exists(); });
+  if (number == kNoFreeNumber) platform::MsgBox("filename increment exceeds 99");
+  file = folder->Child(NumberedName(name, number));
 }

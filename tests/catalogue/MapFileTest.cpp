@@ -100,7 +100,7 @@ TEST_F(MapFile, ShortAndMissingFiles) {
 TEST(MapFileArithmetic, PositionsOfNamesWrapAround) {
   for (const auto& [i, size, position] :
        {std::tuple{2, 256, 135880}, {5, 128, 139552}, {32767, 32767, 40436844}, {2, -32768, -2147478840}})
-    EXPECT_EQ(catalogue::NamePosition(i, size), position);
+    EXPECT_EQ(NamePosition(i, size), position);
 }
 
 TEST_F(MapFile, MedianRoundsOneHalfUpward) {

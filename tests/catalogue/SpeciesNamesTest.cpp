@@ -64,7 +64,7 @@ TEST_F(SpeciesNames, NamesThatNeverDifferAreScannedForEver) {
   const auto scan = [](const Names& names) {
     Names shorts(names.Ubound());
     ualarm(200'000, 0);
-    catalogue::StripCommon(names, shorts);
+    StripCommon(names, shorts);
   };
   for (const Names& names : {Names{"Mg", "Mgg"}, Names{"ab", "aab"}})  // in front, at the back
     EXPECT_EXIT(scan(names), testing::KilledBySignal(SIGALRM), "") << Text(names);
@@ -85,7 +85,7 @@ TEST_F(SpeciesNames, OneKnownExtensionGoesAndCleaningKeepsTheAllowedCharacters) 
 
 TEST_F(SpeciesNames, MarksAtTheEndGo) {
   Names names{"Fe_1", "Al27", "C12_3", "Si_28", "Mg123", "12", "7", "_x", "a_x", "Fe+", ""};
-  catalogue::NoUnderscoreExtensions(names);
+  RemoveSuffixes(names);
   EXPECT_EQ(Text(names), "Fe|Al|C|Si_|Mg1|1|7|_x|a|Fe+|");
 }
 
@@ -96,6 +96,6 @@ TEST_F(SpeciesNames, ManyLongNamesAreQuick) {
     names.Append(String("a rather long name of a field of view, run 7, map ") + platform::Str(100000 + i) + ".tif");
   Names shorts(names.Ubound());
   // All numbers begin with "1", and the last digits differ.
-  EXPECT_EQ(catalogue::StripCommon(names, shorts).Utf8(), "a_rather_long_name_of_a_field_of_view_run_7_map_1_tif");
+  EXPECT_EQ(StripCommon(names, shorts).Utf8(), "a_rather_long_name_of_a_field_of_view_run_7_map_1_tif");
   EXPECT_EQ(shorts(99999).Utf8(), "99999");
 }
