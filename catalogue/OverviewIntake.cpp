@@ -1,7 +1,5 @@
 // Adds dropped files to the catalogue.
 
-#include <utility>
-
 #include "appcore/Globals.h"
 #include "catalogue/MapFile.h"
 #include "catalogue/SpeciesNames.h"
@@ -11,16 +9,6 @@
 #include "platform/widgets/Dialogs.h"
 
 using namespace platform;
-
-namespace {
-
-void SortByDisplayName(Array<Ref<FolderItem>>& files) {
-  for (int i = 0; i <= files.Ubound(); ++i)
-    for (int j = i; j <= files.Ubound(); ++j)
-      if (files(i)->DisplayName() > files(j)->DisplayName()) std::swap(files(i), files(j));
-}
-
-}  // namespace
 
 void WindowOverview::AddCluster(const String& name) {
   Globals::FileDropCount += 1;

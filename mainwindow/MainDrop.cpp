@@ -1,7 +1,5 @@
 // A drop onto Main, without the catalogue. Never called: Main accepts no file type.
 
-#include <utility>
-
 #include "appcore/Globals.h"
 #include "catalogue/SpeciesNamesMessages.h"
 #include "mainwindow/Main.h"
@@ -17,9 +15,7 @@ void Main::Event_DropObject(DragItem& items, int /*action*/) {
   do {
     if (items.FolderItemAvailable()) files.Append(items.FolderItem());
   } while (items.NextItem());
-  for (int i = 0; i <= files.Ubound(); ++i)
-    for (int j = i; j <= files.Ubound(); ++j)
-      if (files(i)->DisplayName() > files(j)->DisplayName()) std::swap(files(i), files(j));
+  SortByDisplayName(files);
 
   for (const Ref<FolderItem>& file : files) {
     const Ref<Picture> map = file->OpenAsPicture();

@@ -78,4 +78,10 @@ Ref<FolderItem> DesktopFolder() {
   return MakeRef<FolderItem>(fs::is_directory(desktop, error) ? desktop : StandardFolder(QStandardPaths::HomeLocation));
 }
 
+void SortByDisplayName(Array<Ref<FolderItem>>& files) {
+  for (int i = 0; i <= files.Ubound(); ++i)
+    for (int j = i; j <= files.Ubound(); ++j)
+      if (files(i)->DisplayName() > files(j)->DisplayName()) std::swap(files(i), files(j));
+}
+
 }  // namespace platform

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "platform/pictures/Picture.h"
+#include "platform/values/Array.h"
 #include "platform/values/BinaryStream.h"
 #include "platform/values/Ref.h"
 #include "platform/values/String.h"
@@ -41,6 +42,9 @@ class FolderItem {
  private:
   std::filesystem::path path_;
 };
+
+/// Sorts by display name, by exchanging each item with every later one that has a lower name.
+void SortByDisplayName(Array<Ref<FolderItem>>& files);
 
 /// The user's desktop folder; the home folder where there is no desktop folder.
 Ref<FolderItem> DesktopFolder();
