@@ -25,11 +25,8 @@ import struct
 import sys
 import zlib
 
+from image_files import LONG, SHORT, png, tiff
 from odd_picts import odd_picts
-
-BYTE, ASCII, SHORT, LONG, LONG8 = 1, 2, 3, 4, 16
-SIZES = {BYTE: 1, ASCII: 1, SHORT: 2, LONG: 4, LONG8: 8}
-CODES = {BYTE: "B", ASCII: "B", SHORT: "H", LONG: "I", LONG8: "Q"}
 
 # 16 x 8 pixels of grey: the left half 40, the right half 200.
 JPEG = base64.b64decode("""
@@ -43,34 +40,6 @@ V1hZWmNkZWZnaGlqc3R1dnd4eXqDhIWGh4iJipKTlJWWl5iZmqKjpKWmp6ipqrKztLW2t7i5usLDxMXG
 # The same data under the headers of coding processes that few decoders support.
 LOSSLESS_JPEG = JPEG.replace(b"\xff\xc0\0\x0b\x08", b"\xff\xc3\0\x0b\x08")
 JPEG_OF_12_BITS = JPEG.replace(b"\xff\xc0\0\x0b\x08", b"\xff\xc1\0\x0b\x0c")
-
-
-def tiff(data, width, height, bits, order="<", big=False, next_directory=0, **tags):
-    """A TIFF of one strip (or, with `offsets` and `counts`, of several chunks). `tags` are t<number>=value, or a
-    (type, values) pair; None leaves a tag out."""
-    start = 16 if big else 8
-    entries = {256: (LONG, [width]), 257: (LONG, [height]), 258: (SHORT, [bits]), 259: (SHORT, [1]), 262: (SHORT, [1]),
-               273: (LONG, [start]), 277: (SHORT, [1]), 278: (LONG, [height]), 279: (LONG, [len(data)])}
-    for name, value in tags.items():
-        number = int(name[1:])
-        entries[number] = value if isinstance(value, tuple) or value is None else (SHORT, [value])
-    entries = {number: value for number, value in sorted(entries.items()) if value is not None}
-    body = bytearray(data + b"\0" * (len(data) % 2))
-    inline = 8 if big else 4
-    directory = struct.pack(order + ("Q" if big else "H"), len(entries))
-    for number, (kind, values) in entries.items():
-        packed = struct.pack(order + str(len(values)) + CODES[kind], *values)
-        if len(packed) > inline:
-            place = start + len(body)
-            body += packed + b"\0" * (len(packed) % 2)
-            packed = struct.pack(order + ("Q" if big else "I"), place)
-        directory += struct.pack(order + ("HHQ" if big else "HHI"), number, kind, len(values))
-        directory += packed.ljust(inline, b"\0")
-    place = start + len(body)
-    directory += struct.pack(order + ("Q" if big else "I"), place if next_directory == "itself" else next_directory)
-    mark = b"II" if order == "<" else b"MM"
-    header = struct.pack(order + "HHHQ", 43, 8, 0, place) if big else struct.pack(order + "HI", 42, place)
-    return mark + header + bytes(body) + directory
 
 
 def values(code, numbers, order="<"):
@@ -90,16 +59,6 @@ def lzw(data):
     for i in range(0, len(data), 200):
         codes += [256] + list(data[i:i + 200])
     return packed_bits(codes + [257], 9)
-
-
-def png(width, height, depth, colour_type, rows, before=(), end=True):
-    def chunk(kind, content):
-        return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
-
-    raw = b"".join(b"\0" + row for row in rows)
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, depth, colour_type, 0, 0, 0))
-            + b"".join(chunk(kind, content) for kind, content in before)
-            + chunk(b"IDAT", zlib.compress(raw, 9)) + (chunk(b"IEND", b"") if end else b""))
 
 
 def bmp(width, height, bits, palette, data, compression=0):
