@@ -1,6 +1,6 @@
 #include "platform/values/String.h"
 
-#include <QChar>
+#include <QString>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -25,39 +25,6 @@ char32_t Fold(char32_t c) {
 
 bool SameFolded(char32_t a, char32_t b) { return a == b || Fold(a) == Fold(b); }
 
-/// Decodes the first character of the bytes and returns its length; 0 if the bytes are not valid UTF-8. Overlong forms,
-/// surrogates and codes beyond the last plane are invalid.
-int Decode(std::string_view bytes, char32_t& character) {
-  const auto lead = static_cast<unsigned char>(bytes[0]);
-  const int length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
-  if (length == 0 || bytes.size() < static_cast<std::size_t>(length)) return 0;
-  character = length == 1 ? lead : lead & (0x7Fu >> length);
-  for (int i = 1; i < length; ++i) {
-    const auto next = static_cast<unsigned char>(bytes[static_cast<std::size_t>(i)]);
-    if ((next & 0xC0) != 0x80) return 0;
-    character = character << 6 | (next & 0x3F);
-  }
-  constexpr char32_t kLowest[] = {0, 0, 0x80, 0x800, 0x10000};
-  return character >= kLowest[length] && IsScalar(character) ? length : 0;
-}
-
-void Encode(char32_t c, std::string& bytes) {
-  if (!IsScalar(c)) c = kReplacement;
-  const auto tail = [&](int shift) { bytes += static_cast<char>(0x80 | (c >> shift & 0x3F)); };
-  if (c < 0x80) {
-    bytes += static_cast<char>(c);
-  } else if (c < 0x800) {
-    bytes += static_cast<char>(0xC0 | c >> 6);
-    tail(0);
-  } else if (c < 0x10000) {
-    bytes += static_cast<char>(0xE0 | c >> 12);
-    tail(6), tail(0);
-  } else {
-    bytes += static_cast<char>(0xF0 | c >> 18);
-    tail(12), tail(6), tail(0);
-  }
-}
-
 String Slice(const String& text, std::size_t first, std::size_t count) {
   return String(text.Characters().substr(first, count));
 }
@@ -79,14 +46,9 @@ String::String(const char* utf8) : String(std::string_view(utf8)) {}
 
 String::String(const std::string& utf8) : String(std::string_view(utf8)) {}
 
-String::String(std::string_view utf8) {
-  characters_.reserve(utf8.size());
-  while (!utf8.empty()) {
-    char32_t character = 0;
-    const int length = Decode(utf8, character);
-    characters_ += length ? character : kReplacement;
-    utf8.remove_prefix(static_cast<std::size_t>(std::max(length, 1)));
-  }
+String::String(std::string_view utf8)
+    : characters_(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toStdU32String()) {
+  if (utf8.starts_with("\uFEFF")) characters_.insert(0, 1, U'\uFEFF');  // which Qt takes for a byte order mark
 }
 
 String String::FromBytes(std::span<const std::uint8_t> bytes) {
@@ -94,10 +56,10 @@ String String::FromBytes(std::span<const std::uint8_t> bytes) {
 }
 
 std::string String::Utf8() const {
-  std::string bytes;
-  bytes.reserve(characters_.size());
-  for (const char32_t c : characters_) Encode(c, bytes);
-  return bytes;
+  std::u32string scalars = characters_;
+  std::ranges::replace_if(
+      scalars, [](char32_t c) { return !IsScalar(c); }, kReplacement);
+  return QString::fromStdU32String(scalars).toStdString();
 }
 
 int String::Compare(const String& a, const String& b) {

@@ -20,7 +20,8 @@ TEST(String, ReplacesEachByteThatIsNoUtf8) {
       {"\xED\xA0\x80", U"\uFFFD\uFFFD\uFFFD"},            // a surrogate
       {"\xF4\x90\x80\x80", U"\uFFFD\uFFFD\uFFFD\uFFFD"},  // beyond the last plane
       {"\xE2\x82Z", U"\uFFFD\uFFFDZ"},                    // cut short
-      {"\xEF\xBF\xBF\xF4\x8F\xBF\xBF", U"\uFFFF\U0010FFFF"}};
+      {"\xEF\xBF\xBF\xF4\x8F\xBF\xBF", U"\uFFFF\U0010FFFF"},
+      {"\xEF\xBB\xBFx", U"\uFEFFx"}};  // a byte order mark
   for (const auto& [bytes, characters] : cases) EXPECT_EQ(String(bytes).Characters(), characters) << bytes;
   EXPECT_EQ(String(std::u32string{0xD800, 0x110000}).Utf8(), "\uFFFD\uFFFD");
   const std::uint8_t bytes[] = {'S', 'i', 0xB5};
