@@ -37,11 +37,9 @@ struct Toolkit {
 Toolkit* toolkit = nullptr;
 
 void PreferX11() {
-#ifdef Q_OS_LINUX
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
       qEnvironmentVariableIsSet("DISPLAY"))
     qputenv("QT_QPA_PLATFORM", "xcb");
-#endif
 }
 
 }  // namespace

@@ -27,12 +27,6 @@ bool Held(Qt::KeyboardModifier key) {
   return (held & key) != 0;
 }
 
-#ifdef Q_OS_MACOS
-constexpr auto kControlKey = Qt::MetaModifier;  // Qt calls the command key Control there
-#else
-constexpr auto kControlKey = Qt::ControlModifier;
-#endif
-
 /// State of the Control key: held for the cursor or for a shortcut.
 struct ControlHold {
   bool reported = false;                ///< AsyncControlKey returned true since it was pressed
@@ -44,7 +38,7 @@ ControlHold hold;
 /// Whether the key with Control is a shortcut, even of a disabled item.
 bool IsShortcut(const QKeyEvent& key) {
   Application* application = Application::Current();
-  if (!(key.modifiers() & kControlKey) || !application || !application->MenuBar()) return false;
+  if (!(key.modifiers() & Qt::ControlModifier) || !application || !application->MenuBar()) return false;
   const auto& items = application->MenuBar()->Items();
   return std::any_of(items.begin(), items.end(), [&](const auto& item) {
     const QAction* action = item->NativeItem().action;
@@ -76,9 +70,7 @@ class ShortcutWatch : public QObject {
 
 }  // namespace
 
-void WatchShortcuts() {
-  if (kControlKey == Qt::ControlModifier) qApp->installEventFilter(new ShortcutWatch(qApp));
-}
+void WatchShortcuts() { qApp->installEventFilter(new ShortcutWatch(qApp)); }
 
 int Screen::AvailableLeft() const { return Available(index_).left(); }
 int Screen::AvailableTop() const { return Available(index_).top(); }
@@ -88,7 +80,7 @@ int Screen::AvailableHeight() const { return Available(index_).height(); }
 bool Keyboard::AsyncShiftKey() { return Held(Qt::ShiftModifier); }
 
 bool Keyboard::AsyncControlKey() {
-  const bool held = Held(kControlKey);
+  const bool held = Held(Qt::ControlModifier);
   if (!held) hold.reported = hold.forShortcut = false;
   if (!held || hold.forShortcut) return false;
   hold.reported = true;

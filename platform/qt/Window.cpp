@@ -153,9 +153,7 @@ void NativeWindow::AttachMenus() {
   if (menuBar) {
     bar = new BarWidget(frame.get(), *this);
     bar->setAccessibleName("Menus");
-#ifndef Q_OS_MACOS
     bar->setNativeMenuBar(false);
-#endif
     for (const auto& menu : menuBar->NativeBar().menus)
       if (menu) bar->addAction(menu->menuAction());
     bar->show();
