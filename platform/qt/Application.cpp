@@ -123,8 +123,8 @@ void Application::UpdateMenus() {
   running.updatingMenus = true;
   ++running.depth;  // events that the handlers cause are delayed until they have ended
   for (const auto& item : menuBar_->Items()) item->Enabled(item->AutoEnable());
-  Guarded([this] { Event_EnableMenuItems(); });
-  if (Window* front = FrontWindow()) Guarded([front] { front->Event_EnableMenuItems(); });
+  RunReported([this] { Event_EnableMenuItems(); });
+  if (Window* front = FrontWindow()) RunReported([front] { front->Event_EnableMenuItems(); });
   --running.depth;
   running.updatingMenus = false;
   for (const auto& item : menuBar_->Items()) ShowState(*item);

@@ -24,7 +24,7 @@ class CanvasWidget : public QWidget {
  protected:
   void paintEvent(QPaintEvent* event) override {
     const PaintScope scope;
-    Guarded([this, event] {
+    RunReported([this, event] {
       native_.FitBacking();
       if (native_.dirty) native_.Compose();
       native_.Show(event->region());

@@ -31,7 +31,7 @@ void RunWaiting() {
     const auto work = std::move(running.soon.front());
     running.soon.pop_front();
     WakeUp();  // if the work opens a nested loop, the rest is run there
-    Guarded(work);
+    RunReported(work);
   }
 }
 
@@ -78,7 +78,7 @@ void RunSoon(std::function<void()> work) {
   if (!HandlerRuns()) WakeUp();
 }
 
-void Guarded(const std::function<void()>& event) {
+void RunReported(const std::function<void()>& event) {
   try {
     event();
   } catch (...) {
@@ -90,9 +90,9 @@ void Dispatch(const std::function<void()>& event) {
   const bool outermost = running.depth == 0;
   if (outermost) BeginTimes();
   ++running.depth;
-  Guarded(event);
+  RunReported(event);
   if (outermost && !InsidePaint()) {
-    Guarded([] {
+    RunReported([] {
       ShowWaitingWindows();
       SettleAwayWindows();
       FlushCanvases();

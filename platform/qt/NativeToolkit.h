@@ -51,7 +51,7 @@ bool ApplicationRuns();
 /// Queues work to be run by the event loop as soon as no handler runs.
 void RunSoon(std::function<void()> work);
 /// Runs the event and reports an exception, without the steps that end an event in Dispatch.
-void Guarded(const std::function<void()>& event);
+void RunReported(const std::function<void()>& event);
 
 /// Processes paints, expose events and messages of the window manager. Input waits for the end of the handler; once the
 /// handler has run for half a second it is dropped.
