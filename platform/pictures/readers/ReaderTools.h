@@ -48,8 +48,8 @@ void CheckSize(double width, double height, double bytesPerPixel);
 /// of the format reaches: the memory for a wrong size is never allocated.
 void CheckPlausible(double width, double height, std::size_t fileBytes, double pixelsPerByte);
 
-/// Whether a warning of libjpeg means that it invented pixels for a damaged image. Other warnings leave all pixels right,
-/// such as one about extra bytes before a marker.
+/// Whether a warning of libjpeg means that it invented pixels for a damaged image. Other warnings leave all pixels
+/// right, such as one about extra bytes before a marker.
 bool MeansMissingPixels(std::string_view warning);
 
 /// The same picture; a picture of grey levels if all of its colours are grey.
