@@ -45,10 +45,13 @@ void Graphics::Clip(int x, int y, int w, int h) {
 void Graphics::NoClip() { clip_ = {0, 0, width_, height_}; }
 
 Graphics::Span Graphics::ToDevice(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) const {
-  const auto edge = [this](std::int64_t logical) {
-    return scale_ == 1.0 ? logical : static_cast<std::int64_t>(Round(static_cast<double>(logical) * scale_));
+  // The surface ends with its last device pixel, which may be partly outside.
+  const auto edge = [this](std::int64_t logical, int end, int deviceEnd) {
+    if (scale_ == 1.0) return logical;
+    return logical == end ? deviceEnd : static_cast<std::int64_t>(Round(static_cast<double>(logical) * scale_));
   };
-  return {edge(x), edge(x + w), edge(y), edge(y + h)};
+  return {edge(x, width_, device_.width), edge(x + w, width_, device_.width), edge(y, height_, device_.height),
+          edge(y + h, height_, device_.height)};
 }
 
 Graphics::Span Graphics::Visible(const Span& span) const {

@@ -6,6 +6,7 @@
 #include "platform/qt/NativeCanvas.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/values/Numbers.h"
 
 namespace platform {
 
@@ -155,6 +156,9 @@ void NativeCanvas::Show(const QRegion& region) {
   const QImage image(reinterpret_cast<const uchar*>(pixels.data()), deviceWidth, deviceHeight, QImage::Format_RGB32);
   QPainter painter(widget);
   painter.scale(1.0 / ratio, 1.0 / ratio);  // from here on device pixels
+  // A canvas can begin within a device pixel. Qt would round the position of each band by itself.
+  const QTransform origin = painter.deviceTransform();
+  painter.translate(Round(origin.dx()) - origin.dx(), Round(origin.dy()) - origin.dy());
   for (const QRect& rect : region) {
     const QRectF device(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio);
     const QRect part = device.toAlignedRect().intersected({0, 0, deviceWidth, deviceHeight});

@@ -3,6 +3,8 @@
 #include <random>
 
 #include "mainwindow/LinkedCursor.h"
+#include "platform/widgets/Screen.h"
+#include "tests/support/VisibleState.h"
 #include "tests/support/WindowsFixture.h"
 
 using namespace platform;
@@ -54,6 +56,57 @@ TEST_F(LinkedCursorTest, NoTraceOfAMarkIsLeftAtAnyZoom) {
       }
     }
   }
+}
+
+/// A window for a map of any size at any height, larger than the screen.
+class LargeWindow : public Window {
+ public:
+  LargeWindow() : Window({.resizeable = false}) {
+    CreateControl({&canvas, "canvas", 1, 0, 70, 70, kLockLeftTop, kNoPage});
+    for (int i = 0; i < 70 * 70; ++i) map->RGBSurface().Pixel(i % 70, i / 70, 12345U * i % 0x700000U);
+    canvas.Paint = [this](Graphics& g) { DrawMap(g); };
+    Width(Screen(0).AvailableWidth() + 1);
+    Height(Screen(0).AvailableHeight() + 1);
+  }
+  void DrawMap(Graphics& g) { g.DrawPicture(map, 0, 0, g.Width(), g.Height(), 0, 0, 70, 70); }
+
+  Canvas canvas;
+  Ref<Picture> map = NewPicture(70, 70, 32);
+};
+
+TEST_F(LinkedCursorTest, NoTraceIsLeftOnTheScreenWhereverTheCanvasIs) {
+  auto& window = New<LargeWindow>();
+  user::ProcessEvents();
+  user::ResizeFrame(window, 160, 160);
+  for (int top = 0; top < 4; ++top)
+    for (int size = 61; size < 65; ++size)
+      for (const auto& [x, y] : {std::pair{0, 0}, {1, 2}, {2, 1}, {3, 3}}) {
+        window.canvas.Top(top);
+        window.canvas.Width(size);
+        window.canvas.Height(size + 4);
+        user::Scroll(window, x, y);
+        ASSERT_EQ(user::ShownPart(window).x, x);
+        window.canvas.Refresh();
+        Graphics& live = window.canvas.Graphics();
+        const std::string where = "at " + Str(top).Utf8() + ", size " + Str(size).Utf8() + ", scrolled by " +
+                                  Str(x).Utf8() + "," + Str(y).Utf8();
+        const auto fresh = PixelsOf(window.canvas);
+        ASSERT_LT(fresh.back(), 0x800000U) << "the light background is seen " << where;
+        ASSERT_TRUE(user::UpToDateOnScreen(window)) << where;
+        for (const auto& [left, up] :
+             {std::pair{0, 0}, {size - 7, size - 3}, {20, 30}, {size - 12, 0}, {0, size - 6}}) {
+          live.ForeColor = 0xFF;
+          live.DrawOval(left, up, 11, 11);
+          FlushCanvases();
+          ASSERT_TRUE(user::UpToDateOnScreen(window)) << where;
+          live.Clip(left, up, 11, 11);
+          window.DrawMap(live);
+          live.NoClip();
+          FlushCanvases();
+          ASSERT_TRUE(user::UpToDateOnScreen(window)) << where;
+        }
+        ASSERT_EQ(PixelsOf(window.canvas), fresh) << where;
+      }
 }
 
 TEST_F(LinkedCursorTest, AMoveRepaintsOnlyTheSquares) {

@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSessionManager>
 #include <QTest>
 #include <QUrl>
@@ -162,6 +163,12 @@ void Wheel(RectControl& control, int x, int y, int notches) {
 void ResizeFrame(Window& window, int width, int height) {
   NativeWindow& native = window.Native();
   native.frame->resize(width, height + native.barHeight);
+  ProcessEvents();
+}
+
+void Scroll(Window& window, int x, int y) {
+  window.Native().scrolling->horizontalScrollBar()->setValue(x);
+  window.Native().scrolling->verticalScrollBar()->setValue(y);
   ProcessEvents();
 }
 

@@ -37,6 +37,8 @@ void Later(std::function<void()> work);
 void Wheel(RectControl& control, int x, int y, int notches);
 /// Resizes the frame as the user does; the size is that of the part below the menu bar.
 void ResizeFrame(Window& window, int width, int height);
+/// Scrolls the content of a window that shows only a part of it.
+void Scroll(Window& window, int x, int y);
 void ClickCell(Listbox& list, int row, int column, int x, int y);
 void ClickCellCheck(Listbox& list, int row, int column);
 void ClickHeader(Listbox& list, int column);

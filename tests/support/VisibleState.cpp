@@ -499,6 +499,8 @@ std::string TextOf(const Ref<Picture>& picture) { return TextOf(ToQImage(picture
 
 bool OnScreen(RectControl& control) { return control.NeedNative().widget->isVisible(); }
 
+bool UpToDateOnScreen(Window& window) { return StaleIn(*window.Native().frame).isEmpty(); }
+
 int FilledOnScreen(ProgressBar& bar) {
   const QWidget& widget = *bar.NeedNative().widget;
   if (!widget.isVisible()) return 0;

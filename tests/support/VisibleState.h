@@ -12,6 +12,7 @@
 
 #include "platform/pictures/Picture.h"
 #include "platform/widgets/Displays.h"
+#include "platform/widgets/Window.h"
 
 namespace platform::testing {
 
@@ -25,6 +26,8 @@ struct StateLine {
 std::string TextOf(const Ref<Picture>& picture);
 /// Whether the control is shown in a window that is on the screen.
 bool OnScreen(RectControl& control);
+/// Whether the screen shows what the window would paint now.
+bool UpToDateOnScreen(Window& window);
 /// How many columns of the bar the screen shows filled, also while a handler runs.
 int FilledOnScreen(ProgressBar& bar);
 
