@@ -33,7 +33,7 @@ Ref<Picture> ToPicture(const QImage& image);
 /// A copy with alpha from the picture's mask.
 QImage ToQImage(const Ref<Picture>& picture);
 
-/// Sets the accessible role of a plain QWidget, for which Qt has none.
+/// Sets the accessible role of a widget for whose class Qt has none.
 void SetRole(QWidget& widget, QAccessible::Role role);
 /// Installs the factory for these roles. Once, at the start.
 void InstallRoles();

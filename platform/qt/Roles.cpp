@@ -10,8 +10,8 @@ namespace {
 
 constexpr const char* kRole = "role";
 
-QAccessibleInterface* InterfaceOf(const QString& className, QObject* object) {
-  if (className != "QWidget" || !object || !object->property(kRole).isValid()) return nullptr;
+QAccessibleInterface* InterfaceOf(const QString&, QObject* object) {
+  if (!object || !object->property(kRole).isValid()) return nullptr;
   return new QAccessibleWidget(static_cast<QWidget*>(object), object->property(kRole).value<QAccessible::Role>());
 }
 

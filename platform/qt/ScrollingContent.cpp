@@ -5,11 +5,16 @@
 #include <QStyle>
 #include <utility>
 
+#include "platform/qt/NativeToolkit.h"
+
 namespace platform {
 
 ScrollingContent::ScrollingContent(QWidget* frame) : QScrollArea(frame) {
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::NoFocus);
+  SetRole(*this, QAccessible::Pane);
+  const auto parts = findChildren<QWidget*>(Qt::FindDirectChildrenOnly);  // viewport, places of the scroll bars
+  for (QWidget* part : parts) SetRole(*part, QAccessible::Pane);
   setWidget(new QWidget);
 }
 

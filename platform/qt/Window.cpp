@@ -179,7 +179,7 @@ void NativeWindow::Show() {
       const QRect area = screen ? screen->availableGeometry() : QRect();
       SetPlace(area.center().x() - settings.width / 2, area.center().y() - settings.height / 2);
     }
-    FitFrame();
+    if (!frame->isMaximized()) FitFrame();
     if (!frame->focusWidget()) {
       const auto isList = [](const NativeControl* c) { return dynamic_cast<const NativeListbox*>(c) != nullptr; };
       const auto list = std::find_if(controls.begin(), controls.end(), isList);
