@@ -521,7 +521,7 @@ std::vector<StateLine> VisibleState::Take() {
         for (int i = 0; i < WindowCount(); ++i) settled = settled && StaleIn(*WindowAt(i).Native().frame).isEmpty();
         return settled;
       },
-      200);
+      5000);
   std::vector<StateLine> lines;
   std::map<std::string, int> seen;
   for (int i = 0; i < WindowCount(); ++i) {
