@@ -176,6 +176,9 @@ def odd_pictures():
     rgb = b"".join(bytes(spectrum[c]) for c in counts)
     three = (SHORT, [8, 8, 8])
     yield "rgb.tif", tiff(rgb, width, height, 8, t258=three, t262=2, t277=3)
+    rows12 = b"".join(packed_bits([(channel * 4095 + 127) // 255 for c in counts[y * width:(y + 1) * width]
+                                   for channel in spectrum[c]], 12) for y in range(height))
+    yield "rgb-12-bits.tif", tiff(rows12, width, height, 12, t258=(SHORT, [12] * 3), t262=2, t277=3)
     rgba = b"".join(bytes(spectrum[c]) + bytes([c]) for c in counts)
     yield "rgb-alpha.tif", tiff(rgba, width, height, 8, t258=(SHORT, [8] * 4), t262=2, t277=4, t338=2)
     yield "rgb-and-a-sample-that-is-no-alpha.tif", tiff(rgba, width, height, 8, t258=(SHORT, [8] * 4), t262=2, t277=4,
@@ -230,6 +233,9 @@ def odd_pictures():
     transparent = [values("H", [n for x in range(width) for n in (counts[y * width + x] * 300, 0 if x == 1 else 65535)],
                           ">") for y in range(height)]
     yield "transparent-column-16-bits.png", png(width, height, 16, 4, transparent)
+    between = [values("H", [n for x in range(width) for n in (counts[y * width + x] * 300, x * 257 * 20 + 129)], ">")
+               for y in range(height)]
+    yield "alpha-between-two-levels-16-bits.png", png(width, height, 16, 4, between)
     yield "gamma-of-1.png", png(width, height, 8, 0, rows8, [(b"gAMA", struct.pack(">I", 100000))])
     yield "transparent-grey.png", png(width, height, 8, 0, rows8, [(b"tRNS", struct.pack(">H", 200))])
     yield "no-end-chunk.png", png(width, height, 8, 0, rows8, end=False)

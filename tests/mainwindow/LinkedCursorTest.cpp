@@ -1,8 +1,5 @@
 // The canvas, the mouse and the linked cursor, through real mouse and key events.
 
-#include <random>
-
-#include "mainwindow/LinkedCursor.h"
 #include "platform/widgets/Screen.h"
 #include "tests/support/VisibleState.h"
 #include "tests/support/WindowsFixture.h"
@@ -27,36 +24,6 @@ class LinkedCursorTest : public WindowsTest {
     main().Timer1.Action = action;
   }
 };
-
-TEST_F(LinkedCursorTest, NoTraceOfAMarkIsLeftAtAnyZoom) {
-  LoadThree(67, 53);
-  Globals::x1Draw = {-10, 3, 3}, Globals::x2Draw = {-10, 3, 60};
-  Globals::y1Draw = {-10, 4, 4}, Globals::y2Draw = {-10, 4, 44};
-  OpenEverything();
-  std::mt19937 random(7);
-  for (const char* zoom : {"Window50", "Window100", "Window200", "Window300", "Window400", "Window500"}) {
-    user::ChooseMenu(zoom);
-    for (const bool exact : {true, false}) {
-      if (Menu::SizeExact() != exact) user::ChooseMenu("SizeExact");
-      App::Instance().RefreshAllMaps();
-      std::vector<std::vector<Color>> fresh;
-      for (Canvas* canvas : AllCanvases()) fresh.push_back(PixelsOf(*canvas));
-      for (const int style : {1, 3}) {
-        main().CursorChosen = style;
-        for (int step = 0; step < 25; ++step) {
-          Globals::fCursorSize = 1 + static_cast<int>(random() % 40);
-          Globals::fCursorRedraw(static_cast<int>(random() % main().cvTIF.Width()),
-                                 static_cast<int>(random() % main().cvTIF.Height()), true, true);
-        }
-        Globals::fCursorRedraw(0, 0, true, false);
-        const auto canvases = AllCanvases();
-        for (std::size_t i = 0; i < canvases.size(); ++i)
-          ASSERT_EQ(PixelsOf(*canvases[i]), fresh[i])
-              << zoom << " exact " << exact << " style " << style << " map " << i;
-      }
-    }
-  }
-}
 
 /// A window for a map of any size at any height, larger than the screen.
 class LargeWindow : public Window {

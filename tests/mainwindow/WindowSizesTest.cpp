@@ -7,21 +7,6 @@
 
 using namespace platform;
 
-namespace {
-
-constexpr Size kCompositeOpening{296, 502};
-
-}  // namespace
-
-TEST(WindowSizes, CompositeKeepsItsLeastSize) {
-  EXPECT_FALSE(FitComposite(kCompositeOpening, {512, 512}, 256, 256, 2));
-  // 257.5 by 255 pixels of canvas: never equal to a whole size, so set each time.
-  const auto half = FitComposite(kCompositeOpening, {257, 255}, 515, 510, 0.5);
-  ASSERT_TRUE(half);
-  EXPECT_EQ(half->window, (Size{297, 502}));
-  EXPECT_EQ(half->canvas, (Size{257, 255}));
-}
-
 // A screen of 600 by 620 with a menu bar of 20 above: two windows a row, two rows, and no room for a third.
 TEST(WindowSizes, SpeciesWindowsFillRowsFromTheBottomLeft) {
   const ScreenArea screen{10, 20, 600, 620};

@@ -10,12 +10,11 @@ namespace {
 
 TEST(FolderItem, ShowsComposedNamesAndKeepsTheBytesOfThePath) {
   const Folder folder;
-  const FolderItem accented(folder.Write("Fe\u0301.tif", ""));
-  EXPECT_TRUE(accented.DisplayName().Identical("F\u00e9.tif"));
-  EXPECT_TRUE(accented.IsReadable());
-  const FolderItem foreign(folder.Write("M\xFCnze.tif", ""));
-  EXPECT_TRUE(foreign.DisplayName().Identical("M\uFFFDnze.tif"));
-  EXPECT_TRUE(foreign.IsReadable());
+  for (const auto& [bytes, shown] : {std::pair{"Fe\u0301.tif", "F\u00e9.tif"}, {"M\xFCnze.tif", "M\uFFFDnze.tif"}}) {
+    const FolderItem file(folder.Write(bytes, ""));
+    EXPECT_TRUE(file.DisplayName().Identical(shown));
+    EXPECT_TRUE(file.IsReadable());
+  }
   EXPECT_TRUE(FolderItem("/data/run7/").DisplayName().Identical("run7"));
 }
 

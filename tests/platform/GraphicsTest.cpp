@@ -323,15 +323,5 @@ TEST(DrawPicture, StaysWithinNumbersForHugeRectangles) {
   }
 }
 
-TEST(Pictures, MakeColoursOfGreyLevelsWhenAsked) {
-  const auto picture = Row({0, 128, 255});
-  EXPECT_EQ(picture->Pixels()(1, 0), RGB(128, 128, 128));
-  EXPECT_TRUE(picture->GreyLevels().empty());
-  auto surface = picture->RGBSurface();
-  surface.Pixel(3, 0, kWhite);
-  EXPECT_EQ(surface.Pixel(-1, 0), kBlack);
-  EXPECT_EQ(NewPicture(-3, 5, 32)->Width(), 0);
-}
-
 }  // namespace
 }  // namespace platform

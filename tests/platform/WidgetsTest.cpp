@@ -48,10 +48,6 @@ class Board : public Window {
       g.FillRect(0, 0, g.Width(), g.Height());
     };
   }
-  bool Event_CancelClose(bool quitting) override {
-    if (!quitting) ++closeQuestions;
-    return keeps;
-  }
   void Event_Resized() override {
     ++resizes;
     listHeightSeen = list.Height();
@@ -72,8 +68,7 @@ class Board : public Window {
   Slider slider;
   CheckBox check;
   Timer timer{1};
-  int paints = 0, resizes = 0, listHeightSeen = 0, closeQuestions = 0;
-  bool keeps = false;
+  int paints = 0, resizes = 0, listHeightSeen = 0;
   std::vector<int> keys;
   std::vector<std::string> dropped;
 };
@@ -340,18 +335,6 @@ TEST_F(Widgets, InputsRaiseWhatTheirContractSays) {
   EXPECT_EQ(changes, 4);
 }
 
-TEST_F(Widgets, AFailureInAHandlerIsReportedOnce) {
-  board.save.Action = [] { throw std::runtime_error("no such map"); };
-  user::Click(board.save);
-  ASSERT_EQ(messages.size(), 1u);
-  EXPECT_NE(messages[0].find("no such map"), std::string::npos);
-  Dialogs().msgBox = [](const String&) { throw std::runtime_error("no message either"); };
-  user::Click(board.save);
-  RectControl& unborn = *std::make_unique<PushButton>().release();
-  EXPECT_THROW(unborn.Width(), NilObjectException);
-  delete &unborn;
-}
-
 TEST_F(Widgets, EachCauseOfAFailingPaintIsReportedOnce) {
   std::string cause;
   board.list.CellTextPaint = [&](Graphics&, int, int, int, int) {
@@ -382,11 +365,7 @@ TEST_F(Widgets, DroppedFilesArriveInOrderWhateverTheirNames) {
   EXPECT_EQ(board.dropped, odd);
 }
 
-TEST_F(Widgets, TheCloseButtonAsksAndClosedWindowsLeaveTheListAtOnce) {
-  board.keeps = true;
-  user::CloseButton(board);
-  EXPECT_EQ(board.closeQuestions, 1);
-  EXPECT_EQ(WindowCount(), 1);
+TEST_F(Widgets, ClosedWindowsLeaveTheListAtOnce) {
   board.save.Action = [&] {
     board.Close();  // its own end comes after the event
     EXPECT_EQ(WindowCount(), 0);

@@ -14,6 +14,8 @@ struct FailingLoad {
   std::vector<std::string> messages;                   ///< before the last one
   int code;
   std::string error;  ///< the end of the line on standard error
+
+  friend std::ostream& operator<<(std::ostream& stream, const FailingLoad& load) { return stream << load.name; }
 };
 
 class FailingLoads : public WindowsTest, public ::testing::WithParamInterface<FailingLoad> {};

@@ -41,6 +41,12 @@ TEST_F(CursorStory, TheCursorRunsOverAllMaps) {
   user::MouseMove(main().cvTIF, 41, 31);
   Stop("at 200 % the pixel is 20,15");
   user::MouseLeave(main().cvTIF);
+  user::ChooseMenu("Window300");
+  user::ChooseMenu("SizeExact");
+  Stop("soft pixels at 300 %");
+  for (const auto& [x, y] : {std::pair{7, 50}, {100, 140}, {178, 3}}) user::MouseMove(main().cvTIF, x, y);
+  user::MouseLeave(main().cvTIF);
+  Stop("no trace of the circles");
   user::Activate(overview());
   user::MouseMove(main().cvTIF, 50, 50);
   Stop("an inactive Main lets the mouse pass");

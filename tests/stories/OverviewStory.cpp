@@ -61,6 +61,9 @@ TEST_F(OverviewStory, DropsAreTakenAsFarAsTheyCanBeRead) {
   user::ClickCell(overview().ListBox1, 2, WindowOverview::kSpecies, 40, 8);
   user::Click(overview().PBdeleteselection);
   Stop("its row is deleted");
+  for (int i = 0; i < 18; ++i) Drop({Map(std::to_string(i) + "_Fe.tif"), Map(std::to_string(i) + "_Mg.tif")});
+  user::Click(overview().ListBox1, 10, 404);
+  Stop("the box of a row that is seen in part is checked where it is");
 }
 
 TEST_F(OverviewStory, OneRowIsShownOrNone) {

@@ -35,6 +35,7 @@
 #include "platform/qt/NativeWindow.h"
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Canvas.h"
+#include "platform/widgets/Displays.h"
 #include "platform/widgets/Inputs.h"
 #include "platform/widgets/Listbox.h"
 #include "tests/support/Testing.h"
@@ -433,7 +434,7 @@ class WindowWriter {
     grounds.insert(ColorOf(ground));
     if (index.data(Qt::CheckStateRole).isValid()) {
       const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-      text = (checked ? "[x] " : "[ ] ") + text + (checked == HasCheckMark(image) ? "" : " WITH THE OTHER BOX");
+      text = (checked ? "[x] " : "[ ] ") + text;
       QPainter(&image).fillRect(0, 0, 20, size.height(), QColor(ground));  // the box is the style's
     }
     // The lines of the grid are at the right and at the bottom.
@@ -444,14 +445,6 @@ class WindowWriter {
     const std::string shape = Shapes(image.copy(0, 0, width, height), ground);
     if (!shape.empty()) shapes.emplace_back(index.column(), shape);
     return text;
-  }
-
-  /// Whether the box at the left of a cell has something dark within its frame.
-  bool HasCheckMark(const QImage& image) const {
-    int dark = 0;
-    for (int y = image.height() / 2 - static_cast<int>(3 * ratio_); y <= image.height() / 2 + 3 * ratio_; ++y)
-      for (int x = static_cast<int>(7 * ratio_); x <= 13 * ratio_; ++x) dark += qGray(image.pixel(x, y)) < 110;
-    return dark > 3;
   }
 
   /// Each control whose pixels on the screen are not what it would paint now.
@@ -500,18 +493,6 @@ std::string TextOf(const Ref<Picture>& picture) { return TextOf(ToQImage(picture
 bool OnScreen(RectControl& control) { return control.NeedNative().widget->isVisible(); }
 
 bool UpToDateOnScreen(Window& window) { return StaleIn(*window.Native().frame).isEmpty(); }
-
-int FilledOnScreen(ProgressBar& bar) {
-  const QWidget& widget = *bar.NeedNative().widget;
-  if (!widget.isVisible()) return 0;
-  const QImage picture = ScreenOf(*widget.window()).copy(InFrame(widget, widget.devicePixelRatioF()));
-  int filled = 0;
-  for (int x = 0; x < picture.width(); ++x) {
-    const QRgb pixel = picture.pixel(x, picture.height() / 2);
-    filled += qBlue(pixel) > qRed(pixel) + 30;
-  }
-  return filled;
-}
 
 std::vector<StateLine> VisibleState::Take() {
   // Repaints come a few milliseconds after what sets them off. One that never comes is written as such.

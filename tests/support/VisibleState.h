@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/pictures/Picture.h"
-#include "platform/widgets/Displays.h"
+#include "platform/widgets/Control.h"
 #include "platform/widgets/Window.h"
 
 namespace platform::testing {
@@ -28,8 +28,6 @@ std::string TextOf(const Ref<Picture>& picture);
 bool OnScreen(RectControl& control);
 /// Whether the screen shows what the window would paint now.
 bool UpToDateOnScreen(Window& window);
-/// How many columns of the bar the screen shows filled, also while a handler runs.
-int FilledOnScreen(ProgressBar& bar);
 
 class VisibleState {
  public:
