@@ -4,13 +4,16 @@ set -euo pipefail
 # shellcheck source=tools/scenario-steps.sh
 . "$(dirname "$0")/../../tools/scenario-steps.sh"
 
-# is_at TITLE GEOMETRY: waits until a window is on the screen and checks its position and size.
+# is_at TITLE GEOMETRY: waits until a window is on the screen at that position and of that size. Openbox moves it there
+# step by step when it is restored.
 is_at() {
-  local is
+  local is end=$((SECONDS + 10))
   x wait "$1" >"$private/number"
   idle
-  is=$(x geometry "$1")
-  [[ $is == "$2" ]] || fail "$1 is at $is, not at $2"
+  while is=$(x geometry "$1") && [[ $is != "$2" ]]; do
+    ((SECONDS < end)) || fail "$1 is at $is, not at $2"
+    sleep 0.05
+  done
 }
 
 start "$1" "$private/saved"
