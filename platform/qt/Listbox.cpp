@@ -20,6 +20,7 @@ namespace platform {
 namespace {
 
 constexpr int kMargin = 4;  ///< between the edge of a cell and its text
+constexpr int kEndMargin = 2;
 constexpr int kIndicatorSize = 13;
 constexpr Color kSelection = 0xCDE4FF;
 constexpr Color kGrid = 0xD8D8D8;
@@ -220,6 +221,7 @@ NativeListbox::NativeListbox(NativeWindow& owner, Listbox& control)
   view->setItemDelegate(new CellDelegate(view, *this));
   view->setHorizontalHeader(new Header(view, *this));
   view->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   view->horizontalHeader()->setHighlightSections(false);
   view->horizontalHeader()->setMinimumSectionSize(1);
   view->verticalHeader()->hide();
@@ -265,8 +267,9 @@ void NativeListbox::Setup(const ListboxSettings& wanted) {
     columns.emplace_back().width = InStr(field, "*") > 0 ? -1 : static_cast<int>(Val(field));
   }
   if (columns.size() < wanted.headings.size()) columns.resize(wanted.headings.size());
-  for (std::size_t i = 0; i < wanted.headings.size(); ++i) columns[i].heading = ToQString(wanted.headings[i]);
-  ChangeSelection([&] { model->SetColumns(std::move(columns)); });
+  QStringList headings;
+  for (const String& heading : wanted.headings) headings.append(ToQString(heading));
+  ChangeSelection([&] { model->SetColumns(std::move(columns), headings); });
   view->horizontalHeader()->setVisible(!wanted.headings.empty());
   view->verticalHeader()->setDefaultSectionSize(wanted.defaultRowHeight);
   view->setShowGrid(false);
@@ -281,18 +284,11 @@ void NativeListbox::SyncHint() {
 }
 
 void NativeListbox::FitColumns() {
-  int used = 0, sharing = 0;
-  for (int i = 0; i < model->columnCount(); ++i) {
-    const int width = model->ColumnAt(i).width;
-    width < 0 ? ++sharing : used += width;
-  }
-  int rest = std::max(0, view->viewport()->width() - used);
+  int used = 0;
+  for (int i = 0; i < model->columnCount(); ++i) used += std::max(0, model->ColumnAt(i).width);
   for (int i = 0; i < model->columnCount(); ++i) {
     int width = model->ColumnAt(i).width;
-    if (width < 0) {
-      width = rest / sharing--;
-      rest -= width;
-    }
+    if (width < 0) width = std::max(0, view->viewport()->width() - used);
     view->setColumnHidden(i, width == 0);
     if (width > 0) view->setColumnWidth(i, width);
   }
@@ -334,8 +330,8 @@ QString NativeListbox::Tip(int row, int column) {
   std::optional<String> tip;
   if (list.CellTip && !WindowClosed()) Dispatch([&] { tip = list.CellTip(row, column); });
   if (!tip) {
-    const QString text = ToQString(model->At(row, column).text);
-    const double room = view->columnWidth(column) - TextLeft(column) - kMargin / 2;
+    const QString text = model->At(row, column).text();
+    const double room = view->columnWidth(column) - TextLeft(column) - kEndMargin;
     if (!view->isColumnHidden(column) && QFontMetricsF(CellFont()).horizontalAdvance(text) > room)
       tip = FromQString(text);
   }
@@ -343,7 +339,7 @@ QString NativeListbox::Tip(int row, int column) {
 }
 
 void NativeListbox::Toggle(const QModelIndex& index) {
-  const bool checked = model->At(index.row(), index.column()).checked;
+  const bool checked = model->At(index.row(), index.column()).checkState() == Qt::Checked;
   model->setData(index, static_cast<int>(checked ? Qt::Unchecked : Qt::Checked), Qt::CheckStateRole);
 }
 
@@ -373,14 +369,13 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
     option.palette = view->palette();
     option.rect = IndicatorRect(index).translated(-view->visualRect(index).topLeft());
     option.state = QStyle::State_Enabled;
-    option.state |= model->At(row, column).checked ? QStyle::State_On : QStyle::State_Off;
+    option.state |= list.CellCheck(row, column) ? QStyle::State_On : QStyle::State_Off;
     view->style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &box, view);
   }
 
   // The handler may change the surface; the default text is drawn on another one.
-  const String text = model->At(row, column).text;
   Graphics g = surface();
-  const QString whole = ToQString(text);
+  const QString whole = model->At(row, column).text();
   const QFontMetricsF metrics(CellFont());
   const int alignment = model->ColumnAt(column).alignment;
   const auto textX = [&](double textWidth) {
@@ -393,7 +388,7 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
   };
   const int y = static_cast<int>(std::lround((height + metrics.ascent() - metrics.descent()) / 2));
   if (!Ask(list.CellTextPaint, g, row, column, textX(metrics.horizontalAdvance(whole)), y) && !whole.isEmpty()) {
-    const QString shown = metrics.elidedText(whole, Qt::ElideRight, width - textLeft - kMargin / 2);
+    const QString shown = metrics.elidedText(whole, Qt::ElideRight, width - textLeft - kEndMargin);
     surface().DrawString(FromQString(shown), textX(metrics.horizontalAdvance(shown)), y);
   }
   if (framed) {
@@ -419,12 +414,12 @@ void Listbox::AddRow(const String& text) { ListOf(*this).model->Append(text); }
 void Listbox::RemoveRow(int row) {
   auto& native = ListOf(*this);
   native.model->CheckBounds(row, 0);
-  native.ChangeSelection([&] { native.model->Remove(row); });
+  native.ChangeSelection([&] { native.model->removeRow(row); });
 }
 
 void Listbox::DeleteAllRows() {
   auto& native = ListOf(*this);
-  native.ChangeSelection([&] { native.model->Clear(); });
+  native.ChangeSelection([&] { native.model->removeRows(0, native.model->rowCount()); });
 }
 
 int Listbox::ListCount() const { return ListOf(*this).model->rowCount(); }
@@ -447,26 +442,23 @@ void Listbox::Selected(int row, bool selected) {
   native.view->selectionModel()->select(native.model->index(row, 0), how | QItemSelectionModel::Rows);
 }
 
-String Listbox::Cell(int row, int column) const { return ListOf(*this).model->At(row, column).text; }
+String Listbox::Cell(int row, int column) const { return FromQString(ListOf(*this).model->At(row, column).text()); }
 
 void Listbox::Cell(int row, int column, const String& text) {
-  auto& native = ListOf(*this);
-  auto& cell = native.model->At(row, column);
-  if (cell.text.Identical(text)) return;
-  cell.text = text;
-  native.model->Changed(row, column);
+  ListOf(*this).model->At(row, column).setText(ToQString(text));
 }
 
-bool Listbox::CellTag(int row, int column) const { return ListOf(*this).model->At(row, column).tag; }
-void Listbox::CellTag(int row, int column, bool tag) { ListOf(*this).model->At(row, column).tag = tag; }
-bool Listbox::CellCheck(int row, int column) const { return ListOf(*this).model->At(row, column).checked; }
+bool Listbox::CellTag(int row, int column) const { return ListOf(*this).model->At(row, column).data().toBool(); }
+void Listbox::CellTag(int row, int column, bool tag) { ListOf(*this).model->At(row, column).setData(tag); }
+
+bool Listbox::CellCheck(int row, int column) const {
+  return ListOf(*this).model->At(row, column).checkState() == Qt::Checked;
+}
 
 void Listbox::CellCheck(int row, int column, bool checked) {
-  auto& native = ListOf(*this);
-  auto& cell = native.model->At(row, column);
-  if (cell.checked == checked) return;
-  cell.checked = checked;
-  native.model->Changed(row, column);
+  ListOf(*this)
+      .model->At(row, column)
+      .setData(static_cast<int>(checked ? Qt::Checked : Qt::Unchecked), Qt::CheckStateRole);
 }
 
 void Listbox::InvalidateCell(int row, int column) {
@@ -487,8 +479,11 @@ void Listbox::InvalidateCell(int row, int column) {
 void Listbox::ColumnAlignment(int column, int alignment) {
   auto& native = ListOf(*this);
   native.model->ColumnAt(column).alignment = alignment;
+  // A right-aligned heading is centred: it has no margin to keep from the edge.
+  const bool left = alignment != kAlignCenter && alignment != kAlignRight;
+  native.model->setHeaderData(column, Qt::Horizontal, left ? QVariant() : QVariant(static_cast<int>(Qt::AlignCenter)),
+                              Qt::TextAlignmentRole);
   native.view->viewport()->update();
-  native.view->horizontalHeader()->viewport()->update();
 }
 
 void Listbox::ColumnType(int column, int type) {
@@ -518,7 +513,7 @@ void Listbox::PressHeader(int column) {
   auto& native = ListOf(*this);
   native.model->ColumnAt(column);
   if (native.Ask(HeaderPressed, column)) return;
-  native.ChangeSelection([&] { native.model->Sort(column); });
+  native.ChangeSelection([&] { native.model->sort(column); });
 }
 
 }  // namespace platform

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QAbstractTableModel>
+#include <QStandardItemModel>
 #include <QTableView>
 #include <vector>
 
@@ -11,45 +11,31 @@ namespace platform {
 
 struct NativeListbox;
 
-/// The cells of a list.
-class CellModel : public QAbstractTableModel {
+/// The cells of a list. Text and check marks are data of the items, and so is a tag of the program's own.
+class CellModel : public QStandardItemModel {
  public:
-  struct Cell {
-    String text;
-    bool tag = false;
-    bool checked = false;
-  };
   struct Column {
     int width = 0;  ///< below 0: takes the remaining width
     int alignment = Listbox::kAlignLeft;
     int type = Listbox::kTypeText;
-    QString heading;
   };
 
   explicit CellModel(NativeListbox& owner) : owner_(owner) {}
 
-  int rowCount(const QModelIndex& parent = {}) const override;
-  int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
-  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   /// A change by the user.
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
-  void SetColumns(std::vector<Column> columns);
+  void SetColumns(std::vector<Column> columns, const QStringList& headings);
   Column& ColumnAt(int column);
-  Cell& At(int row, int column);
+  QStandardItem& At(int row, int column) const;
   void CheckBounds(int row, int column) const;
-  void Changed(int row, int column);
   void Append(const String& text);
-  void Remove(int row);
-  void Clear();
-  void Sort(int column);
 
  private:
   NativeListbox& owner_;
   std::vector<Column> columns_;
-  std::vector<std::vector<Cell>> rows_;
 };
 
 struct NativeListbox : NativeControl {
