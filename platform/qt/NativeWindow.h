@@ -95,8 +95,6 @@ struct NativeWindow {
   void AttachMenus();
 };
 
-/// The window that contains a widget, or nullptr.
-NativeWindow* NativeWindowOf(const QWidget* widget);
 /// Makes the window the front one.
 void BringToFront(NativeWindow& window);
 /// Shows the windows for which ShowSoon was called, then activates the one for which ActivateSoon was called.

@@ -37,7 +37,6 @@ QDeadlineTimer activationEnds;
 class FrameWidget : public QWidget {
  public:
   FrameWidget(NativeWindow& native, Qt::WindowFlags flags) : QWidget(nullptr, flags), native_(native) {}
-  NativeWindow& Native() const { return native_; }
 
  protected:
   bool event(QEvent* event) override {
@@ -403,11 +402,6 @@ void OpenWindow(std::unique_ptr<Window> window) {
     opened.Event_Open();
   });
   if (opened.native_->settings.visible) opened.native_->ShowSoon();
-}
-
-NativeWindow* NativeWindowOf(const QWidget* widget) {
-  auto* frame = widget ? dynamic_cast<FrameWidget*>(widget->window()) : nullptr;
-  return frame ? &frame->Native() : nullptr;
 }
 
 void BringToFront(NativeWindow& window) { window.lastInFront = ++timesInFront; }

@@ -38,7 +38,6 @@ class ByteSource {
     return window_[position - windowStart_];
   }
   std::uint32_t Big16(std::uint64_t position) { return Byte(position) << 8 | Byte(position + 1); }
-  std::uint32_t Big32(std::uint64_t position) { return Big16(position) << 16 | Big16(position + 2); }
   std::uint32_t Little16(std::uint64_t position) { return Byte(position + 1) << 8 | Byte(position); }
   std::uint32_t Little32(std::uint64_t position) { return Little16(position + 2) << 16 | Little16(position); }
 
