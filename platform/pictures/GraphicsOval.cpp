@@ -81,7 +81,7 @@ struct Outline {
         covered += std::max(0.0, std::min(end[i], left + 1.0) - std::max(begin[i], left));
       // The left half of the ellipse covers only the left half of a central column.
       if (left + 1.0 > a) covered *= 2.0;
-      row.parts.push_back(static_cast<std::uint32_t>(covered * (256.0 / kLines) + 0.5));
+      row.parts.push_back(static_cast<std::uint32_t>(std::floor(covered * (256.0 / kLines) + 0.5)));
     }
     return row;
   }

@@ -65,7 +65,7 @@ class Style : public QProxyStyle {
 }  // namespace
 
 void ApplyLook() {
-  QApplication::setStyle(new Style);
+  QApplication::setStyle(new Style);  // which it owns. NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
   QApplication::setPalette(LightPalette());
   QToolTip::setPalette(LightPalette());
   QFont font = QApplication::font();
