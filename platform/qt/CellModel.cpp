@@ -16,7 +16,7 @@ class Cell : public QStandardItem {
 QVariant CellModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   if (role == Qt::ToolTipRole) return owner_.Tip(index.row(), index.column());
-  const QVariant value = QStandardItemModel::data(index, role);
+  QVariant value = QStandardItemModel::data(index, role);
   if (role != Qt::CheckStateRole) return value;
   return owner_.IsCheckBox(index.column()) ? QVariant(value.toInt()) : QVariant();
 }
