@@ -65,7 +65,8 @@ class Style : public QProxyStyle {
 }  // namespace
 
 void ApplyLook() {
-  QApplication::setStyle(new Style);  // which it owns. NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+  QApplication::setStyle(new Style);
+  // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style.
   QApplication::setPalette(LightPalette());
   QToolTip::setPalette(LightPalette());
   QFont font = QApplication::font();
