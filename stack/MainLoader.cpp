@@ -246,14 +246,19 @@ bool Main::LoadPictures(const ClusterFiles& files, int first, const Ref<Picture>
     if (TIFexists(j)) {
       const FolderItem& file = files.Of(j);
       Ref<Picture> picture = opened;
-      if (j != first) AwaitWork([&] { picture = others.Next(); });
+      const auto fits = [&] { return picture->Width() == InTIFwidth && picture->Height() == InTIFheight; };
+      int highest = -1;
+      AwaitWork([&] {
+        if (j != first) picture = others.Next();
+        if (picture && fits()) highest = TakeLevels(*picture, TIFarray.Plane(j), TIFarrOriginal.Plane(j));
+      });
       CheckOpened(picture, file);
-      if (picture->Width() != InTIFwidth || picture->Height() != InTIFheight) {
+      if (!fits()) {
         WriteErrorLine(FileAndSize(file, picture->Width(), picture->Height()) + ", but " +
                        FileAndSize(files.Of(first), InTIFwidth, InTIFheight));
         return false;
       }
-      TIFmax(j) = TakeLevels(*picture, TIFarray.Plane(j), TIFarrOriginal.Plane(j));
+      TIFmax(j) = highest;
       ColorPlane(TIFarray.Plane(j), unscaled, currTIFrgb.Pixels());
       MoveSelection(j);
       cvTIF.Refresh();
