@@ -1,14 +1,9 @@
 #include "stack/PlaneStack.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <new>
-
-#ifdef __linux__
-#include <sys/mman.h>
-#endif
 
 #include "platform/values/Errors.h"
+#include "platform/values/Memory.h"
 
 namespace {
 
@@ -27,24 +22,13 @@ void PlaneStack::Append(std::vector<Memory>& planes, std::size_t count, int widt
   const std::size_t size = Pitch(width) * static_cast<std::size_t>(height) * sizeof(Level);
   planes.reserve(count);
   if (size == 0) return planes.resize(count);
-  // Large planes begin on a huge page, and many smaller ones lie in one block that does: the system provides one in a
-  // tenth of the time of 512 small pages, and loops over many planes have fewer TLB misses.
-  constexpr std::size_t hugePage = std::size_t{1} << 21, largestBlock = 8 * hugePage, line = 64;
+  // Planes that are smaller than a huge page lie together on some.
+  constexpr std::size_t largestBlock = 8 * platform::kHugePage;
   while (planes.size() < count) {
     std::size_t together = std::min(count - planes.size(), largestBlock / size);
-    if (size >= hugePage || together * size < hugePage) together = 1;
-    const std::size_t bytes = together * size, alignment = bytes >= hugePage ? hugePage : line;
-    std::size_t space = bytes + alignment;
-    // calloc does not touch the pages of a large block before they are written.
-    const std::shared_ptr<void> block(std::calloc(space, 1), std::free);
-    if (!block) throw std::bad_alloc();
-    void* memory = block.get();
-    std::align(alignment, bytes, memory, space);
-#ifdef __linux__
-    // This is only advice to the kernel; small pages work too.
-    if (bytes >= hugePage) madvise(memory, bytes, MADV_HUGEPAGE);
-#endif
-    for (std::size_t i = 0; i < together; ++i) planes.emplace_back(block, static_cast<Level*>(memory) + i * size);
+    if (size >= platform::kHugePage || together * size < platform::kHugePage) together = 1;
+    const auto block = std::static_pointer_cast<Level>(platform::AllocateZeroed(together * size));
+    for (std::size_t i = 0; i < together; ++i) planes.emplace_back(block, block.get() + i * size);
   }
 }
 

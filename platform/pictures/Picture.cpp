@@ -4,6 +4,7 @@
 #include <cassert>
 
 #include "platform/pictures/Graphics.h"
+#include "platform/values/Memory.h"
 
 namespace platform {
 
@@ -21,18 +22,20 @@ Picture::Picture(int width, int height, std::vector<std::uint8_t> levels)
 }
 
 PlaneView<Color> Picture::Pixels() {
-  if (copied_) {
-    const PlaneView<const Color> from = copied_->PixelsToRead();
-    pixels_ = std::make_shared<std::vector<Color>>(from.data, from.data + Area(width_, height_));
+  if (!pixels_) {
+    const std::size_t area = Area(width_, height_);
+    auto pixels = std::static_pointer_cast<Color>(AllocateZeroed(area * sizeof(Color)));
+    if (copied_)
+      std::copy_n(copied_->PixelsToRead().data, area, pixels.get());
+    else if (levels_.empty())
+      std::fill_n(pixels.get(), area, kWhite);
+    else
+      std::transform(levels_.begin(), levels_.end(), pixels.get(), [](Color level) { return level * 0x010101; });
+    pixels_ = std::move(pixels);
     copied_ = nullptr;
-  } else if (!pixels_ && levels_.empty()) {
-    pixels_ = std::make_shared<std::vector<Color>>(Area(width_, height_), kWhite);
-  } else if (!pixels_) {
-    pixels_ = std::make_shared<std::vector<Color>>(levels_.size());
-    std::transform(levels_.begin(), levels_.end(), pixels_->begin(), [](Color level) { return level * 0x010101; });
     levels_ = {};
   }
-  return {pixels_->data(), width_, height_, width_};
+  return {pixels_.get(), width_, height_, width_};
 }
 
 void Picture::CopyWhenAsked(const Ref<Picture>& other) {

@@ -53,7 +53,7 @@ class Picture {
   // The source of the pixels until the first access to them: another picture, grey levels, or neither (white).
   Ref<Picture> copied_;
   std::vector<std::uint8_t> levels_;
-  std::shared_ptr<std::vector<Color>> pixels_;
+  std::shared_ptr<Color> pixels_;
   Ref<Picture> mask_;
 };
 

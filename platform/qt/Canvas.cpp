@@ -6,6 +6,7 @@
 #include "platform/qt/NativeCanvas.h"
 #include "platform/qt/NativeToolkit.h"
 #include "platform/qt/NativeWindow.h"
+#include "platform/values/Memory.h"
 #include "platform/values/Numbers.h"
 
 namespace platform {
@@ -93,21 +94,22 @@ void NativeCanvas::FitBacking() {
   seen = widget->isVisible();
   // Release the old image first. If there is no memory for the new one, there is none, and the next paint does not
   // retry.
-  pixels = {};
+  pixels = nullptr;
   deviceWidth = deviceHeight = 0;
   SetLiveSurface(width, height);
   dirty = true;
   if (!seen) return;
   const int newWidth = static_cast<int>(std::ceil(width * ratio));
   const int newHeight = static_cast<int>(std::ceil(height * ratio));
-  pixels.resize(static_cast<std::size_t>(newWidth) * static_cast<std::size_t>(newHeight));
+  const std::size_t area = static_cast<std::size_t>(newWidth) * static_cast<std::size_t>(newHeight);
+  pixels = std::static_pointer_cast<Color>(AllocateZeroed(area * sizeof(Color)));
   deviceWidth = newWidth;
   deviceHeight = newHeight;
   SetLiveSurface(width, height);
 }
 
 void NativeCanvas::SetLiveSurface(int width, int height) {
-  Graphics surface({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, width, height, kOpaque, &touched);
+  Graphics surface({pixels.get(), deviceWidth, deviceHeight, deviceWidth}, ratio, width, height, kOpaque, &touched);
   surface.ForeColor = live.ForeColor;
   surface.PenWidth = live.PenWidth;
   surface.PenHeight = live.PenHeight;
@@ -121,10 +123,10 @@ void NativeCanvas::Compose() {
   dirty = false;
   touched.clear();
   std::optional<Color> background = widget->palette().color(QPalette::Window).rgb();
-  Graphics g({pixels.data(), deviceWidth, deviceHeight, deviceWidth}, ratio, live.Width(), live.Height(), kOpaque);
+  Graphics g({pixels.get(), deviceWidth, deviceHeight, deviceWidth}, ratio, live.Width(), live.Height(), kOpaque);
   g.FillFirst(background);
   Raise(canvas.Paint, g);
-  if (background) std::fill(pixels.begin(), pixels.end(), *background);
+  if (background) std::fill_n(pixels.get(), std::ptrdiff_t{deviceWidth} * deviceHeight, *background);
 }
 
 void NativeCanvas::Refresh() {
@@ -153,7 +155,7 @@ void NativeCanvas::Flush() {
 }
 
 void NativeCanvas::Show(const QRegion& region) {
-  const QImage image(reinterpret_cast<const uchar*>(pixels.data()), deviceWidth, deviceHeight, QImage::Format_RGB32);
+  const QImage image(reinterpret_cast<const uchar*>(pixels.get()), deviceWidth, deviceHeight, QImage::Format_RGB32);
   QPainter painter(widget);
   painter.scale(1.0 / ratio, 1.0 / ratio);  // from here on device pixels
   // A canvas can begin within a device pixel. Qt would round the position of each band by itself.
@@ -187,7 +189,8 @@ Graphics& Canvas::Graphics() {
 Ref<Picture> Canvas::Image() const {
   const auto& native = static_cast<NativeCanvas&>(NeedNative());
   auto picture = MakeRef<Picture>(native.deviceWidth, native.deviceHeight);
-  std::transform(native.pixels.begin(), native.pixels.end(), picture->Pixels().data,
+  const Color* pixels = native.pixels.get();
+  std::transform(pixels, pixels + std::ptrdiff_t{native.deviceWidth} * native.deviceHeight, picture->Pixels().data,
                  [](Color pixel) { return pixel & kWhite; });
   return picture;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "platform/qt/NativeControl.h"
@@ -28,7 +29,7 @@ struct NativeCanvas : NativeControl {
   void SyncInside();
 
   Canvas& canvas;
-  std::vector<Color> pixels;
+  std::shared_ptr<Color> pixels;  ///< deviceWidth * deviceHeight, or nil
   int deviceWidth = 0, deviceHeight = 0;
   double ratio = 1.0;
   bool seen = false;  ///< the canvas was visible when the image was made

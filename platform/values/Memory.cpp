@@ -1,11 +1,15 @@
 #include "platform/values/Memory.h"
 
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <limits>
+#include <new>
 #include <sstream>
 #include <string>
 
@@ -81,5 +85,24 @@ double AvailableMemory(const std::filesystem::path& root) {
 }
 
 void LimitAvailableMemory(double bytes) { testLimit = bytes; }
+
+std::shared_ptr<void> AllocateZeroed(std::size_t bytes) {
+  constexpr std::size_t line = 64;
+  if (bytes < kHugePage) {
+    const std::size_t space = std::max<std::size_t>(bytes + line - 1, line) / line * line;
+    std::shared_ptr<void> block(std::aligned_alloc(line, space), std::free);
+    if (!block) throw std::bad_alloc();
+    std::memset(block.get(), 0, space);
+    return block;
+  }
+  // calloc does not touch the pages of a large block.
+  std::size_t space = bytes + kHugePage;
+  const std::shared_ptr<void> block(std::calloc(space, 1), std::free);
+  if (!block) throw std::bad_alloc();
+  void* memory = block.get();
+  std::align(kHugePage, bytes, memory, space);
+  madvise(memory, bytes, MADV_HUGEPAGE);  // only advice: small pages work too
+  return {block, memory};
+}
 
 }  // namespace platform
