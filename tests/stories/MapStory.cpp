@@ -143,9 +143,10 @@ TEST_F(MapStory, FailuresLeaveWhatTheySay) {
   user::Key(main(), "Down");
   user::Key(main(), "Ctrl+0");
   Stop("the raw image");
+  user::Key(main(), "Up");
   main().TIFarrOriginal.Redim(1, 0, 6);
   user::ChooseMenu("OptionsRawImage");
-  Stop("the second species fails while the first is on the screen");
+  Stop("the third species fails while the second is on the screen: the first is selected again");
   Drop({WriteMap("b_Al.tif", 6, 6, [](int, int) { return 90; }), WriteMap("b_Fe.tif", 6, 7, [](int, int) { return 9; }),
         WriteBytes("b_Mg.tif", "no picture")});
   SetParallelism(4);
