@@ -20,6 +20,7 @@ class SmoothingGuard {
   explicit SmoothingGuard(Main& main) : main_(main), selectedRow_(main.SelectedRow) {}
   ~SmoothingGuard() {
     main_.SelectedRow = selectedRow_;
+    main_.SpeciesLB.InvalidateCell(-1, -1);  // after a failure another row looks selected
     main_.ProgressHide();
   }
 
