@@ -39,6 +39,18 @@ TEST_P(ColorMappingOnEveryTarget, ColoursEachPixelOfRowsOfAnyWidth) {
 
 FOR_EVERY_TARGET(ColorMappingOnEveryTarget);
 
+TEST(ColorMapping, ColoursTheCommonPartOnly) {
+  const auto row = Row257();
+  const LevelColors colors = ComposeColors(DisplayCurve(0, 255), row);
+  const Levels levels(20, 9);
+  std::vector<Color> target(20, 1);
+  // 5 by 4 levels on 3 by 2 pixels that lie in rows of 5.
+  ColorPlane({levels.data(), 5, 4, 5}, colors, {target.data(), 3, 2, 5});
+  std::vector<Color> expected(20, 1);
+  for (const std::size_t i : {0, 1, 2, 5, 6, 7}) expected[i] = row[9];
+  EXPECT_EQ(target, expected);
+}
+
 TEST(ColorMapping, RefusesAnIndexOutsideTheTableWhereALevelAsksForIt) {
   Curve curve = DisplayCurve(0, 255);
   curve[7] = -1;
