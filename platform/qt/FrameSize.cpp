@@ -17,7 +17,7 @@ namespace {
 /// The least width or height to which the user can reduce the view if it shows only a part of the content.
 constexpr int kLeastView = 150;
 
-/// The border that the window manager adds to the frame; before the frame is on the screen that of another window.
+/// The border that the window manager adds to the frame; until the frame is on the screen, that of another window.
 QMargins BorderOf(const QWidget& frame) {
   static QMargins known;
   const QWindow* handle = frame.windowHandle();
@@ -25,14 +25,14 @@ QMargins BorderOf(const QWidget& frame) {
   return known;
 }
 
-/// Where the view of a window can be on its screen.
+/// The area of the screen that the view of a window may cover.
 QRect RoomFor(const NativeWindow& window) {
   const QScreen* screen = window.frame->screen();
   const QRect usable = screen ? screen->availableGeometry() : QRect(0, 0, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
   return usable.marginsRemoved(BorderOf(*window.frame)).adjusted(0, window.barHeight, 0, 0);
 }
 
-bool HasPlace(const QWidget& frame) { return frame.isVisible() || frame.testAttribute(Qt::WA_Moved); }
+bool HasPosition(const QWidget& frame) { return frame.isVisible() || frame.testAttribute(Qt::WA_Moved); }
 
 bool Holds(QSize room, QSize size) { return size.boundedTo(room) == size; }
 
@@ -52,16 +52,16 @@ void NativeWindow::Adopt(int newWidth, int newHeight) {
   if (widthChange == 0 && heightChange == 0) return;
   for (NativeControl* control : controls)
     if (control->page == kNoPage) control->Follow(widthChange, heightChange);
-  const auto tell = [this] { Raise([](Window& resized) { resized.Event_Resized(); }); };
-  if (!HandlerRuns()) return tell();
-  RunSoon([guard = QPointer<QWidget>(frame.get()), tell] {
-    if (guard) tell();
+  const auto notify = [this] { Raise([](Window& resized) { resized.Event_Resized(); }); };
+  if (!HandlerRuns()) return notify();
+  RunSoon([guard = QPointer<QWidget>(frame.get()), notify] {
+    if (guard) notify();
   });
 }
 
 void NativeWindow::FollowFrame() {
   const QSize before = std::exchange(view, frame->size() - QSize(0, barHeight));
-  // A side that the user left alone keeps its content, even if the view shows only a part of it.
+  // A side that the user did not change keeps the size of its content, even if the view shows only a part of it.
   const bool wider = settings.resizeable && view.width() != before.width();
   const bool higher = settings.resizeable && view.height() != before.height();
   const auto width = [this](int room) {
@@ -80,12 +80,12 @@ QSize NativeWindow::FittingView(QSize whole) const {
   const QRect place = RoomFor(*this);
   QSize room = place.size();
   if (Holds(room, whole)) return whole;
-  if (!settings.resizeable && HasPlace(*frame)) {
-    // It stays where it is and ends with the screen.
+  if (!settings.resizeable && HasPosition(*frame)) {
+    // It keeps its position and ends at the edge of the screen.
     const QPoint beyond = place.bottomRight() + QPoint(1, 1) - Place();
     room = room.boundedTo(QSize(beyond.x(), beyond.y()).expandedTo({kLeastView, kLeastView}));
   }
-  // The scroll bar of one side takes no room from the other while the screen has more.
+  // The view grows by its scroll bars if the screen has room for them.
   const int down = whole.height() > room.height() ? scrolling->BarExtent() : 0;
   const int across = whole.width() + down > room.width() ? scrolling->BarExtent() : 0;
   return (whole + QSize(down, across)).boundedTo(room);
@@ -101,7 +101,7 @@ void NativeWindow::FitFrame() {
   frame->resize(size);
   Arrange();
   SetLimits();
-  if (Holds(view, ContentSize()) || !settings.resizeable || !HasPlace(*frame)) return;
+  if (Holds(view, ContentSize()) || !settings.resizeable || !HasPosition(*frame)) return;
   const QRect room = RoomFor(*this);
   const QPoint place = Place(), last = room.bottomRight() + QPoint(1, 1) - QPoint(view.width(), view.height());
   const QPoint within(std::max(room.left(), std::min(place.x(), last.x())),

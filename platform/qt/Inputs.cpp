@@ -29,7 +29,7 @@ class SliderWidget : public QSlider {
  protected:
   void wheelEvent(QWheelEvent* event) override {
     QSlider::wheelEvent(event);
-    event->accept();  // at its end too, where the window would scroll otherwise
+    event->accept();  // at its end too: otherwise the window would scroll
   }
 };
 

@@ -67,7 +67,7 @@ struct NativeWindow {
   std::unique_ptr<QWidget> frame;
   ScrollingContent* scrolling = nullptr;  ///< below the menu bar, shows the content or a part of it
   QWidget* content = nullptr;
-  QSize view;  ///< of the frame without menu bar, known last
+  QSize view;  ///< last known size of the frame without menu bar
   QMenuBar* bar = nullptr;
   platform::MenuBar* menuBar = nullptr;
   std::vector<NativeControl*> controls;
@@ -85,7 +85,7 @@ struct NativeWindow {
   QEventLoop* modalLoop = nullptr;
 
  private:
-  /// Gives bar and content their places in the frame.
+  /// Positions bar and content in the frame.
   void Arrange();
   QSize ContentSize() const { return {settings.width, settings.height}; }
   /// The view of a content of that size: as large as the content if the usable screen can hold it.

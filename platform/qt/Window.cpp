@@ -29,7 +29,7 @@ std::vector<std::unique_ptr<Window>> closedWindows;
 unsigned long long timesInFront = 0;
 
 /// The frame that was activated below windows that were shown without activating them. Some window managers (xfwm4,
-/// fluxbox) activate what is raised: within a time in which no user is as fast, the frame is then activated again,
+/// fluxbox) activate the raised windows: if this happens sooner than a user could do it, the frame is activated again,
 /// above the others.
 QPointer<QWidget> activatedFrame;
 QDeadlineTimer activationEnds;
@@ -182,7 +182,7 @@ void NativeWindow::Show() {
     if (!frame->focusWidget()) {
       const auto isList = [](const NativeControl* c) { return dynamic_cast<const NativeListbox*>(c) != nullptr; };
       const auto list = std::find_if(controls.begin(), controls.end(), isList);
-      // Do not announce a list that gives the keyboard away.
+      // A list with this handler passes the focus on: screen readers should not announce it.
       const bool keeps = list != controls.end() && !static_cast<NativeListbox*>(*list)->list.GotFocus;
       keeps ? (*list)->widget->setFocus() : content->setFocus();
     }
@@ -205,7 +205,7 @@ void NativeWindow::ShowSoon() {
 void NativeWindow::Hide() {
   showSoon = false;
   if (modalLoop) modalLoop->quit();
-  // If the application is not running, nobody needs the menus.
+  // The menus are needed only while the application is running.
   if (closed || !menuBar || !frame->isVisible() || !ApplicationRuns()) return Leave();
   away = true;
   if (!HandlerRuns()) SettleAwayWindows();
@@ -262,7 +262,7 @@ void NativeWindow::SyncActive() {
     if (activatedFrame && frame->testAttribute(Qt::WA_ShowWithoutActivating) && !activationEnds.hasExpired())
       activatedFrame->activateWindow();
   }
-  Raise([isActive](Window& told) { isActive ? told.Event_Activate() : told.Event_Deactivate(); });
+  Raise([isActive](Window& target) { isActive ? target.Event_Activate() : target.Event_Deactivate(); });
 }
 
 void NativeWindow::AskToClose() {

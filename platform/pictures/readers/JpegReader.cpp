@@ -30,7 +30,7 @@ std::uint64_t SizeOf(ByteSource& source) {
 constexpr const char* kCodecCategory = "qt.gui.imageio.jpeg";
 
 /// Suppresses Qt's warnings about damaged images and profiles on standard error, whatever the user's logging rules,
-/// except what libjpeg says.
+/// except those of libjpeg.
 QLoggingCategory::CategoryFilter previousFilter = nullptr;
 void FilterMessages(QLoggingCategory* category) {
   if (previousFilter) previousFilter(category);

@@ -35,7 +35,7 @@ OpenedPicture Guarded(Body body) noexcept {
   }
 }
 
-/// The position of the PICT in the file: behind a preamble of 512 bytes, or 0. nullopt if the file is no PICT.
+/// The position of the PICT in the file: after a preamble of 512 bytes, or 0. nullopt if the file is not a PICT.
 std::optional<std::uint64_t> BeginOfPict(ByteSource& source);
 
 /// Limit of the bytes for the pixels of one picture: half of the machine's memory.

@@ -28,7 +28,7 @@ struct Source {
   toff_t position = 0;
   bool pastEnd = false;           // libtiff asked for bytes that the file does not have
   bool paletteLost = false;       // libtiff could not read the colour map and continued without it
-  bool pixelsLost = false;        // libjpeg continued with pixels of its own
+  bool pixelsLost = false;        // libjpeg continued with invented pixels
   std::array<char, 256> error{};  // its first error
 };
 
@@ -458,7 +458,7 @@ Ref<Picture> ReadUnusualRgb(TIFF* tiff, const Source& source, const Layout& layo
   return AsLevelsIfGrey(Upright(picture, layout));
 }
 
-/// A buffer of just one tile, if no tile is compressed: of a larger one, the conversion to RGB takes each tile for
+/// A buffer of just one tile, if no tile is compressed: with a larger one, the conversion to RGB treats each tile as
 /// damaged.
 std::vector<std::uint8_t> SetTileBuffer(TIFF* tiff, const Layout& layout) {
   if (!layout.tiled || layout.compression != COMPRESSION_NONE) return {};
