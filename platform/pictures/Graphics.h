@@ -58,8 +58,8 @@ class Graphics {
   void Clip(int x, int y, int w, int h);
   void NoClip();
 
-  /// Gives the surface a background that the first drawing operation fills in, unless that covers all of the surface;
-  /// then the colour is reset. The object is used as long as the surface draws.
+  /// The first drawing operation fills the surface with the background, unless it covers all of it, and resets the
+  /// colour. `background` must outlive the surface.
   void FillFirst(std::optional<Color>& background) { background_ = &background; }
 
   /// The pixels behind the surface, their scale and upper byte, for the platform's own text drawing.

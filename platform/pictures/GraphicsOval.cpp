@@ -147,7 +147,7 @@ void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
   Begin(seen, false);
   const Color over = ForeColor & kWhite;
   const Outline outline{box.x1 - box.x0, box.y1 - box.y0, PenWidth * scale_, PenHeight * scale_};
-  // Distances of the seen columns from the nearer side of the box.
+  // Distances of the visible columns from the nearer side of the box.
   const std::int64_t from = std::min(seen.x0 - box.x0, box.x1 - seen.x1);
   const std::int64_t to = std::min({seen.x1 - box.x0, box.x1 - seen.x0, outline.Middle()});
   OutlineRow own;

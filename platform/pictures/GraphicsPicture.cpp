@@ -11,7 +11,7 @@ __extension__ typedef unsigned __int128 Wide;
 
 /// Positions in the picture, along one axis, of the centres of consecutive target pixels, in 1/256 of a picture pixel,
 /// rounded down. Only visible pixels whose centre lies inside the picture are listed.
-struct Places {
+struct Positions {
   std::int64_t first = 0;  ///< the device pixel of the first position
   std::vector<std::int64_t> at;
   bool natural = false;  ///< one picture pixel per device pixel
@@ -20,11 +20,11 @@ struct Places {
 };
 
 /// The target extends from t0 to t1, of which s0 to s1 are visible; `size` is the picture's.
-Places PlacesAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std::int64_t s1, int source, int sourceSize,
-                   int size) {
-  Places places;
+Positions PositionsAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std::int64_t s1, int source, int sourceSize,
+                         int size) {
+  Positions positions;
   const auto length = static_cast<std::uint64_t>(t1 - t0);
-  places.natural = length == static_cast<std::uint64_t>(sourceSize);
+  positions.natural = length == static_cast<std::uint64_t>(sourceSize);
   // The centre of pixel k is at (2k + 1) * sourceSize / (2 * length); quotient and remainder are updated as k grows.
   const auto divisor = 2 * length;
   const auto step = 512 * static_cast<std::uint64_t>(sourceSize);
@@ -33,26 +33,26 @@ Places PlacesAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std::int64
   auto part = static_cast<std::uint64_t>(start % divisor);
   for (std::int64_t pixel = s0; pixel < s1; ++pixel) {
     if (whole >= 0 && whole < std::int64_t{size} * 256) {
-      if (places.at.empty()) places.first = pixel;
-      places.at.push_back(whole);
+      if (positions.at.empty()) positions.first = pixel;
+      positions.at.push_back(whole);
     }
     whole += static_cast<std::int64_t>(step / divisor);
     part += step % divisor;
     if (part >= divisor) part -= divisor, ++whole;
   }
-  return places;
+  return positions;
 }
 
 /// Target rows by the nearest picture pixel.
 class HardRows {
  public:
-  HardRows(PlaneView<const Color> picture, const Places& columns, Color upperByte)
+  HardRows(PlaneView<const Color> picture, const Positions& columns, Color upperByte)
       : picture_(picture), upperByte_(upperByte), natural_(columns.natural) {
     for (std::size_t i = 0; i < columns.at.size(); ++i) from_.push_back(columns.Pixel(i));
   }
 
-  void Row(std::int64_t place, Color* to) {
-    const int y = static_cast<int>(place >> 8);
+  void Row(std::int64_t position, Color* to) {
+    const int y = static_cast<int>(position >> 8);
     const Color* const row = picture_.Row(y);
     if (y == lastY_ && to == last_) return;
     // A picture may be drawn on itself, hence no memcpy.
@@ -82,18 +82,19 @@ class HardRows {
 /// repeated. All sums are whole numbers: weights of 8 bits across and 8 bits down, rounded once.
 class SmoothRows {
  public:
-  SmoothRows(PlaneView<const Color> picture, const Places& columns, Color upperByte)
+  SmoothRows(PlaneView<const Color> picture, const Positions& columns, Color upperByte)
       : picture_(picture), upperByte_(upperByte) {
-    for (const std::int64_t place : columns.at)
-      across_.push_back({Inside((place - 128) >> 8, picture.width), Inside(((place - 128) >> 8) + 1, picture.width),
-                         static_cast<std::uint64_t>((place - 128) & 255)});
+    for (const std::int64_t position : columns.at)
+      across_.push_back({Inside((position - 128) >> 8, picture.width),
+                         Inside(((position - 128) >> 8) + 1, picture.width),
+                         static_cast<std::uint64_t>((position - 128) & 255)});
     upper_.sums.resize(across_.size());
     lower_.sums.resize(across_.size());
   }
 
-  void Row(std::int64_t place, Color* to) {
-    const std::int64_t y = (place - 128) >> 8;
-    const auto below = static_cast<std::uint64_t>((place - 128) & 255);
+  void Row(std::int64_t position, Color* to) {
+    const std::int64_t y = (position - 128) >> 8;
+    const auto below = static_cast<std::uint64_t>((position - 128) & 255);
     Need(upper_, Inside(y, picture_.height));
     Need(lower_, Inside(y + 1, picture_.height));
     // Red and blue are 32 bits apart and green is separate, so that each sum has room for its 24 bits.
@@ -120,8 +121,8 @@ class SmoothRows {
     std::vector<std::uint64_t> sums;
   };
 
-  static int Inside(std::int64_t place, int size) {
-    return static_cast<int>(std::clamp<std::int64_t>(place, 0, size - 1));
+  static int Inside(std::int64_t position, int size) {
+    return static_cast<int>(std::clamp<std::int64_t>(position, 0, size - 1));
   }
   static std::uint64_t Spread(Color color) {
     return static_cast<std::uint64_t>(color & 0xFF0000) << 16 | (color & 0xFF00) << 8 | (color & 0xFF);
@@ -152,8 +153,8 @@ Color Masked(Color under, Color over, Color mask) {
 }
 
 template <class Rows>
-void DrawRows(Rows source, const Places& columns, const Places& rows, PlaneView<Color> device, const Ref<Picture>& mask,
-              Color upperByte) {
+void DrawRows(Rows source, const Positions& columns, const Positions& rows, PlaneView<Color> device,
+              const Ref<Picture>& mask, Color upperByte) {
   std::vector<Color> line(mask ? columns.at.size() : 0);
   for (std::size_t j = 0; j < rows.at.size(); ++j) {
     Color* const to = device.Row(static_cast<int>(rows.first) + static_cast<int>(j)) + columns.first;
@@ -178,8 +179,8 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int w, int
   const Span target = ToDevice(x, y, w, h);
   const Span seen = Visible(target);
   if (seen.x0 >= seen.x1 || seen.y0 >= seen.y1) return;
-  const Places columns = PlacesAlong(target.x0, target.x1, seen.x0, seen.x1, sx, sw, picture->Width());
-  const Places rows = PlacesAlong(target.y0, target.y1, seen.y0, seen.y1, sy, sh, picture->Height());
+  const Positions columns = PositionsAlong(target.x0, target.x1, seen.x0, seen.x1, sx, sw, picture->Width());
+  const Positions rows = PositionsAlong(target.y0, target.y1, seen.y0, seen.y1, sy, sh, picture->Height());
   if (columns.at.empty() || rows.at.empty()) return;
 
   const Ref<Picture> mask = picture->HasMask() ? picture->Mask() : nullptr;

@@ -139,7 +139,7 @@ class View : public QTableView {
   }
   void wheelEvent(QWheelEvent* event) override {
     QTableView::wheelEvent(event);
-    if (verticalScrollBar()->maximum() > 0) event->accept();  // at its end too, where the window would scroll otherwise
+    if (verticalScrollBar()->maximum() > 0) event->accept();  // at its end too: otherwise the window would scroll
   }
   void resizeEvent(QResizeEvent* event) override {
     QTableView::resizeEvent(event);

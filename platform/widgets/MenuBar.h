@@ -16,7 +16,7 @@ namespace platform {
 
 class MenuItem {
  public:
-  /// `key` is a shortcut such as "Cmd+N", or empty. Cmd is Ctrl except on a Mac.
+  /// `key` is a shortcut such as "Cmd+N", or empty. Cmd means Ctrl.
   MenuItem(const String& name, const String& text, const String& key, bool autoEnable, bool checkable = false);
   ~MenuItem();
 
