@@ -1,5 +1,5 @@
 """expected.py PICTURE TABLE LEVEL FILE: writes as PNG what a canvas must show of one of the sample maps: its grey levels,
-smoothed LEVEL times (0 is raw), through the colour table of that index, by the straight display curve. It shares no
+smoothed LEVEL times (0 is raw), in the colour table of that index, with the linear display curve. It shares no
 arithmetic with the program."""
 import pathlib
 import re
@@ -39,8 +39,8 @@ def means(above, row, below):
 
 
 def smoothed(rows):
-    """Above the top row it is repeated. Below the bottom row comes the row above it, but for the two corner pixels the
-    bottom row."""
+    """The top row is repeated above it. Below the bottom row the row above it is repeated; for the two corner pixels,
+    the bottom row."""
     result = [means(*three) for three in zip(rows[:1] + rows, rows, rows[1:] + rows[-2:-1])]
     corners = means(rows[-2], rows[-1], rows[-1])
     result[-1][0], result[-1][-1] = corners[0], corners[-1]
