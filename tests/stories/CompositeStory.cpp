@@ -1,4 +1,4 @@
-// The composite and the species windows under every control, over a cluster with a gap.
+// The composite with every control, and the species windows, of a cluster without some species.
 
 #include "tests/support/Story.h"
 
@@ -6,7 +6,7 @@ using namespace platform;
 
 class CompositeStory : public Story {
  protected:
-  /// A cluster of Ca, Fe, Si in a catalogue that knows Al and Mg too, with highest levels 60, 120 and 240.
+  /// A cluster of Ca, Fe, Si in a catalogue that also has Al and Mg, with highest levels 60, 120 and 240.
   void LoadWithGaps() {
     Drop({WriteMap("a_Al.tif", 8, 6, [](int, int) { return 1; }),
           WriteMap("a_Mg.tif", 8, 6, [](int, int) { return 2; })});
@@ -19,7 +19,7 @@ class CompositeStory : public Story {
 TEST_F(CompositeStory, ThreeSpeciesMix) {
   LoadWithGaps();
   user::Click(main().PB_RGB);
-  Stop("the composite of the three species that there are");
+  Stop("the composite of the three available species");
   user::ChooseRow(composite().RGB_CMY, 1);
   Stop("CMY");
   user::Click(composite().CB_scale);
@@ -36,7 +36,7 @@ TEST_F(CompositeStory, ThreeSpeciesMix) {
   Stop("Reset of all three");
   user::Activate(main());
   user::Key(main(), "Ctrl+2");
-  Stop("smoothing is followed");
+  Stop("the composite follows the smoothing");
   user::ChooseMenu("Window50");
   Stop("at 50 %");
   user::Click(main().PB_RGB);
@@ -51,7 +51,7 @@ TEST_F(CompositeStory, ThreeSpeciesMix) {
   user::Click(composite().PB_SaveImage);
   user::Activate(composite());
   user::ChooseMenu("FileSaveImage");
-  Stop("one is, and saved twice");
+  Stop("one is chosen and saved twice");
   LoadThree(5, 9);
   user::ChooseMenu("OptionsSmooth1");
   Stop("a cluster of another size below the old composite");
@@ -67,7 +67,7 @@ TEST_F(CompositeStory, SpeciesWindowsAreSnapshots) {
   main().Slider_colors.Value(4);
   user::Click(main().CB_ScaleUp);
   user::Click(main().PB_AllSpecies);
-  Stop("one window for each species that there is");
+  Stop("a window for each available species");
   user::Activate(main());
   user::ChooseMenu("Colorsc7");
   user::Click(main().CB_ScaleUp);

@@ -6,16 +6,16 @@ using namespace platform;
 
 class CursorStory : public Story {};
 
-TEST_F(CursorStory, TheCursorRunsOverAllMaps) {
+TEST_F(CursorStory, TheCursorMarksAllMaps) {
   LoadThree(60, 48);
   OpenEverything();
   Stop("all maps are open");
   user::MouseMove(main().cvTIF, 30, 20);
-  Stop("the pointer comes in: an arrow, and small crosses elsewhere");
+  Stop("the pointer enters: an arrow, and small crosses elsewhere");
   user::MouseMove(main().cvTIF, 31, 22);
   Stop("it moves");
   user::Click(main().cvTIF, 31, 22);
-  Stop("a click marks the levels at 31,22 and wipes the crosses");
+  Stop("a click marks the levels at 31,22 and erases the crosses");
   user::MousePress(main().cvTIF, 10, 5);
   Stop("a press marks the levels at 10,5");
   user::MouseDragTo(main().cvTIF, 11, 5);
@@ -24,7 +24,7 @@ TEST_F(CursorStory, TheCursorRunsOverAllMaps) {
   Stop("a drag marks 11,5, one step behind; outside nothing is marked");
   user::MouseRelease(main().cvTIF, 500, 5);
   user::RightClick(main().cvTIF, 40, 40);
-  Stop("the release wipes the crosses, a right click does nothing");
+  Stop("the release erases the crosses, a right click does nothing");
   user::MouseMove(main().cvTIF, 12, 6);
   user::MouseLeave(main().cvTIF);
   Stop("the pointer has left");
@@ -49,7 +49,7 @@ TEST_F(CursorStory, TheCursorRunsOverAllMaps) {
   Stop("no trace of the circles");
   user::Activate(overview());
   user::MouseMove(main().cvTIF, 50, 50);
-  Stop("an inactive Main lets the mouse pass");
+  Stop("an inactive Main ignores the mouse");
 }
 
 TEST_F(CursorStory, EveryMapAtThisScale) {

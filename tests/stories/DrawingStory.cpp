@@ -26,7 +26,7 @@ class DrawingStory : public Story {
   }
 };
 
-TEST_F(DrawingStory, LinesLieOverAllMaps) {
+TEST_F(DrawingStory, LinesAreDrawnOnAllMaps) {
   LoadThree(40, 30);
   OpenEverything();
   user::Click(main().PBdraw);
@@ -44,7 +44,7 @@ TEST_F(DrawingStory, LinesLieOverAllMaps) {
   user::Key(main(), "Ctrl+Z");
   Stop("undone");
   user::ChooseMenu("Window200");
-  Stop("the line keeps its place at 200 %");
+  Stop("the line keeps its position at 200 %");
   user::ChooseMenu("Window500");
   Stop("at 500 %");
   Stroke(12, 17, 33, 17);
@@ -55,7 +55,7 @@ TEST_F(DrawingStory, LinesLieOverAllMaps) {
   user::MouseDragTo(main().cvTIF, 12, 4);
   Stop("drawn at 50 %");
   user::MouseRelease(main().cvTIF, 12, 4);
-  Stop("the paint leaves out every other pixel of the map, and so this line");
+  Stop("the paint skips every other pixel of the map, and with it this line");
   user::ChooseMenu("Window100");
   user::MousePress(main().cvTIF, 10, 10);
   user::Key(main(), "Ctrl+Z");
@@ -65,7 +65,7 @@ TEST_F(DrawingStory, LinesLieOverAllMaps) {
   Stop("undo in the middle of a stroke, at 100 %");
   for (int i = 0; i < 2; ++i) user::Key(main(), "Ctrl+Z");
   user::Key(main(), "Down");
-  Stop("another species under the lines that are left");
+  Stop("another species under the remaining lines");
   user::Click(main().PBundraw);
   user::Click(main().CB_ShowDrawing);
   Stop("hidden");
@@ -75,23 +75,23 @@ TEST_F(DrawingStory, LinesLieOverAllMaps) {
   Pick([&](WindowSelectColor& picker) {
     Stop("the picker");
     user::Click(picker.Canvas1, 105, 85);
-    Stop("red is taken");
+    Stop("red is chosen");
     user::Click(picker.Canvas1, 31, 55);
     user::Click(picker.Canvas1, 60, 15);
-    Stop("gaps and the sample take nothing");
+    Stop("a click on a gap or the sample chooses nothing");
     user::CloseButton(picker);
   });
-  Stop("its close box takes nothing");
+  Stop("its close box changes nothing");
   Pick([&](WindowSelectColor& picker) {
     user::Click(picker.Canvas1, 105, 85);
     user::Key(picker, "Return");
   });
-  Stop("Return takes red: the species windows follow at their next paint");
+  Stop("Return confirms red: the species windows follow at their next paint");
   Pick([&](WindowSelectColor& picker) {
     user::Click(picker.Canvas1, 15, 55);
     user::CloseButton(picker);
   });
-  Stop("the close box takes nothing after that either");
+  Stop("the close box still changes nothing");
   Pick([&](WindowSelectColor& picker) {
     user::Click(picker.Canvas1, 15, 55);
     user::Key(picker, "Escape");
@@ -103,7 +103,7 @@ TEST_F(DrawingStory, LinesLieOverAllMaps) {
     return confirm;
   };
   Pick([&](WindowSelectColor& picker) { user::Click(picker.PBother); });
-  Stop("Escape takes nothing, nor does a chooser that is cancelled");
+  Stop("neither Escape nor a cancelled chooser changes anything");
   confirm = true;
   Pick([&](WindowSelectColor& picker) { user::Click(picker.PBother); });
   Stop("another colour");

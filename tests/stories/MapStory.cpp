@@ -19,7 +19,7 @@ class MapStory : public Story {
   }
 };
 
-TEST_F(MapStory, AClusterIsLoadedAndLookedAt) {
+TEST_F(MapStory, AClusterIsLoadedAndExamined) {
   WatchProgress();
   LoadThree(20, 16);
   Stop("three species are loaded");
@@ -39,19 +39,19 @@ TEST_F(MapStory, AClusterIsLoadedAndLookedAt) {
   user::ChooseMenu("Colorsc7");
   Stop("grey scale");
   main().Slider_colors.Value(-10);
-  Stop("the curve is bowed");
+  Stop("a bent curve");
   user::Click(main().CB_ScaleUp);
   Stop("scaled up");
   user::Click(main().PB_ResetColors);
   Stop("Reset straightens the curve and leaves the scale");
   user::Key(main(), "Ctrl+3");
-  Stop("smoothed at level 3, each species passing by");
+  Stop("smoothed at level 3, showing each species");
   user::MouseMove(main().cvTIF, 0, 0);
   Stop("the smoothed levels under the pointer");
   user::MouseLeave(main().cvTIF);
   user::ChooseMenu("OptionsSmooth10");
   user::ChooseMenu("OptionsRawImage");
-  Stop("the raw image: the mark of level 10 stays");
+  Stop("the raw image: the check mark of level 10 stays");
   user::ChooseMenu("Window300");
   Stop("three times as large");
   user::ChooseMenu("SizeExact");
@@ -63,7 +63,7 @@ TEST_F(MapStory, AClusterIsLoadedAndLookedAt) {
   user::Click(main().cvTIF, 5, 5);
   user::Key(main(), "Down");
   user::MouseLeave(main().cvTIF);
-  Stop("the mouse and the keys find nothing");
+  Stop("the mouse and the keys have no effect");
   CheckRow(0);
   CheckRow(0);
   Stop("the row counts as loaded: Main comes back empty");
@@ -82,18 +82,18 @@ TEST_F(MapStory, MainFollowsImageZoomAndFonts) {
   user::ChooseMenu("Window100");
   Stop("a small one");
   user::Click(main().SpeciesLB, 70, 108);
-  Stop("a row that is seen in part is selected where it is");
+  Stop("a partly visible row is selected without scrolling");
   user::Key(main(), "Up");
   user::Key(main(), "Down");
   Stop("keys bring it into view");
   main().SpeciesLB.Reveal(0);
   LoadThree(255, 255);
-  Stop("so does a load");
+  Stop("a load brings it into view");
   user::ClickCell(main().LB_Phases, 0, 4, 5, 5);
   user::Key(main(), "Down");
   Stop("a click on the phases leaves the arrows to the map");
   main().Height(700);
-  Stop("taller by hand");
+  Stop("a taller window");
   user::ChangeMenuFont(30);
   Stop("large fonts");
   user::MouseMove(main().cvTIF, 3, 4);
@@ -103,7 +103,7 @@ TEST_F(MapStory, MainFollowsImageZoomAndFonts) {
   Stop("small fonts");
 }
 
-TEST_F(MapStory, AnotherClusterKeepsTheViewOnIt) {
+TEST_F(MapStory, AnotherClusterKeepsTheSettings) {
   LoadThree(12, 12);
   user::Key(main(), "Up");
   user::ChooseMenu("OptionsSmooth3");
@@ -119,7 +119,7 @@ TEST_F(MapStory, AnotherClusterKeepsTheViewOnIt) {
   Drop({WriteMap("b_Ca.tif", 12, 12, flat), WriteMap("b_Ti.tif", 12, 12, flat)});
   overview().ListBox1.Cell(0, WindowOverview::kCluster, "other");
   CheckRow(0);
-  Stop("of two species the first is selected; the row is not called as its cluster");
+  Stop("of two species the first is selected; the name of the row differs from its cluster's");
   LoadThree(4, 4);
   main().TIFmax(0) = 300;
   user::Click(main().CB_ScaleUp);
@@ -130,7 +130,7 @@ TEST_F(MapStory, AnotherClusterKeepsTheViewOnIt) {
   Stop("a selection out of range");
 }
 
-TEST_F(MapStory, FailuresLeaveWhatTheySay) {
+TEST_F(MapStory, WhatFailuresLeave) {
   LoadCluster({"Al", "Fe", "Mg"}, 1, 7,
               [](int species) { return [species](int, int y) { return 40 * species + 20 * y; }; });
   user::Key(main(), "Down");
@@ -139,7 +139,7 @@ TEST_F(MapStory, FailuresLeaveWhatTheySay) {
   user::Key(main(), "Ctrl+1");
   Stop("which cannot be smoothed");
   user::Key(main(), "Up");
-  Stop("the species that it had not reached is as it was");
+  Stop("the species after the failure is unchanged");
   user::Key(main(), "Down");
   user::Key(main(), "Ctrl+0");
   Stop("the raw image");
@@ -160,5 +160,5 @@ TEST_F(MapStory, FailuresLeaveWhatTheySay) {
   Stop("the mouse does nothing there, the keys select");
   main().Clicks.Redim(0, -1, 255);
   main().SpeciesLB.Refresh();
-  Stop("each cell whose paint fails says so");
+  Stop("each cell whose paint fails reports it");
 }

@@ -1,4 +1,4 @@
-// Clusters come, are chosen, sorted, renamed and deleted; a map file, a missing species, a refused drop.
+// Clusters are dropped, shown, sorted, renamed and deleted; map files, missing species, refused drops.
 
 #include <sys/stat.h>
 
@@ -29,16 +29,16 @@ TEST_F(OverviewStory, ClustersComeAndGo) {
   user::ClickHeader(overview().ListBox1, WindowOverview::kCluster);
   Stop("the rows are sorted by cluster");
   user::ClickHeader(overview().ListBox1, WindowOverview::kSpecies);
-  Stop("equal cells stand in the order of the numbers");
+  Stop("equal cells are in the order of the numbers");
   user::Key(overview(), "Ctrl+A");
   Stop("all rows are selected");
   user::Click(overview().PBdeleteselection);
   Stop("all rows are deleted");
 }
 
-TEST_F(OverviewStory, DropsAreTakenAsFarAsTheyCanBeRead) {
+TEST_F(OverviewStory, DropsWithUnreadableFiles) {
   for (const char* name : {"a.tif", "a.bmp", "a.png", "a.pct", "a.gif", "a.jpg", "a.xray", "a.txt", "a.im"})
-    Note(std::string(name) + (user::WouldAccept(overview(), {PathOf(name)}) ? " is taken" : " is refused"));
+    Note(std::string(name) + (user::WouldAccept(overview(), {PathOf(name)}) ? " is accepted" : " is refused"));
   EXPECT_FALSE(user::WouldAccept(overview(), {}));
   EXPECT_FALSE(user::WouldAccept(main(), {Map("a_Fe.tif")}));
   const std::string longName = "a cluster with <b> a name longer than its column";
@@ -46,18 +46,18 @@ TEST_F(OverviewStory, DropsAreTakenAsFarAsTheyCanBeRead) {
   CheckRow(0);
   Stop("names that are too long for their cells");
   Drop({PathOf("gone_Fe.tif"), PathOf("gone_Mg.tif")});
-  Stop("no file of the drop is there");
+  Stop("no file of the drop exists");
   std::filesystem::create_directory(folder / "folder.tif");
   std::filesystem::create_symlink("nowhere", folder / "link.tif");
   ASSERT_EQ(mkfifo(PathOf("pipe.tif").c_str(), 0600), 0);
   NoteErrors([&] {
     Drop({Map("a_Fe.tif"), PathOf("folder.tif"), PathOf("link.tif"), PathOf("pipe.tif"), Map("a_Mg.tif")});
   });
-  Stop("what is no file is left out, and a pipe is not waited for");
+  Stop("only files are taken, without waiting for a pipe");
   Drop({WriteMapFile("gone.xray", {"Fe"})});
   std::filesystem::remove(folder / "gone.xray");
   Drop({Map("b_Fe.tif"), Map("b_Mg.tif")});
-  Stop("a map file of the list has gone");
+  Stop("a map file of the list is gone");
   user::ClickCell(overview().ListBox1, 2, WindowOverview::kSpecies, 40, 8);
   user::Click(overview().PBdeleteselection);
   Stop("its row is deleted");

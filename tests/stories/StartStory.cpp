@@ -1,4 +1,4 @@
-// What every window holds when the program has started, and the windows that come and go.
+// The windows after the start, and their closing and reopening.
 
 #include "mainwindow/WindowSelectColor.h"
 #include "output/TextLogWindow.h"
@@ -27,7 +27,7 @@ TEST_F(StartStory, TheProgramStarts) {
   Stop("the log shows its last line");
   user::Click(log.ClearButton);
   log.Add("again");
-  Stop("and counts from 1 when it was cleared");
+  Stop("and counts from 1 after it was cleared");
 }
 
 TEST_F(StartStory, MapsAreSavedUnderFreeNames) {
@@ -55,23 +55,23 @@ TEST_F(StartStory, MapsAreSavedUnderFreeNames) {
     if (*name) answer = MakeRef<FolderItem>(folder / name);
     user::ChooseMenu("FileChangeSaveLocation");
     user::Click(main().PB_SaveImage);
-    Stop(*name ? "a folder that is not there" : "no other folder is chosen");
+    Stop(*name ? "a folder that does not exist" : "no other folder is chosen");
   }
 }
 
-TEST_F(StartStory, ClosingTakesWindowsWithIt) {
+TEST_F(StartStory, WindowsCloseAndComeBack) {
   LoadThree(20, 16);
   OpenEverything();
   Stop("everything is open, Main in front");
   user::EndSession();
   Stop("the end of a session closes nothing");
   user::Key(main(), "Ctrl+W");
-  Stop("Close in Main: the composite goes, the species windows stay");
+  Stop("Close in Main: the composite closes, the species windows stay");
   CheckRow(0);
   Stop("the row is checked again");
   user::Click(main().PB_RGB);
   CheckRow(0);
-  Stop("the row is unchecked: Main goes, and the composite");
+  Stop("the row is unchecked: Main and the composite close");
   CheckRow(0);
   user::Click(main().PB_RGB);
   user::Activate(composite());
@@ -91,10 +91,10 @@ TEST_F(StartStory, ClosingTakesWindowsWithIt) {
   user::Click(main().PB_RGB);
   Stop("the close box of Overview, Main in front with the composite");
   user::CloseButton(main());
-  Stop("the close box of Main: all maps go, Overview comes");
+  Stop("the close box of Main: all maps close, Overview is shown");
   user::CloseButton(overview());
   EXPECT_FALSE(overview().Visible());
-  Stop("the close box of Overview, the last window with menus: it becomes an icon");
+  Stop("the close box of Overview, the last window with menus: it is minimised");
   user::ChooseMenu("MenuWindowOverview");
   Stop("Overview in the menu Window");
   CheckRow(0);

@@ -22,7 +22,7 @@ std::string Section(const std::string& text, const std::string& heading) {
   return text.substr(from, end == std::string::npos ? end : end + 1 - from);
 }
 
-/// The line without the word; whether it had it.
+/// The line without the word, and whether it had the word.
 std::pair<std::string, bool> Without(const std::string& word, std::string line) {
   const std::size_t at = line.find(" " + word);
   if (at != std::string::npos) line.erase(at, word.size() + 1);
@@ -74,7 +74,7 @@ Story::~Story() {
 
 void Story::Stop(const std::string& name) {
   const std::size_t shown = messages.size();
-  auto lines = state_.Take();  // paints, and what fails in a paint says so
+  auto lines = state_.Take();  // this paints: a failing paint shows messages
   AddFiles(lines);
   std::map<std::string, std::string> now;
   for (const auto& line : lines) now[line.path] = line.text;
@@ -86,7 +86,7 @@ void Story::Stop(const std::string& name) {
     seen += "message: \"" + message + "\"\n";
   }
   messagesSeen_ = messages.size();
-  // What a hidden window held on the screen is compared with when it is shown again.
+  // The content of a hidden window is kept for the comparison when it is shown again.
   for (const auto& [path, text] : before_) {
     if (now.contains(path)) continue;
     const std::string owner = path.substr(0, path.find('/'));
@@ -96,7 +96,7 @@ void Story::Stop(const std::string& name) {
     else if (window != now.end() || path == owner || owner == "file")
       seen += path + ": gone\n";  // with a window all its lines go
   }
-  // Things that differ in one of these words alone share a line.
+  // Things that changed only in one of these words share a line.
   std::map<std::string, std::string> alike;
   for (const auto& [path, text, change] : lines) {
     const auto old = before_.find(path);

@@ -1,8 +1,8 @@
 #pragma once
-/// A story: the program is used through real events, and at each stop everything that a person sees is compared with
-/// the kept text tests/stories/<test>.txt. A stop holds what has changed since the stop before; the first one, what has
-/// changed since the program started. With VORNALITE_UPDATE_STORIES set the kept texts are rewritten: read every
-/// line of the change before it is committed.
+/// A story: the program is used through real events, and at each stop everything that a user sees is compared with the
+/// expected text tests/stories/<test>.txt. A stop lists what has changed since the previous one; the first, since the
+/// program started. VORNALITE_UPDATE_STORIES rewrites the expected texts: read every line of the change before
+/// committing it.
 
 #include "tests/support/VisibleState.h"
 #include "tests/support/WindowsFixture.h"
@@ -12,14 +12,14 @@ class Story : public WindowsTest {
   Story();
   ~Story() override;
 
-  /// Compares what has changed since the stop before with the kept text of that stop. Messages shown meanwhile count
-  /// as changes.
+  /// Compares what has changed since the previous stop with the expected text. Messages shown meanwhile count as
+  /// changes.
   void Stop(const std::string& name);
   /// Adds a line to the next stop, such as a file that was saved.
   void Note(const std::string& line) { notes_ += line + "\n"; }
   /// Notes what the action writes to standard error.
   void NoteErrors(const std::function<void()>& action);
-  /// Writes the whole state at the first stop.
+  /// Makes the first stop list the whole state.
   void FromNothing() { before_.clear(); }
 
  private:
