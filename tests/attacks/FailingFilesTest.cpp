@@ -1,4 +1,4 @@
-// Files that fail in use: every read of a load, every byte and every step of a save.
+// Failing file operations: every read of a load, every byte and every step of a save.
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -15,10 +15,10 @@
 
 namespace {
 
-// The call fails, returns less than asked for, or finds the end of the file, where it stays; or the disk is full.
+// A call fails, returns less than requested, or it and all later ones report the end of the file; or the disk is full.
 constexpr int kNone = 0, kError = 1, kShort = 2, kEnd = 3, kFull = 4;
 
-/// What happens to call number `at` of those on files of the folder.
+/// The fault of call number `at` on files of the folder.
 struct Plan {
   int fault = kNone, at = 0;
   std::string folder;  ///< empty: nothing happens, and no call counts
@@ -56,7 +56,7 @@ bool StepFails() {
 
 }  // namespace
 
-// These take the place of the C library's for the whole program.
+// Replace those of the C library in the whole program.
 extern "C" {
 ssize_t read(int file, void* to, size_t count) {
   return ReadBy(file, count, [&](size_t n) { return syscall(SYS_read, file, to, n); });
@@ -79,7 +79,7 @@ int renameat2(int from, const char* old, int to, const char* name, unsigned flag
 int rename(const char* old, const char* name) noexcept { return renameat2(AT_FDCWD, old, AT_FDCWD, name, 0); }
 }
 
-// Each fault has a program of its own: this one once more, with the fault in its environment and a fate on its output.
+// Each fault is tried in a new process of this program, which gets it in its environment and prints the outcome.
 class FailingFilesTest : public WindowsTest {
  protected:
   static std::string Contents(const std::filesystem::path& path) {
@@ -94,7 +94,7 @@ class FailingFilesTest : public WindowsTest {
     return files;
   }
 
-  /// Puts the fault of the environment in force for the files of this test.
+  /// Activates the fault in the environment for the files of this test.
   void BeginFault() {
     if (const char* fault = std::getenv("VORNALITE_FAULT")) std::sscanf(fault, "%d %d", &plan.fault, &plan.at);
     plan.folder = folder.string();
@@ -109,7 +109,7 @@ class FailingFilesTest : public WindowsTest {
     setrlimit(RLIMIT_FSIZE, &all);
   }
 
-  /// What becomes of the test of that name under the fault.
+  /// The outcome of the test of that name under the fault.
   static std::string FateOf(const char* test, int fault, int at) {
     const std::string command = "VORNALITE_FAULT='" + std::to_string(fault) + " " + std::to_string(at) + "' " +
                                 std::filesystem::read_symlink("/proc/self/exe").string() +
@@ -175,7 +175,7 @@ TEST_F(FailingFilesTest, EveryReadOfALoad) {
     for (std::string fate; fate != "not reached"; ++at) {
       ASSERT_LT(at, 200);
       fate = FateOf(load, fault, at);
-      // A reader that has what it needs does without the rest; after a short read it goes on.
+      // A reader may not need the rest; after a short read it continues.
       EXPECT_TRUE(fate == "not reached" || fate == "loaded" || (fault != kShort && fate == "failed"))
           << load << ", fault " << fault << " of read " << at << ": " << fate;
     }
@@ -217,7 +217,7 @@ TEST_F(FailingFilesTest, EveryByteAndStepOfASave) {
   for (int at = 1; fate != "not reached"; ++at) {
     ASSERT_LT(at, 20);
     fate = FateOf("Save", kError, at);
-    // The last step, which makes the new name last, may fail: the picture is there.
+    // The last step, which makes the new name durable, may fail: the picture is complete.
     EXPECT_TRUE(fate == "nothing" || (at > 1 && (fate == "not reached" || fate.starts_with("saved"))))
         << "step " << at << ": " << fate;
   }

@@ -1,9 +1,9 @@
-/// Walks at random over the whole program: drops samples and malformed pictures, clicks, drags, types, chooses menu
-/// items, closes windows. It fails when the program crashes, hangs or leaves something on the screen that it would not
-/// paint again. A walk depends on its seed alone; the one that fails is printed.
+/// Uses the whole program at random: drops samples and malformed pictures, clicks, drags, types, chooses menu items,
+/// closes windows. Fails if the program crashes, hangs or leaves something on the screen that it would not paint again.
+/// A walk depends on its seed only; a failing seed is printed.
 ///
-/// VORNALITE_WALK_SECONDS: how long to go on with walk after walk (5; 0 for a single one). VORNALITE_WALK_SEED: the
-/// seed of the first walk; the next ones count upward (1, so that a test run repeats).
+/// VORNALITE_WALK_SECONDS: how long to start new walks (5; 0 for a single one). VORNALITE_WALK_SEED: the seed of the
+/// first walk; the next ones count upward (1, so that test runs are the same).
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -33,7 +33,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kSteps = 150;
-constexpr unsigned kSecondsAWalk = 120;  ///< then it counts as hanging
+constexpr unsigned kSecondsAWalk = 120;  ///< after which it counts as hanging
 
 class Walk {
  public:
@@ -59,7 +59,7 @@ class Walk {
     fs::remove_all(folder_);
   }
 
-  /// False if something was left on the screen that does not belong there.
+  /// False if the screen shows something that would not be painted now.
   bool Run() {
     for (int step = 0; step < kSteps && WindowCount() > 0; ++step) {
       answering_ = true;
@@ -88,7 +88,7 @@ class Walk {
     return true;
   }
 
-  /// The picker holds its caller: what is done in it comes from the event loop.
+  /// The picker blocks its caller, so it is used from the event loop.
   void AnswerPicker() {
     if (!answering_ || WindowCount() == 0) return;
     auto& picker = WindowSelectColor::Instance();

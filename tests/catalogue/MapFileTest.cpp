@@ -14,7 +14,7 @@ using platform::Ref;
 
 namespace {
 
-/// A map file on the disk, zero wherever nothing is put.
+/// A map file on the disk, all zeroes except what is put into it.
 class MapFile : public MessagesTest {
  protected:
   void PutShort(std::size_t position, int value) {
@@ -48,7 +48,7 @@ TEST_F(MapFile, ReadsCountSizeAndNames) {
   Put(3072, std::string("Fe\0xx", 5));
   Put(4840, "Titan");
   Put(6096, std::string("\0Mg", 3));
-  Put(7352, "\xB5g");  // the file ends within the field; the bytes are of no encoding
+  Put(7352, "\xB5g");  // the file ends within the field; the bytes are in no known encoding
   auto stream = Open();
   EXPECT_EQ(Globals::ReadXrayGetNbImages(stream, true), 4);
   EXPECT_EQ(Globals::ReadXrayGet1dPixelsize(stream, true), 4);
@@ -81,7 +81,7 @@ TEST_F(MapFile, ShortAndMissingFiles) {
   EXPECT_THROW(Globals::ReadXrayGetImageName(nothing, 1), platform::NilObjectException);
 }
 
-// Worked with unbounded integers, cut to 32 bits and signed at the end.
+// Computed with unbounded integers, then wrapped to 32 signed bits.
 TEST(MapFileArithmetic, PositionsOfNamesWrapAround) {
   for (const auto& [i, size, position] :
        {std::tuple{2, 256, 135880}, {5, 128, 139552}, {32767, 32767, 40436844}, {2, -32768, -2147478840}})

@@ -35,9 +35,9 @@ TEST_F(SpeciesNames, StripsWhatNamesHaveInCommon) {
       {{"Fe map.tif"}, "Fe_map_tif", "Fe_map_tif"},
       {{"x.tif", "X.tif", "y.tif"}, "x_tif|X_tif|y_tif", "x_tif"},
       {{"Fe.tif", "Mg.png"}, "Fe_tif|Mg_png", "?"},
-      {{"Ca", "C"}, "a|?", "C"},                   // the back is read on beyond the short name: C and a differ
-      {{"aaXaa", "aaa"}, "X|?", "aaaa"},           // front and back overlap in the short name
-      {{"run Fe x", "run   x"}, "Fe|?", "run_x"},  // one blank is nothing
+      {{"Ca", "C"}, "a|?", "C"},          // the scan from the back continues beyond the short name: C and a differ
+      {{"aaXaa", "aaa"}, "X|?", "aaaa"},  // front and back overlap in the short name
+      {{"run Fe x", "run   x"}, "Fe|?", "run_x"},  // a single blank counts as empty
       {{"", "a"}, "?|a", "?"},
       {{"x.", "x,Fe"}, "|_Fe", "x"},
       {{"Ä1", "ä2"}, "1|2", "Ä"},
@@ -70,7 +70,7 @@ TEST_F(SpeciesNames, NamesThatNeverDifferAreScannedForEver) {
     EXPECT_EXIT(scan(names), testing::KilledBySignal(SIGALRM), "") << Text(names);
 }
 
-TEST_F(SpeciesNames, OneKnownExtensionGoesAndCleaningKeepsTheAllowedCharacters) {
+TEST_F(SpeciesNames, RemovesOneKnownExtensionAndKeepsTheAllowedCharacters) {
   for (const auto& [name, stem] :
        {std::pair{"a.tif.png", "a.tif"}, {"MAP.XRay", "MAP"}, {"a.gif", "a.gif"}, {"tif", "tif"}, {".tif", ""}})
     EXPECT_EQ(Globals::RemoveExtension(name).Utf8(), stem);
@@ -83,13 +83,13 @@ TEST_F(SpeciesNames, OneKnownExtensionGoesAndCleaningKeepsTheAllowedCharacters) 
     EXPECT_EQ(Globals::CleanString(name).Utf8(), clean);
 }
 
-TEST_F(SpeciesNames, MarksAtTheEndGo) {
+TEST_F(SpeciesNames, RemovesSuffixes) {
   Names names{"Fe_1", "Al27", "C12_3", "Si_28", "Mg123", "12", "7", "_x", "a_x", "Fe+", ""};
   RemoveSuffixes(names);
   EXPECT_EQ(Text(names), "Fe|Al|C|Si_|Mg1|1|7|_x|a|Fe+|");
 }
 
-// Were a step quadratic, this would run into the time limit of a test.
+// A quadratic step would exceed the time limit of a test.
 TEST_F(SpeciesNames, ManyLongNamesAreQuick) {
   Names names;
   for (int i = 0; i < 100000; ++i)

@@ -5,10 +5,10 @@
 using platform::Array;
 using platform::String;
 
-TEST(SpeciesUnion, UnitesSortsAndTellsWhoHasWhat) {
+TEST(SpeciesUnion, UnitesSortsAndRecordsWhichClusterHoldsWhat) {
   const SpeciesUnion united = UniteSpecies({{"Si", "fe", "?", "?"}, {"Al", "FE", ""}, {}});
   EXPECT_EQ(platform::Join(united.names, "|").Utf8(), "|?|Al|fe|Si");
-  std::string exist;  // nobody holds the empty name
+  std::string exist;  // no cluster holds the empty name
   for (int row = 0; row < 3; ++row)
     for (int j = 0; j < 5; ++j) exist += united.exist(row, j) ? '+' : '-';
   EXPECT_EQ(exist, "-+-++--++------");
@@ -22,7 +22,7 @@ TEST(SpeciesUnion, AllPresent) {
   EXPECT_FALSE(UniteSpecies({{"Fe", ""}}).allPresent);
 }
 
-// Were a step quadratic, this would run into the time limit of a test.
+// A quadratic step would exceed the time limit of a test.
 TEST(SpeciesUnion, ManyNamesAreQuick) {
   std::vector<Array<String>> clusters(16);
   for (int i = 0; i < 32767; ++i)

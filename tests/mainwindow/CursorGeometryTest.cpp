@@ -31,7 +31,7 @@ TEST(CursorGeometry, RestoredSquare) {
     for (const int extreme : {kHighest, kLowest}) SquareUnderMark(extreme, extreme, extreme, zoom);
 }
 
-// No trace of a mark may remain, whatever the zoom and the place.
+// No trace of a mark may remain, whatever the zoom and the position.
 TEST(CursorGeometry, RestoredSquareCoversTheMark) {
   for (const double zoom : kZooms)
     for (const int radius : {0, 1, 4, 5, 6, 7, 41, 150})
@@ -43,7 +43,7 @@ TEST(CursorGeometry, RestoredSquareCoversTheMark) {
       }
 }
 
-TEST(CursorGeometry, MarksReachToTheEndsOfTheNumbersAndLargeCirclesAreThicker) {
+TEST(CursorGeometry, MarksReachTheLimitsOfIntAndLargeCirclesAreThicker) {
   EXPECT_EQ(SmallCross(kHighest, kLowest)[1].to.x, kHighest);
   EXPECT_EQ(CircleAround(10, 20, 4).oval, (Rect{6, 16, 9, 9}));
   EXPECT_EQ(CircleAround(10, 20, 4).pen, 1);

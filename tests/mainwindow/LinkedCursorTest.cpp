@@ -100,14 +100,14 @@ TEST_F(LinkedCursorTest, HeldKeysChangeTheCircleButNotWithAShortcut) {
     Color color;
   } ticks[] = {
       {false, true, false, "", 42, 0x808080},
-      {false, true, true, "", 44, 0x808080},  // Control goes before Option
+      {false, true, true, "", 44, 0x808080},  // Control takes precedence over Option
       {false, false, true, "", 41, 0x808080},
       {true, false, false, "", 41, kBlack},
       {true, false, false, "", 41, kBlack},  // once for each press
       {false, false, false, "", 41, kBlack},
       {true, false, false, "", 41, kWhite},
       {false, true, false, "", 43, kWhite},
-      {false, true, false, "Ctrl+3", 41, kWhite},  // as before the hold, and so it stays while the key is down
+      {false, true, false, "Ctrl+3", 41, kWhite},  // as before the press, and unchanged while the key is down
       {false, true, false, "", 41, kWhite},
       {false, false, false, "", 41, kWhite},
       {false, true, false, "", 43, kWhite},

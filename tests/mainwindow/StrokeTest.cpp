@@ -43,7 +43,7 @@ TEST(Stroke, PositionsRoundHalvesUpward) {
 
 TEST(Stroke, StampsOfAStep) {
   EXPECT_EQ(Stamps({10, 10}, {14, 12}), (std::vector<Point>{{10, 10}, {11, 11}, {12, 11}, {13, 12}, {14, 12}}));
-  // Halves go upward here too, so the way back differs.
+  // Halves round upward here too, so the way back differs.
   EXPECT_EQ(Stamps({13, 12}, {10, 10}), (std::vector<Point>{{13, 12}, {12, 11}, {11, 11}, {10, 10}}));
   EXPECT_EQ(Stamps({kHighest - 1, -kHighest}, {kHighest, -kHighest}),
             (std::vector<Point>{{kHighest - 1, -kHighest}, {kHighest, -kHighest}}));
@@ -56,7 +56,7 @@ TEST(Stroke, UndoStopsAtARowThatAddsUpToTheMarker) {
   Drawing drawing;
   drawing.Begin({0, 0});
   drawing.Extend({0, 0}, {-30, -10});
-  // Adds up to -40 in 32 bits, to far more in truth.
+  // The sum is -40 in 32 bits, but far more in full.
   drawing.Extend({kHighest, kHighest}, {kHighest, 2147483611});
   drawing.Extend({-30, -10}, {5, 5});
   EXPECT_TRUE(drawing.Undo());
@@ -64,7 +64,7 @@ TEST(Stroke, UndoStopsAtARowThatAddsUpToTheMarker) {
   EXPECT_TRUE(drawing.Undo());
   EXPECT_EQ(drawing.Rows(), 0);
 
-  // A press at such a place leaves its marker, and a lone marker stays.
+  // A press at such a position leaves its marker, and a single marker stays.
   drawing.Begin({-20, 0});
   EXPECT_TRUE(drawing.Undo());
   EXPECT_EQ(drawing.Rows(), 1);

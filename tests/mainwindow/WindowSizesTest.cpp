@@ -25,6 +25,6 @@ TEST(WindowSizes, SpeciesWindowsFillRowsFromTheBottomLeft) {
   // The highest row that fits touches the top with its title.
   EXPECT_TRUE(PlaceSpeciesWindow({10, 20 + 257 + 22}, screen, window).position);
   EXPECT_FALSE(PlaceSpeciesWindow({10, 20 + 257 + 21}, screen, window).position);
-  // A window wider than the screen wraps at once and stands a row higher.
+  // A window wider than the screen wraps at once and is a row higher.
   EXPECT_EQ(PlaceSpeciesWindow(FirstPosition(screen), screen, {601, 100}).position, (Point{10, 418}));
 }

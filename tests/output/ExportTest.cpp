@@ -1,4 +1,4 @@
-// Names of pictures that are taken, and by whom.
+// Saving under names that are taken.
 
 #include "tests/support/FileCalls.h"
 #include "tests/support/WindowsFixture.h"

@@ -18,10 +18,10 @@ TEST(FolderItem, ShowsComposedNamesAndKeepsTheBytesOfThePath) {
   EXPECT_TRUE(FolderItem("/data/run7/").DisplayName().Identical("run7"));
 }
 
-TEST(FolderItem, KnowsItsPlace) {
+TEST(FolderItem, FindsParentsAndChildren) {
   const Folder folder;
   const auto here = MakeRef<FolderItem>(folder.Path());
-  EXPECT_TRUE(here->Exists() && !here->IsReadable()) << "a folder is no file";
+  EXPECT_TRUE(here->Exists() && !here->IsReadable()) << "a folder is not a file";
   const auto child = here->Child("\u00b5m_(Fe).png");
   EXPECT_FALSE(child->Exists() || child->IsReadable());
   EXPECT_EQ(child->Path(), folder.Path() / "\u00b5m_(Fe).png");
@@ -32,7 +32,7 @@ TEST(FolderItem, KnowsItsPlace) {
   EXPECT_EQ(FolderItem("Fe.tif").Parent()->Path(), std::filesystem::current_path());
 }
 
-TEST(FolderItem, TakesTheHomeFolderWhereThereIsNoDesktop) {
+TEST(FolderItem, FallsBackToTheHomeFolder) {
   const Folder home;
   ASSERT_EQ(setenv("HOME", home.Path().c_str(), 1), 0);
   ASSERT_EQ(setenv("XDG_CONFIG_HOME", (home.Path() / "none").c_str(), 1), 0);
@@ -51,7 +51,7 @@ TEST(BinaryStream, ReadsNumbersInBothOrders) {
   EXPECT_EQ(stream->ReadShort(), 0x0102);
   stream->LittleEndian = true;
   EXPECT_EQ(stream->ReadShort(), -2);
-  EXPECT_EQ(stream->ReadShort(), 0) << "one byte is no number";
+  EXPECT_EQ(stream->ReadShort(), 0) << "one byte is not a number";
   EXPECT_EQ(stream->Position(), 6);
   stream->Position(3);
   EXPECT_EQ(stream->Read(std::numeric_limits<int>::max()), (std::vector<std::uint8_t>{0xFF, 0x05}));

@@ -45,7 +45,7 @@ std::string Difference(const Ref<Picture>& a, const Ref<Picture>& b) {
   return "";
 }
 
-/// The line of the textbook, with its running error, walked from end to end; the pen is stamped at each step.
+/// Bresenham's line with its running error, computed from end to end; the pen is stamped at each step.
 void PlotByError(RGBSurface to, int x, int y, int x2, int y2, int penWidth, int penHeight) {
   const int dx = std::abs(x2 - x), sx = x < x2 ? 1 : -1;
   const int dy = -std::abs(y2 - y), sy = y < y2 ? 1 : -1;
@@ -60,7 +60,7 @@ void PlotByError(RGBSurface to, int x, int y, int x2, int y2, int penWidth, int 
   }
 }
 
-TEST(Lines, AreThoseOfTheTextbookUnderEveryClip) {
+TEST(Lines, AreBresenhamsUnderEveryClip) {
   for (int round = 0; round < 3000; ++round) {
     const int x1 = Any(-60, 90), y1 = Any(-60, 90), x2 = Any(-60, 90), y2 = Any(-60, 90);
     const auto drawn = Canvas(33, 29);
@@ -85,7 +85,7 @@ struct Case {
 const Case kCases[] = {
     {"line to the ends of the numbers", 4, 4, [](Graphics& g) { g.DrawLine(kLowest, kLowest, kHighest, kHighest); },
      "#...\n.#..\n..#.\n...#\n"},
-    // Over 2^32 - 1 steps the line rises by one row, in its middle, which is at x = 0.
+    // Over 2^32 - 1 steps the line rises by one row, at its centre, which is at x = 0.
     {"line that rises by one", 3, 2, [](Graphics& g) { g.DrawLine(kLowest, 0, kHighest, 1); }, "...\n###\n"},
     {"lines backwards", 3, 3,
      [](Graphics& g) { g.DrawLine(1, kHighest, 1, kLowest), g.DrawLine(kHighest, 2, kLowest, 2); }, ".#.\n.#.\n###\n"},
@@ -139,7 +139,7 @@ TEST(Ovals, CoverTheAreaOfARingInTheSmoothRenderer) {
         ASSERT_EQ(pixels(x, y), pixels(x, deviceSize - 1 - y));
       }
     EXPECT_NEAR(sum / (scale * scale), 238.76, 0.5) << "pi (20^2 - 18^2) square pixels, at " << scale;
-    EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(5 * scale)), kBlack) << "the middle of the pen";
+    EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(5 * scale)), kBlack) << "the centre of the pen";
     EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(4 * scale) - 1), kWhite);
   }
 }
@@ -243,11 +243,11 @@ const struct {
   std::vector<int> drawn;
 } kScaled[] = {
     {{10, 20}, true, 0, 2, {10, 10, 10, 20, 20, 20}},
-    {{0, 1, 2, 3, 4}, true, 0, 5, {0, 2, 4}},  // three middles in five pixels: at 5/6, 15/6 and 25/6
+    {{0, 1, 2, 3, 4}, true, 0, 5, {0, 2, 4}},  // three centres in five pixels: at 5/6, 15/6 and 25/6
     {{0, 1, 2, 3}, true, 0, 4, {1, 3}},
     {{10, 20}, true, -1, 4, {255, 255, 10, 10, 20, 20, 255, 255}},  // what lies outside the source stays
     {{0, 100}, false, 0, 2, {0, 25, 75, 100}},
-    {{0, 100, 30, 51}, false, 0, 4, {50, 41}},  // halves go upward
+    {{0, 100, 30, 51}, false, 0, 4, {50, 41}},  // halves round upward
     {{0, 100}, false, -1, 4, {255, 255, 0, 25, 75, 100, 255, 255}},
     {{0, 100}, false, 5, 2, {255, 255}},
     {{0, 100}, false, 0, -1, {255, 255}},
@@ -317,7 +317,7 @@ TEST(DrawPicture, StaysWithinNumbersForHugeRectangles) {
     g.DrawPicture(picture, -kHighest, -kHighest, kHighest, kHighest);  // ends just before the surface
     g.DrawPicture(picture, 0, 0, 4, 4, -kHighest, 0, kHighest, kHighest);
     EXPECT_EQ(Difference(target, Canvas(4, 4)), "");
-    // The middle pixel of the picture is 700 million pixels wide here.
+    // The centre pixel of the picture is 700 million pixels wide here.
     g.DrawPicture(picture, -1050000000, -1050000000, 2100000000, 2100000000);
     EXPECT_EQ(target->Pixels()(2, 2), picture->Pixels()(1, 1));
   }

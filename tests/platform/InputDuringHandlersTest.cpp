@@ -1,5 +1,5 @@
-// Real keys and clicks that come while a handler refreshes the screen. They are sent through an X server, because the
-// toolkit keeps waiting input where only events of the window system go.
+// Real keys and clicks that arrive while a handler refreshes the screen. They are sent through an X server, because the
+// toolkit delays only events of the window system.
 
 #include <gtest/gtest.h>
 
@@ -95,7 +95,7 @@ class InputDuringHandlers : public ::testing::Test {
     refreshUntil(milliseconds);
     stalled = std::chrono::steady_clock::now() > begin + std::chrono::milliseconds(milliseconds + 250);
   }
-  /// Starts over if the machine stalled: the short handler may have become a long one.
+  /// Retries if the machine stalled: the short handler may have become a long one.
   void ExpectAllKept() {
     for (int attempt = 0; attempt < 20; ++attempt) {
       Click(board.work);

@@ -13,7 +13,7 @@ namespace {
 
 using platform::AvailableMemory;
 
-/// A proc/ and a sys/ of its own, as a machine with 9000 kB available has them.
+/// Simulated folders proc/ and sys/.
 class Memory : public testing::Test {
  protected:
   void Expect(double available, const std::string& path, const std::string& text) {
@@ -33,7 +33,7 @@ TEST_F(Memory, IsBoundByEveryControlGroupAbove) {
   Expect(kAll, "sys/fs/cgroup/outer/inner/memory.current", "400000\n");
   Expect(1000000, "sys/fs/cgroup/outer/memory.max", "1000000\n");
   Expect(300000, "sys/fs/cgroup/outer/memory.current", "700000\n");
-  // What is cached of files gives way.
+  // Cached file pages can be reclaimed.
   Expect(350000, "sys/fs/cgroup/outer/memory.stat", "anon 500000\nactive_file 9\ninactive_file 50000\n");
   Expect(10000, "sys/fs/cgroup/outer/inner/memory.max", "410000\n");
   Expect(0, "sys/fs/cgroup/outer/inner/memory.max", "300000\n");
@@ -41,7 +41,7 @@ TEST_F(Memory, IsBoundByEveryControlGroupAbove) {
 
 TEST_F(Memory, IsBoundByTheOlderKindOfControlGroup) {
   Expect(kAll, "proc/meminfo", "MemAvailable:    9000 kB\n");
-  // Seen from inside a container: the path is the machine's, the files stand at the top.
+  // Seen from inside a container: the path is the host's, the files are at the top.
   Expect(kAll, "proc/self/cgroup", "9:cpu,cpuacct:/job\n8:hugetlb,memory:/job\n0::/\n");
   Expect(5000000, "sys/fs/cgroup/memory/memory.limit_in_bytes", "5000000\n");
   Expect(4000000, "sys/fs/cgroup/memory/memory.usage_in_bytes", "1000000\n");

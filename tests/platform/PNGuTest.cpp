@@ -30,7 +30,7 @@ bool Holds(const std::filesystem::path& path, const Ref<Picture>& picture) {
   return true;
 }
 
-/// Lets no file of this process grow beyond some bytes, as on a full disk. The signal that comes with it kills.
+/// Limits the size of files of this process, as on a full disk. The signal of the limit kills the process.
 void LimitFiles() {
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
@@ -60,7 +60,7 @@ TEST(SavePicture, WritesThePixelsAndReplacesTheFile) {
 TEST(SavePicture, LeavesNothingBehindWhenItFails) {
   const Folder folder;
   EXPECT_FALSE(Save(folder.Path() / "gone" / "Fe.png", Noise(2, 2)));
-  EXPECT_FALSE(Save(folder.Path() / "Fe.png", NewPicture(0, 0, 32))) << "no PNG is empty";
+  EXPECT_FALSE(Save(folder.Path() / "Fe.png", NewPicture(0, 0, 32))) << "a PNG cannot be empty";
   std::filesystem::create_directory(folder.Path() / "taken");
   EXPECT_FALSE(Save(folder.Path() / "taken", Noise(2, 2)));
   EXPECT_EQ(folder.Count(), 1);
@@ -78,7 +78,7 @@ TEST(SavePicture, KeepsTheOldFileWhenTheProcessIsKilled) {
   };
   EXPECT_EXIT(saveTooMuch(), testing::KilledBySignal(SIGXFSZ), "");
   EXPECT_TRUE(Holds(path, Noise(5, 5)));
-  // What it left goes with the next save, but not what another program is writing.
+  // The next save removes what it left, but not what another program is writing.
   EXPECT_EQ(folder.Count(), 2);
   const int busy = open(folder.Write(".vornalite-1-0.part", "half").c_str(), O_RDONLY);
   ASSERT_EQ(flock(busy, LOCK_EX), 0);
@@ -120,7 +120,7 @@ TEST(SavePicture, KeepsThePictureWhereFilesCannotBeFlushed) {
 }
 
 /// On file systems of three kinds: with files that get a name later, with renaming that does not replace, with neither.
-TEST(SaveNewPicture, LeavesAloneWhatHasTakenTheNameMeanwhile) {
+TEST(SaveNewPicture, KeepsAFileThatTookTheNameMeanwhile) {
   for (const auto& [unnamed, renames] : {std::pair{true, true}, {false, true}, {false, false}}) {
     const Folder folder;
     const auto path = folder.Path() / "Fe.png";
@@ -135,13 +135,13 @@ TEST(SaveNewPicture, LeavesAloneWhatHasTakenTheNameMeanwhile) {
                  .unnamedFiles = unnamed,
                  .renamesWithoutReplacing = renames};
     EXPECT_EQ(save(), NewFile::Outcome::NameTaken);
-    EXPECT_EQ(hiddenFiles, unnamed ? 0 : 1) << "an unnamed file leaves nothing when the program is killed";
+    EXPECT_EQ(hiddenFiles, unnamed ? 0 : 1) << "an unnamed file disappears when the program is killed";
     EXPECT_EQ(folder.Count(), 1);
     EXPECT_EQ(std::filesystem::file_size(path), 6u);
     fileCalls.flush = nullptr;
     std::filesystem::remove(path);
     std::filesystem::create_symlink("nowhere", path);
-    EXPECT_EQ(save(), NewFile::Outcome::NameTaken) << "also by a link that leads nowhere";
+    EXPECT_EQ(save(), NewFile::Outcome::NameTaken) << "also by a dangling link";
     std::filesystem::remove(path);
     EXPECT_EQ(save(), NewFile::Outcome::Written);
     EXPECT_TRUE(Holds(path, Noise(5, 5)));

@@ -23,7 +23,7 @@ Bytes FileContent(const std::filesystem::path& path) {
 }
 
 /// Size, "grey" or "colours", and the FNV-1a digest of levels or pixels, or why there is no picture. `nearly`: of the
-/// upper four bits of each component, for decoders that may round in their own way.
+/// upper four bits of each component, for decoders that may round differently.
 std::string Describe(const OpenedPicture& opened, bool nearly = false) {
   if (!opened.picture) return opened.failure.Utf8();
   Picture& picture = *opened.picture;
@@ -38,8 +38,8 @@ std::string Describe(const OpenedPicture& opened, bool nearly = false) {
   return size + (nearly ? " nearly " : " ") + kind + " " + digest;
 }
 
-/// The lines "name: description" of tests/odd/expected.txt. A failure is given as far as it does not depend on the
-/// version of a library. See there how the digests were verified.
+/// The lines "name: description" of tests/odd/expected.txt. Failures are given as far as they do not depend on the
+/// version of a library. The file states how the digests were verified.
 std::map<std::string, std::string> Expected() {
   std::map<std::string, std::string> expected;
   std::ifstream file(OddFolder() / "expected.txt");
@@ -58,7 +58,7 @@ TEST(OddFiles, OpenOrFailAsExpected) {
   for (const auto& entry : std::filesystem::directory_iterator(OddFolder()))
     EXPECT_EQ(Expected().count(entry.path().filename().string()), entry.path().filename() == "expected.txt" ? 0U : 1U)
         << entry.path();
-  // Its first bytes are those of a PNG; told to read a PICT, the reader must not be led astray.
+  // Its first bytes are those of a PNG; ReadPict must read the PICT nevertheless.
   EXPECT_EQ(Describe(ReadPict(ByteSource(OddFolder() / "png-in-the-preamble.pict"))), Expected()["grey.pict"]);
   // Opening a pipe must not wait for a writer.
   const Folder folder;
@@ -68,7 +68,7 @@ TEST(OddFiles, OpenOrFailAsExpected) {
   EXPECT_EQ(Describe(ReadPicture(folder.Path() / "none")), "cannot be read: No such file or directory");
 }
 
-TEST(OddFiles, CutShortGiveNothingOrTheWholePictureAndNoWord) {
+TEST(OddFiles, TruncatedGiveAFailureOrTheWholePictureAndPrintNothing) {
   testing::internal::CaptureStderr();
   testing::internal::CaptureStdout();
   for (const auto& [name, expected] : Expected()) {
@@ -108,7 +108,7 @@ TEST(OddFiles, AreReadNoFurtherThanTheFirstImageAndMayShrinkMeanwhile) {
     if (!ReadPicture(OddFolder() / name).picture) continue;
     std::filesystem::copy_file(OddFolder() / name, copy, std::filesystem::copy_options::overwrite_existing);
     ByteSource source(copy);
-    std::filesystem::resize_file(copy, 40);  // behind the signatures
+    std::filesystem::resize_file(copy, 40);  // past the signatures
     const std::string failure = Describe(ReadPicture(std::move(source)));
     EXPECT_TRUE(failure.starts_with("truncated")) << name << ": " << failure;
     std::filesystem::copy_file(OddFolder() / name, copy, std::filesystem::copy_options::overwrite_existing);

@@ -12,7 +12,7 @@ TEST(String, CountsCharactersAndKeepsThemThroughUtf8) {
   EXPECT_EQ(Asc(Mid(text, 9)), 0x1D538);
 }
 
-TEST(String, ReplacesEachByteThatIsNoUtf8) {
+TEST(String, ReplacesEachInvalidByte) {
   const std::pair<const char*, const char32_t*> cases[] = {
       {"x\xFFy\xC3", U"x\uFFFDy\uFFFD"},
       {"\xC0\xAF", U"\uFFFD\uFFFD"},  // overlong
@@ -41,7 +41,7 @@ TEST(String, ComparesWithoutLetterCase) {
   EXPECT_LT(String("_"), String("Z")) << "order is that of the folded letter, here z";
 }
 
-TEST(String, TakesPieces) {
+TEST(String, ReturnsPieces) {
   const std::pair<String, const char*> cases[] = {
       {Left("abc", 2), "ab"},    {Left("abc", 9), "abc"}, {Left("abc", -1), ""},   {Right("abc", 2), "bc"},
       {Right("abc", 9), "abc"},  {Right("abc", 0), ""},   {Mid("abc", 2, 1), "b"}, {Mid("abc", 2), "bc"},
@@ -78,7 +78,7 @@ TEST(String, WritesNumbers) {
                                            {-0.4, "0", "0"},
                                            {0.5, "#", "1"},
                                            {1e300 * 1e300, "00", "00"}})
-    EXPECT_EQ(Format(number, mask).Utf8(), text) << "halves go upward";
+    EXPECT_EQ(Format(number, mask).Utf8(), text) << "halves round upward";
   EXPECT_TRUE(Chr(31).Identical("\x1F"));
   EXPECT_EQ(Asc(""), 0);
   EXPECT_EQ(Asc(Chr(-1)), 0xFFFD);

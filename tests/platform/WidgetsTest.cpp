@@ -26,7 +26,7 @@ namespace {
 using namespace platform;
 namespace user = platform::testing;
 
-/// Keeps a handler going long enough for the next refresh to serve the screen.
+/// Keeps a handler running long enough for the next refresh to process screen events.
 void WorkFor(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
 
 class Board : public Window {
@@ -96,7 +96,7 @@ TEST_F(Widgets, ARefreshInsideAHandlerPaintsAtOnce) {
     board.canvas.Refresh();
     EXPECT_EQ(board.paints, before + 1);
     EXPECT_EQ(user::TakeRepaints(board.canvas), (std::vector<Rect>{{0, 0, 100, 80}}));
-    // So is a window that the handler has just made and shown.
+    // So is a window that the handler has just created and shown.
     auto& late = New<Board>();
     late.Show();
     late.canvas.Refresh();
@@ -114,7 +114,7 @@ TEST_F(Widgets, LiveDrawingNeedsAPaintAtTheSizeOfTheCanvas) {
   board.canvas.Refresh();
   board.canvas.Width(20);
   board.canvas.Height(10);
-  board.canvas.Graphics().FillRect(0, 0, 5, 5);  // before the paint at this size, which comes all the same
+  board.canvas.Graphics().FillRect(0, 0, 5, 5);  // before the paint at this size, which still follows
   FlushCanvases();
   user::ProcessEvents();
   EXPECT_EQ(board.canvas.Image()->RGBSurface().Pixel(1, 1), 0x112233U);
@@ -226,14 +226,14 @@ TEST_F(Widgets, AWindowOfFixedSizeStaysWhereItIsWhenItBecomesTooLarge) {
 
 TEST_F(Widgets, KeysThatNoControlUsesReachTheWindow) {
   board.SetFocus();
-  // The tabs lead to a button, which leaves the arrows to the window.
+  // Tab leads to a button, which leaves the arrow keys to the window.
   for (const char* key : {"Left", "Right", "Up", "Down", "q", "Tab", "Tab", "Down"}) user::Key(board, key);
   EXPECT_EQ(board.keys, (std::vector<int>{28, 29, 30, 31, 'q', 31}));
 
   std::string pressed;
   board.save.Action = [&] { pressed += "save "; };
   board.ok.Action = [&] { pressed += "ok "; };
-  board.list.GotFocus = [&] { board.SetFocus(); };  // a list that never keeps the keyboard does not stop Tab
+  board.list.GotFocus = [&] { board.SetFocus(); };  // a list that passes the focus on does not stop Tab
   board.ok.Default(true);
   board.SetFocus();
   for (const char* key : {"Tab", "Space"}) user::Key(board, key);
@@ -276,7 +276,7 @@ TEST_F(Widgets, AListKeepsChecksAndTagsWithTheirRowsWhenSorted) {
   EXPECT_EQ(rows, "alpha Alpha Beta+! beta+ ");
 
   list.CellClick = [](int row, int, int, int) { return row == 1; };
-  user::ClickCell(list, 1, 2, 20, 5);  // kept from the list
+  user::ClickCell(list, 1, 2, 20, 5);  // suppressed by CellClick
   user::ClickCell(list, 2, 2, 21, 6);
   list.Selected(0, true);
   EXPECT_EQ(list.SelCount(), 2);
@@ -290,11 +290,11 @@ TEST_F(Widgets, AListKeepsChecksAndTagsWithTheirRowsWhenSorted) {
   EXPECT_EQ(actions, 33);
 }
 
-TEST_F(Widgets, AListUsesNoKeysThatItHasNoUseFor) {
+TEST_F(Widgets, AListIgnoresKeysThatItDoesNotNeed) {
   Listbox& list = board.list;
   list.Setup({.columnWidths = "40,*", .headings = {"Edit", "Name"}});
   for (const char* row : {"1", "2"}) list.AddRow(row);
-  // Who comes by Tab walks through the rows, and leaves by a key or the mouse. A click gives the arrows no use.
+  // After Tab the arrows move through the rows, until a key or the mouse leaves the list. A click does not enter it.
   const std::function<void()> ways[] = {[&] { user::ClickCell(board.list, 0, 0, 5, 5); },
                                         [&] { user::Key(board, "Escape"); }, [&] { user::Click(board.canvas, 5, 5); },
                                         [&] { user::Click(board.save); }};
@@ -324,12 +324,12 @@ TEST_F(Widgets, InputsRaiseWhatTheirContractSays) {
   board.menu.AddRow("RGB");
   EXPECT_EQ(board.menu.ListIndex(), -1);
   for (int i = 0; i < 2; ++i) board.menu.ListIndex(0);
-  EXPECT_EQ(changes, 2) << "a menu tells of every choice";
+  EXPECT_EQ(changes, 2) << "a menu raises Change at every choice";
   board.slider.Setup({.minimum = -10, .value = -3, .maximum = 10});
   for (int i = 0; i < 2; ++i) board.slider.Value(4);
-  EXPECT_EQ(changes, 3) << "a slider tells of every other value";
+  EXPECT_EQ(changes, 3) << "a slider raises ValueChanged only for another value";
   board.check.Value(true);
-  EXPECT_EQ(changes, 3) << "a check box tells of clicks";
+  EXPECT_EQ(changes, 3) << "a check box raises Action only for clicks";
   user::Toggle(board.check);
   EXPECT_FALSE(board.check.Value());
   EXPECT_EQ(changes, 4);
@@ -367,7 +367,7 @@ TEST_F(Widgets, DroppedFilesArriveInOrderWhateverTheirNames) {
 
 TEST_F(Widgets, ClosedWindowsLeaveTheListAtOnce) {
   board.save.Action = [&] {
-    board.Close();  // its own end comes after the event
+    board.Close();  // it is destroyed after the event
     EXPECT_EQ(WindowCount(), 0);
   };
   user::Click(board.save);

@@ -9,7 +9,7 @@ namespace {
 using platform::Color;
 using Levels = std::vector<std::uint8_t>;
 
-/// Each component of each entry is different from its neighbours'.
+/// Each component of each entry differs from its neighbours'.
 std::vector<Color> Row257() {
   std::vector<Color> row(257);
   for (std::size_t i = 0; i < row.size(); ++i)
@@ -24,7 +24,7 @@ TEST_P(ColorMappingOnEveryTarget, ColoursEachPixelOfRowsOfAnyWidth) {
   const LevelColors colors = ComposeColors(DisplayCurve(0, 255), row);
   constexpr int height = 3;
   for (int width = 1; width <= 200; ++width) {
-    // Rows that begin anywhere, so that every level comes to stand at every position of a step.
+    // Rows that begin anywhere, so that every level occurs at every position of a step.
     const int inPitch = width + 5, outPitch = width + 3;
     Levels levels(static_cast<std::size_t>(inPitch * height));
     for (std::size_t i = 0; i < levels.size(); ++i) levels[i] = static_cast<std::uint8_t>(i * 37 + i / 256);
@@ -44,14 +44,14 @@ TEST(ColorMapping, ColoursTheCommonPartOnly) {
   const LevelColors colors = ComposeColors(DisplayCurve(0, 255), row);
   const Levels levels(20, 9);
   std::vector<Color> target(20, 1);
-  // 5 by 4 levels on 3 by 2 pixels that lie in rows of 5.
+  // 5 by 4 levels on 3 by 2 pixels of pitch 5.
   ColorPlane({levels.data(), 5, 4, 5}, colors, {target.data(), 3, 2, 5});
   std::vector<Color> expected(20, 1);
   for (const std::size_t i : {0, 1, 2, 5, 6, 7}) expected[i] = row[9];
   EXPECT_EQ(target, expected);
 }
 
-TEST(ColorMapping, RefusesAnIndexOutsideTheTableWhereALevelAsksForIt) {
+TEST(ColorMapping, ThrowsForAnIndexOutsideTheTableThatALevelUses) {
   Curve curve = DisplayCurve(0, 255);
   curve[7] = -1;
   curve[8] = 257;
@@ -66,7 +66,7 @@ TEST(ColorMapping, RefusesAnIndexOutsideTheTableWhereALevelAsksForIt) {
       EXPECT_THROW(ColorPlane({levels.data(), width, 1, width}, colors, {target.data(), width, 1, width}),
                    platform::OutOfBoundsException);
     }
-  // What is invalid in the curve does no harm where no level asks for it.
+  // An invalid entry of the curve is harmless if no level uses it.
   const Levels levels(width, 9);
   ColorPlane({levels.data(), width, 1, width}, colors, {target.data(), width, 1, width});
   EXPECT_EQ(target, std::vector<Color>(width, Row257()[256]));

@@ -47,7 +47,7 @@ TEST(ColorTables, HaveTheirNamesAndFixedColours) {
     const Expected& expected = kExpected[row - 1];
     const std::string line = ColorTableLines()(row - 1).Utf8();
     EXPECT_EQ(std::ranges::count(line, ','), 256);
-    EXPECT_TRUE(line.find(",16777215,") == line.find(',') && line.ends_with(",0")) << "the marks around the colours";
+    EXPECT_TRUE(line.find(",16777215,") == line.find(',') && line.ends_with(",0")) << "the markers around the colours";
     const ParsedTable table = Table(row);
     EXPECT_EQ(table.name.Utf8(), expected.name);
     const auto& c = table.colors;

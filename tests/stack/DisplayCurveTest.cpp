@@ -14,9 +14,9 @@ struct Row {
   int sum;                     ///< of all entries
 };
 
-TEST(DisplayCurve, TellingRows) {
+TEST(DisplayCurve, SampledEntries) {
   constexpr std::array<std::size_t, 7> places{1, 32, 64, 128, 192, 254, 255};
-  // Computed apart from this program, in doubles in the same order; -25, -20, 20 and 25 lie beyond the main slider.
+  // Computed independently, in doubles in the same order; -25, -20, 20 and 25 are beyond the main slider.
   for (const Row& row :
        {Row{-25, {0, 0, 0, 1, 3, 137, 254}, 1352}, Row{-20, {0, 0, 1, 3, 10, 197, 255}, 3023},
         Row{-13, {0, 2, 5, 14, 39, 239, 255}, 8317}, Row{-10, {0, 4, 9, 25, 64, 246, 254}, 12003},

@@ -24,7 +24,7 @@ TEST_P(Parallel, CallsEachIndexOnce) {
   }
 }
 
-TEST_P(Parallel, PassesOneFailureOnWhenAllCallsHaveEnded) {
+TEST_P(Parallel, RethrowsOneFailureAfterAllCallsHaveEnded) {
   // The first call fails once every other thread is in a call; those calls end after the failure.
   const int threads = GetParam();
   std::atomic<int> inCalls{0}, ended{0};

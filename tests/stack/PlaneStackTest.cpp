@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(PlaneStack, KeepsWhatStaysInRangeAndBringsZeroesOtherwise) {
+TEST(PlaneStack, KeepsWhatStaysInRangeAndZeroesTheRest) {
   PlaneStack stack;
   EXPECT_EQ(stack.Ubound(1), -1);
   EXPECT_EQ(stack.Ubound(2), -1);
@@ -31,13 +31,13 @@ TEST(PlaneStack, KeepsWhatStaysInRangeAndBringsZeroesOtherwise) {
   EXPECT_EQ(stack(0, 3, 2), 0);
 
   stack.Redim(1, 4, 2);
-  EXPECT_EQ(stack(1, 0, 0), 0) << "a species that went and came back is new";
+  EXPECT_EQ(stack(1, 0, 0), 0) << "a species that was removed and added again is zero";
   stack.Redim(1, -1, 2);
   EXPECT_EQ(stack.Ubound(2), -1);
   EXPECT_THROW(stack(0, 0, 0), platform::OutOfBoundsException);
 }
 
-TEST(PlaneStack, PlanesStayWhereTheyAreWhenTheirSizeStays) {
+TEST(PlaneStack, ReusesPlanesOfUnchangedSize) {
   PlaneStack stack;
   stack.Redim(3, 99, 49);
   const auto* place = stack.Plane(2).data;

@@ -15,7 +15,7 @@ SmoothJob JobOf(const Levels& original, Levels& smoothed, int width, int height)
   return {{original.data(), width, height, width}, {smoothed.data(), width, height, width}, 0};
 }
 
-/// The filter as it is defined, value by value.
+/// The filter by its definition, value by value.
 Levels PlainSmooth(const Levels& original, int w, int h, int level) {
   std::vector<double> source(original.begin(), original.end()), target(source.size());
   for (int pass = 0; pass < level; ++pass) {
@@ -80,8 +80,7 @@ TEST_P(SmoothingOnEveryTarget, EqualsThePlainLoopBitForBit) {
 }
 
 TEST_P(SmoothingOnEveryTarget, StaysEqualThroughManyPasses) {
-  // One bright pixel in a corner, more passes than the short division by 9 is used for, and a plane longer than they
-  // reach.
+  // One bright pixel in a corner, more passes than SplitNinth is used for, and a plane longer than they reach.
   constexpr int w = 330, h = 9;
   Levels original(w * h, 0), smoothed(w * h);
   original[0] = 255;
@@ -94,9 +93,9 @@ TEST_P(SmoothingOnEveryTarget, StaysEqualThroughManyPasses) {
 
 FOR_EVERY_TARGET(SmoothingOnEveryTarget);
 
-TEST(Smoothing, CutsOnceAfterAllPasses) {
-  // 2 by 2 with one 9: the ninths are 4 2 2 1, then 25 20 20 16 eighty-firsts of 9. Cut in between, the 2 would be
-  // lost.
+TEST(Smoothing, TruncatesOnceAfterAllPasses) {
+  // 2 by 2 with one 9: the ninths are 4 2 2 1, then 25 20 20 16 eighty-firsts of 9. Truncation in between would lose
+  // the 2.
   const Levels original{9, 0, 0, 0};
   Levels smoothed(4);
   SmoothJob job = JobOf(original, smoothed, 2, 2);

@@ -1,4 +1,4 @@
-// Loading and smoothing as commands on the whole stack, where no story tells it.
+// Loading and smoothing as commands on the whole stack, where no story covers them.
 
 #include "platform/values/Memory.h"
 #include "platform/values/Parallel.h"
@@ -51,16 +51,16 @@ INSTANTIATE_TEST_SUITE_P(
                     {"Wrong TIFexist flags\nt-f \nFe\nFe_tif"},
                     3,
                     "Code 3: no file was found for species Fe_tif"},
-        // What differs between the names is not allowed in a name: both species are left without one.
+        // The characters that differ are not allowed in names: both species have no name.
         FailingLoad{
             "NoSpecies", {"a..tif", "a,.tif"}, {}, {}, {"Wrong TIFexist flags\nf-t \n, \n", "Nothing exists."}, 3, ""}),
     [](const auto& load) { return load.param.name; });
 
 class StackCommandsTest : public WindowsTest {};
 
-TEST_F(StackCommandsTest, AStackThatMemoryDoesNotHoldEndsTheProgramWithCode4) {
+TEST_F(StackCommandsTest, AStackLargerThanTheMemoryEndsTheProgramWithCode4) {
   LoadThree(64, 64);
-  // Enough for the pictures of another cluster, whose planes take the place of those that stand.
+  // Enough for the pictures of another cluster, whose planes replace those in memory.
   constexpr double kPixels = 64 * 64, kPictures = 100 * kPixels;
   SetParallelism(1);
   LimitAvailableMemory(kPictures);
@@ -105,7 +105,7 @@ TEST_F(StackCommandsTest, ProgressIsInViewWhereTheScreenCannotHoldTheMap) {
   EXPECT_EQ(user::ShownPart(main()).y, scrolled);
 }
 
-TEST_F(StackCommandsTest, SmoothingOutsideItsUsualBounds) {
+TEST_F(StackCommandsTest, SmoothingOutsideItsLimits) {
   LoadThree(4, 4);
   main().temp2(2, 1) = 41.9;
   main().Smooth(-1);  // shows the second work plane

@@ -1,5 +1,5 @@
 #pragma once
-/// A folder of a test's own, emptied and removed at its end.
+/// A temporary folder, removed with its content at the end.
 
 #include <unistd.h>
 

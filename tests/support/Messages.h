@@ -7,7 +7,7 @@
 
 #include "platform/widgets/Dialogs.h"
 
-/// Keeps what the code under test says to the user, in place of the message boxes.
+/// Collects the messages to the user instead of showing them.
 class MessagesTest : public testing::Test {
  protected:
   MessagesTest() {

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// A picture of colours that hardly repeat.
+/// A picture of random colours.
 inline Ref<Picture> Noise(int width, int height) {
   std::mt19937 random(7);
   auto picture = NewPicture(width, height, 32);

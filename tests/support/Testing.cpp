@@ -85,7 +85,7 @@ std::unique_ptr<QMimeData> FilesAsMime(const std::vector<std::string>& paths) {
   return data;
 }
 
-/// Enters the window with a drag and moves over it; true if the window would take the drop.
+/// Enters the window with a drag and moves over it; true if the window would accept the drop.
 bool DragOver(Window& window, const QMimeData& data) {
   QWindow* handle = window.Native().frame->windowHandle();
   if (!handle) return false;
@@ -265,7 +265,7 @@ void CloseButton(Window& window) {
 }
 
 void EndSession() {
-  // A session manager cannot be made. The program calls it only to refuse, which no window does.
+  // A QSessionManager cannot be created. The program uses it only to refuse, which no window does.
   alignas(QSessionManager) static char none[sizeof(QSessionManager)];
   emit qApp->commitDataRequest(reinterpret_cast<QSessionManager&>(none));
   ProcessEvents();

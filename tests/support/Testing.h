@@ -1,6 +1,6 @@
 #pragma once
-/// The user's hands and eyes for tests: real toolkit events to the real widgets, found through the controls. Positions
-/// are relative to the control, logical pixels. Every action returns when its events have been handled.
+/// Simulates a user and inspects the screen: sends real toolkit events to the widgets of the controls. Positions are
+/// relative to the control, in logical pixels. Every action returns when its events have been handled.
 
 #include <functional>
 #include <string>
@@ -15,23 +15,23 @@
 
 namespace platform::testing {
 
-/// Handles what is waiting in the event loop.
+/// Processes all pending events.
 void ProcessEvents();
-/// Runs the event loop until the condition holds; false when it did not within the limit.
+/// Runs the event loop until the condition holds; false if it did not within the limit.
 bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds = 5000);
 
 void Activate(Window& window);
-void MouseMove(RectControl& control, int x, int y);  ///< no button; enters the control when it was outside
+void MouseMove(RectControl& control, int x, int y);  ///< no button; enters the control if it was outside
 void MouseLeave(RectControl& control);
 void MousePress(RectControl& control, int x, int y);
 void MouseDragTo(RectControl& control, int x, int y);  ///< the button is down
 void MouseRelease(RectControl& control, int x, int y);
-void Click(RectControl& control);  ///< in its middle, or on the box of a check box
+void Click(RectControl& control);  ///< at its centre, or on the box of a check box
 void Click(RectControl& control, int x, int y);
-/// The pixel in the middle of the control, in device pixels of the screen.
+/// The centre of the control, in device pixels of the screen.
 std::pair<int, int> CentreOnScreen(RectControl& control);
 void RightClick(RectControl& control, int x, int y);
-/// Runs the work when the event loop comes to it, also while a modal window holds its caller.
+/// Posts work to the event queue; it is run even while a modal window blocks its caller.
 void Later(std::function<void()> work);
 /// Turns the wheel by a number of notches; a positive one scrolls up.
 void Wheel(RectControl& control, int x, int y, int notches);
@@ -46,14 +46,14 @@ void EditCell(Listbox& list, int row, int column, const String& text);
 void ChooseRow(PopupMenu& menu, int row);
 /// Toggles the box as assistive technology does, without a click.
 void Toggle(CheckBox& box);
-/// Keys as "Up", "Down", "Return", "Escape", "Tab", "Ctrl+Z" or a character; to the widget that has the keyboard.
+/// Sends a key such as "Up", "Return", "Escape", "Tab", "Ctrl+Z" or a character to the widget with the keyboard focus.
 void Key(Window& window, const std::string& key);
 void Drop(Window& window, const std::vector<std::string>& paths);
-/// Whether the window would take a drag of these files.
+/// Whether the window would accept a drag of these files.
 bool WouldAccept(Window& window, const std::vector<std::string>& paths);
 /// Presses the close button of the frame.
 void CloseButton(Window& window);
-/// Ends the session of the desktop, as far as the program can still refuse.
+/// Announces the end of the desktop session, which the program may refuse.
 void EndSession();
 /// Chooses a menu item as the mouse would: does nothing if it is disabled.
 void ChooseMenu(const String& itemName);

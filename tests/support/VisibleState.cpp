@@ -83,7 +83,7 @@ std::string Ranges(const std::set<int>& members) {
   return ranges;
 }
 
-/// Which columns and rows each colour covers, apart from the ground; of a picture of many colours the digest.
+/// Which columns and rows each colour except the background covers; the digest of a picture of many colours.
 std::string Shapes(const QImage& image, QRgb ground) {
   struct Cover {
     std::set<int> columns, rows;
@@ -126,7 +126,7 @@ bool CaptionFits(RectControl& control) {
          metrics.height() * lines <= native->place.height + 2;
 }
 
-/// What the screen holds of the window, in device pixels: the image that was last sent there.
+/// The image of the window that was last sent to the screen, in device pixels.
 QImage ScreenOf(const QWidget& frame) {
   QPaintDevice* device = frame.backingStore() ? frame.backingStore()->paintDevice() : nullptr;
   if (!device || device->devType() != QInternal::Image) return {};
@@ -175,7 +175,7 @@ struct DrawnText {
 };
 std::vector<DrawnText> drawnTexts;
 
-/// Takes note of each text in place of drawing it. One character is as wide as another, whatever the fonts.
+/// Records each text instead of drawing it. All characters have the same width, whatever the fonts.
 void RecordTexts() {
   drawnTexts.clear();
   SetTextDrawing({.draw =
@@ -185,7 +185,7 @@ void RecordTexts() {
                   .width = [](const Graphics&, const String& text) { return 7.0 * Len(text); }});
 }
 
-/// The cell's own text has an alignment, other text the place that it was given.
+/// The alignment of the cell's own text, or the coordinates of any other.
 std::string PlaceOf(const DrawnText& drawn, QSize cell, bool own) {
   QFont font = SystemFont(TextFont::System);
   font.setPixelSize(Graphics().TextSize);
@@ -252,7 +252,7 @@ class WindowWriter {
     Line("", text + Accessible(frame_, frame_.windowTitle()));
   }
 
-  /// Role, name where it is not the caption, description and tool tip.
+  /// Role, name if it is not the caption, description and tool tip.
   static std::string Accessible(QWidget& widget, const QString& caption) {
     QAccessibleInterface* face = QAccessible::queryAccessibleInterface(&widget);
     if (!face) return ", not accessible";
@@ -309,13 +309,13 @@ class WindowWriter {
     if (auto* canvas = dynamic_cast<Canvas*>(&control)) WriteCanvas(*canvas);
   }
 
-  /// The canvas as on the screen, and what has changed since the call before.
+  /// The canvas as on the screen, and what has changed since the previous call.
   void WriteCanvas(Canvas& canvas) {
     const std::string name = "/" + NameOf(canvas) + " picture";
     QWidget& widget = *canvas.NeedNative().widget;
     if (!widget.isVisible() || widget.size().isEmpty()) return;
-    // Below a menu bar, whose height is that of the fonts, a canvas begins within a device pixel at some scales. The
-    // image behind it does not, and what differs from it on the screen has a line of its own.
+    // The menu bar's height depends on the fonts, so that at some scales a canvas below it begins within a device
+    // pixel. Its backing image does not; where the screen differs from it, a line of its own reports that.
     const bool whole = ratio_ == std::floor(ratio_) || !window_.Native().bar;
     const QImage picture = whole ? screen_.copy(InFrame(widget, ratio_) & screen_.rect())
                                  : ToQImage(canvas.Image()).convertToFormat(QImage::Format_RGB32);
@@ -362,7 +362,7 @@ class WindowWriter {
         rows += ", bar at " + std::to_string(100 * bar.value() / (bar.maximum() + bar.pageStep())) + " %";
     } else if (Shapes(screen_.copy(box).copy(box.width() / 4, box.height() / 3, box.width() / 2, box.height() / 3),
                       0xFFFFFFFFU) != "") {
-      rows += ", a hint in the middle";
+      rows += ", a hint at the centre";
     }
     if (!IsFramed(box)) rows += " WITHOUT ITS FRAME";
     Line(name + "rows", rows);
@@ -406,7 +406,7 @@ class WindowWriter {
     for (const auto& [column, shape] : shapes) Line(name + " cell " + std::to_string(column), shape);
   }
 
-  /// The texts of a cell; its ground and the shapes on it are added to the row's.
+  /// The texts of a cell; its background and the shapes on it are added to the row's.
   std::string WriteCell(QTableView& view, const QModelIndex& index, const QString& own, std::set<std::string>& grounds,
                         std::vector<std::pair<int, std::string>>& shapes) {
     QStyleOptionViewItem option;
@@ -495,7 +495,7 @@ bool OnScreen(RectControl& control) { return control.NeedNative().widget->isVisi
 bool UpToDateOnScreen(Window& window) { return StaleIn(*window.Native().frame).isEmpty(); }
 
 std::vector<StateLine> VisibleState::Take() {
-  // Repaints come a few milliseconds after what sets them off. One that never comes is written as such.
+  // Repaints follow their cause within milliseconds. One that never comes is reported.
   (void)WaitUntil(
       [] {
         bool settled = true;

@@ -1,10 +1,10 @@
 #pragma once
-/// What a person sees of the program, as text: every window with its controls, the cells of the lists, the canvases,
-/// the menus. One line is about one thing and begins with its path, so that two states can be compared line by line.
+/// What a user sees of the program, as text: every window with its controls, the cells of the lists, the canvases, the
+/// menus. Each line describes one thing and begins with its path, so that two states can be compared line by line.
 ///
-/// Pixels are those on the screen, taken after all waiting events. A control whose pixels on the screen are not what
-/// it would paint now has a line of its own. Nothing in the text depends on the fonts of the machine: a text is
-/// written with its colour and alignment, and the pixels beside it as the columns and rows that each colour covers.
+/// Pixels are those on the screen after all pending events. A control whose pixels on the screen differ from what it
+/// would paint now is reported. Nothing depends on the fonts of the machine: a text is described by its colour and
+/// alignment, other pixels by the columns and rows that each colour covers.
 
 #include <map>
 #include <string>
@@ -19,7 +19,7 @@ namespace platform::testing {
 struct StateLine {
   std::string path;  ///< such as "Main/PB_RGB" or "menu/FileClose"
   std::string text;
-  std::string change{};  ///< of a canvas: what differs from its picture at the call before
+  std::string change{};  ///< of a canvas: what differs from its picture at the previous call
 };
 
 /// Size and pixels of a picture, as in the line of a canvas.
@@ -31,7 +31,7 @@ bool UpToDateOnScreen(Window& window);
 
 class VisibleState {
  public:
-  /// The state now. A canvas is compared with its picture at the call before.
+  /// The current state. A canvas is compared with its picture at the previous call.
   std::vector<StateLine> Take();
 
  private:

@@ -9,7 +9,7 @@ using namespace platform;
 
 namespace {
 
-/// An uncompressed grey TIFF of one strip, in words of the byte order it tells: header, eight entries, pixels.
+/// An uncompressed little-endian grey TIFF of one strip: header, eight entries, pixels.
 std::string GreyTiff(int width, int height, const LevelAt& level) {
   const auto w = static_cast<std::uint32_t>(width), h = static_cast<std::uint32_t>(height);
   std::vector<std::uint32_t> words{0x002A4949, 10, 8 << 16};  // the directory begins at byte 10 with its count

@@ -1,6 +1,6 @@
 #pragma once
 /// The running program for tests: its real windows on the toolkit's offscreen platform, driven through events. The
-/// state of the program is global, so every test runs in a process of its own, which is how CTest runs them.
+/// state of the program is global, so every test needs a process of its own, as CTest gives it.
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@ class WindowsTest : public ::testing::Test {
   void Drop(const std::vector<std::string>& paths);
   /// Clicks the check box of a row of the Overview window.
   void CheckRow(int row);
-  /// Writes one map a species as map_<species>.tif, drops them and checks the row. Levels come from `level(species
+  /// Writes a map for each species as map_<species>.tif, drops them and checks the row. Levels come from `level(species
   /// index)`.
   void LoadCluster(const std::vector<std::string>& species, int width, int height,
                    const std::function<LevelAt(int)>& level);
