@@ -56,10 +56,10 @@ String String::FromBytes(std::span<const std::uint8_t> bytes) {
 }
 
 std::string String::Utf8() const {
-  std::u32string scalars = characters_;
-  std::ranges::replace_if(
-      scalars, [](char32_t c) { return !IsScalar(c); }, kReplacement);
-  return QString::fromStdU32String(scalars).toStdString();
+  // Character by character: Qt would take the first one for a byte order mark if it looks like one.
+  QString text;
+  for (const char32_t c : characters_) text += QStringView(QChar::fromUcs4(IsScalar(c) ? c : kReplacement));
+  return text.toStdString();
 }
 
 int String::Compare(const String& a, const String& b) {
