@@ -2,6 +2,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QtGlobal>
+#include <cerrno>
 #include <cstdio>
 #include <map>
 #include <string>
@@ -89,6 +91,13 @@ TEST(OddFiles, TruncatedGiveAFailureOrTheWholePictureAndPrintNothing) {
   }
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(Jpeg, LeavesOtherMessagesOfTheToolkitAlone) {
+  EXPECT_TRUE(ReadPicture(OddFolder() / "grey.jpg").picture);
+  testing::internal::CaptureStderr();
+  qErrnoWarning(EMFILE, "no pipe");  // it has no category
+  EXPECT_NE(testing::internal::GetCapturedStderr().find("no pipe"), std::string::npos);
 }
 
 /// Bytes that this process has read from files.

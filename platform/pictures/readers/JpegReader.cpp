@@ -44,7 +44,7 @@ void FilterMessages(QLoggingCategory* category) {
 thread_local std::string codecMessage;
 QtMessageHandler previousHandler = nullptr;
 void KeepCodecMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-  if (context.category == std::string_view(kCodecCategory))
+  if (context.category && context.category == std::string_view(kCodecCategory))
     codecMessage = text.toStdString();
   else
     previousHandler(type, context, text);
