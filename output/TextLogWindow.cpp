@@ -20,6 +20,7 @@ TextLogWindow::TextLogWindow()
 void TextLogWindow::CreateControls() {
   Window::CreateControls({
       // control, name, left, top, width, height, locks, page, text, about
+      // The list stretches with the window, which is resized for nothing else.
       {&ListBox1, "ListBox1", 20, 46, 265, 134, kLockAll, kNoPage, "", "Log"},
       {&ClearButton, "ClearButton", 20, 14, 199, 20, kLockLeftTop, kNoPage, "Clear History"},
   });

@@ -54,7 +54,7 @@ void Main::Slider_colors_ValueChanged() {
   cvColorBar.Refresh();
 }
 
-void Main::PB_ResetColors_Action() { Slider_colors.Value(0); }
+void Main::PB_ResetColors_Action() { Slider_colors.Value(0); }  // repaints nothing if it is 0 already
 
 void Main::CB_ScaleUp_Action() { Update_cvTIF(); }
 
