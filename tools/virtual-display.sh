@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# virtual-display.sh [--screen WIDTHxHEIGHT] [--manager PROGRAM] COMMAND...: runs the command on a new virtual display
-# with a window manager (openbox unless another is named, or "none") and a session bus. Everything ends with the
-# command; its exit code is returned.
+# virtual-display.sh [--screen WIDTHxHEIGHT] [--manager "PROGRAM OPTION..."] COMMAND...: runs the command on a new
+# virtual display with a window manager (openbox unless another is named, or "none") and a session bus. Everything ends
+# with the command; its exit code is returned.
 set -euo pipefail
 tools=$(dirname "$(readlink -f "$0")")
 screen=1600x1200
@@ -11,7 +11,7 @@ if [[ $1 == --screen ]]; then
 fi
 manager=(openbox --sm-disable --config-file "$tools/openbox.xml")
 if [[ $1 == --manager ]]; then
-  manager=("$2")
+  read -ra manager <<<"$2"
   shift 2
 fi
 

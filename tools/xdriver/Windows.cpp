@@ -1,5 +1,6 @@
 #include "tools/xdriver/Windows.h"
 
+#include <algorithm>
 #include <regex>
 
 namespace xdriver {
@@ -15,6 +16,9 @@ Window FindWindow(XScreen& screen, const std::string& title) {
   for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
     XWindowAttributes attributes;
     if (!XGetWindowAttributes(screen.X(), *window, &attributes) || attributes.map_state != IsViewable) continue;
+    // Mutter keeps minimised windows mapped.
+    const auto states = screen.Numbers(*window, "_NET_WM_STATE");
+    if (std::ranges::find(states, screen.Named("_NET_WM_STATE_HIDDEN")) != states.end()) continue;
     if (number ? *window == number : TitleIs(screen.Title(*window), title)) return *window;
   }
   return 0;
