@@ -2,22 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <functional>
-#include <limits>
-#include <optional>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "platform/pictures/Graphics.h"
-#include "tests/support/Noise.h"
 
 namespace platform {
 namespace {
-
-constexpr int kLowest = std::numeric_limits<int>::min();
-constexpr int kHighest = std::numeric_limits<int>::max();
 
 std::mt19937 random_(1);
 int Any(int low, int high) { return low + static_cast<int>(random_() % static_cast<unsigned>(high - low + 1)); }
@@ -83,26 +75,9 @@ struct Case {
 };
 
 const Case kCases[] = {
-    {"line to the ends of the numbers", 4, 4, [](Graphics& g) { g.DrawLine(kLowest, kLowest, kHighest, kHighest); },
-     "#...\n.#..\n..#.\n...#\n"},
-    // Over 2^32 - 1 steps the line rises by one row, at its centre, which is at x = 0.
-    {"line that rises by one", 3, 2, [](Graphics& g) { g.DrawLine(kLowest, 0, kHighest, 1); }, "...\n###\n"},
-    {"lines backwards", 3, 3,
-     [](Graphics& g) { g.DrawLine(1, kHighest, 1, kLowest), g.DrawLine(kHighest, 2, kLowest, 2); }, ".#.\n.#.\n###\n"},
     {"frame", 7, 5, [](Graphics& g) { g.PenWidth = 2, g.DrawRect(1, 0, 6, 4); },
      ".######\n.##..##\n.##..##\n.######\n.......\n"},
     {"filled", 3, 3, [](Graphics& g) { g.FillRect(-3, 1, 100, 1); }, "...\n###\n...\n"},
-    {"nothing", 4, 1,
-     [](Graphics& g) {
-       for (const Rect& r : {Rect{0, 0, 0, 5},
-                             {2, 0, -1, 3},
-                             {kHighest, 0, kHighest, 5},
-                             {3, kLowest, 1, kHighest},
-                             {kLowest, 0, kHighest, 5}})
-         g.FillRect(r.x, r.y, r.width, r.height), g.DrawRect(r.x, r.y, r.width, r.height),
-             g.DrawOval(r.x, r.y, r.width, r.height);
-     },
-     "....\n"},
     {"oval", 5, 5, [](Graphics& g) { g.DrawOval(0, 0, 5, 5); }, ".###.\n#...#\n#...#\n#...#\n.###.\n"},
     {"thick oval", 5, 5, [](Graphics& g) { g.PenWidth = g.PenHeight = 2, g.DrawOval(0, 0, 5, 5); },
      ".###.\n#####\n##.##\n#####\n.###.\n"},
@@ -142,86 +117,6 @@ TEST(Ovals, CoverTheAreaOfARingInTheSmoothRenderer) {
     EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(5 * scale)), kBlack) << "the centre of the pen";
     EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(4 * scale) - 1), kWhite);
   }
-}
-
-TEST(Ovals, DoNotDependOnTheOneDrawnBefore) {
-  struct Oval {
-    int w, h, pen;
-  };
-  const std::vector<Oval> ovals = {{20, 20, 1}, {20, 20, 3}, {20, 21, 3}, {22, 21, 3}};
-  const auto draw = [&](std::size_t i) {
-    auto picture = Canvas(30, 30);
-    auto g = picture->Graphics();
-    g.PenWidth = g.PenHeight = ovals[i].pen;
-    g.DrawOval(2, 2, ovals[i].w, ovals[i].h);
-    return picture;
-  };
-  std::vector<Ref<Picture>> forth;
-  for (std::size_t i = 0; i < ovals.size(); ++i) forth.push_back(draw(i));
-  for (std::size_t i = ovals.size(); i-- > 0;) EXPECT_EQ(Difference(draw(i), forth[i]), "") << i;
-}
-
-TEST(Surfaces, SetTheUpperByteAndFillInTheirBackgroundFirst) {
-  const auto icon = Canvas(6, 6);
-  icon->Graphics().DrawOval(0, 0, 6, 6);
-  const auto masked = Canvas(16, 12);
-  masked->Mask()->Graphics().FillRect(3, 3, 9, 5);
-  const std::vector<std::function<void(Graphics&)>> paints = {
-      [](Graphics&) {},
-      [](Graphics& g) { g.FillRect(1, 1, 3, 3); },
-      [](Graphics& g) { g.FillRect(-1, -1, 30, 30); },
-      [](Graphics& g) { g.DrawOval(1, 1, 12, 9); },
-      [](Graphics& g) { g.UseOldRenderer = true, g.DrawOval(1, 1, 12, 9); },
-      [&](Graphics& g) { g.DrawPicture(icon, 5, 5); },
-      [&](Graphics& g) { g.DrawPicture(icon, 0, 0, 16, 12); },
-      [&](Graphics& g) { g.UseOldRenderer = true, g.DrawPicture(icon, 0, 0, 16, 12); },
-      [&](Graphics& g) { g.DrawPicture(Canvas(16, 12), 0, 0); },
-      [&](Graphics& g) { g.DrawPicture(masked, 0, 0); },
-  };
-  for (std::size_t i = 0; i < paints.size(); ++i) {
-    const auto expected = Canvas(16, 12);
-    auto plain = expected->Graphics();
-    plain.ForeColor = 0xABCDEF;
-    plain.FillRect(0, 0, 16, 12);
-    plain.ForeColor = kBlack;
-    paints[i](plain);
-
-    const auto drawn = Canvas(16, 12);
-    const auto pixels = drawn->Pixels();
-    Graphics g(pixels, 1.0, 16, 12, 0xFF000000);
-    std::optional<Color> background = 0xABCDEF;
-    g.FillFirst(background);
-    paints[i](g);
-    EXPECT_EQ(background.has_value(), i == 0);
-    if (background) continue;
-    for (int y = 0; y < 12; ++y)
-      for (int x = 0; x < 16; ++x) ASSERT_EQ(pixels(x, y), expected->Pixels()(x, y) | 0xFF000000) << i;
-  }
-}
-
-TEST(Surfaces, MapLogicalPixelsWithoutGapsOrOverlaps) {
-  Picture memory(6, 3);
-  std::vector<Rect> touched;
-  Graphics g(memory.Pixels(), 1.5, 4, 2, 0, &touched);
-  for (int x = 0; x < 4; ++x) {
-    g.ForeColor = RGB(0, 0, x + 1);
-    g.FillRect(x, 0, 1, 2);
-  }
-  // Edges lie at round(0, 1.5, 3, 4.5, 6).
-  constexpr Color row[] = {1, 1, 2, 3, 3, 4};
-  for (int y = 0; y < 3; ++y)
-    for (int x = 0; x < 6; ++x) EXPECT_EQ(memory.Pixels()(x, y), row[x]);
-  touched.clear();
-  g.DrawLine(-5, 1, 2, 1);
-  g.FillRect(3, 1, 10, 10);
-  g.DrawOval(9, 9, 4, 4);
-  g.Clip(1, 0, 2, 5);
-  g.FillRect(0, 0, 4, 1);
-  EXPECT_EQ(touched, (std::vector<Rect>{{0, 1, 3, 1}, {3, 1, 1, 1}, {1, 0, 2, 1}}));
-  Graphics nothing;
-  nothing.FillRect(0, 0, 10, 10);
-  nothing.DrawOval(0, 0, 10, 10);
-  nothing.DrawString("Fe", 0, 0);
 }
 
 /// A picture of one row, of grey levels.
@@ -272,29 +167,6 @@ TEST(DrawPicture, RepeatsOrInterpolatesPixels) {
   EXPECT_EQ(target->Pixels()(0, 0), RGB(191, 191, 191));
 }
 
-TEST(Surfaces, ShowUnderAClipWhatTheyShowWithout) {
-  const auto picture = Noise(23, 17);
-  for (int round = 0; round < 200; ++round) {
-    const double scales[] = {1.0, 1.25, 1.5, 2.0};
-    const Rect target{Any(-20, 20), Any(-20, 20), Any(1, 60), Any(1, 60)};
-    const Rect source{Any(-5, 10), Any(-5, 10), Any(1, 30), Any(1, 30)};
-    const auto draw = [&](const Ref<Picture>& on, int clipX) {
-      Graphics g(on->Pixels(), scales[round % 4], 40, 40);
-      g.UseOldRenderer = round % 8 < 4;
-      if (clipX >= 0) g.Clip(clipX, 0, 13, 40);
-      g.DrawPicture(picture, target.x, target.y, target.width, target.height, source.x, source.y, source.width,
-                    source.height);
-      g.PenWidth = 3;
-      g.DrawOval(target.x, target.y, target.width, target.height);
-      g.DrawOval(-1000000000, -999999990, 2000000020, 2000000000);
-    };
-    const auto whole = Canvas(80, 80), pieces = Canvas(80, 80);
-    draw(whole, -1);
-    for (int clipX = 0; clipX < 40; clipX += 13) draw(pieces, clipX);
-    ASSERT_EQ(Difference(whole, pieces), "") << round;
-  }
-}
-
 TEST(DrawPicture, MixesByTheMask) {
   const auto picture = Row({200, 200, 200});
   picture->Mask()->Pixels()(0, 0) = kBlack;
@@ -306,21 +178,6 @@ TEST(DrawPicture, MixesByTheMask) {
   g.UseOldRenderer = true;
   g.DrawPicture(picture, 0, 0, 6, 1);
   EXPECT_EQ(Levels(target), (std::vector<int>{200, 200, 180, 100, 180, 180}));
-}
-
-TEST(DrawPicture, StaysWithinNumbersForHugeRectangles) {
-  const auto picture = Noise(3, 3);
-  for (const bool hard : {false, true}) {
-    const auto target = Canvas(4, 4);
-    auto g = target->Graphics();
-    g.UseOldRenderer = hard;
-    g.DrawPicture(picture, -kHighest, -kHighest, kHighest, kHighest);  // ends just before the surface
-    g.DrawPicture(picture, 0, 0, 4, 4, -kHighest, 0, kHighest, kHighest);
-    EXPECT_EQ(Difference(target, Canvas(4, 4)), "");
-    // The centre pixel of the picture is 700 million pixels wide here.
-    g.DrawPicture(picture, -1050000000, -1050000000, 2100000000, 2100000000);
-    EXPECT_EQ(target->Pixels()(2, 2), picture->Pixels()(1, 1));
-  }
 }
 
 }  // namespace

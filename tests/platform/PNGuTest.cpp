@@ -3,18 +3,27 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
 #include <QImage>
 #include <csignal>
+#include <random>
 
+#include "platform/pictures/Graphics.h"
 #include "platform/pictures/PNGu.h"
 #include "tests/support/FileCalls.h"
 #include "tests/support/Folder.h"
-#include "tests/support/Noise.h"
 
 namespace platform {
 namespace {
+
+/// A picture of random colours.
+Ref<Picture> Noise(int width, int height) {
+  std::mt19937 random(7);
+  auto picture = NewPicture(width, height, 32);
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) picture->Pixels()(x, y) = random() & kWhite;
+  return picture;
+}
 
 bool Save(const std::filesystem::path& path, const Ref<Picture>& picture) {
   return PNGu::SavePicture(MakeRef<FolderItem>(path), picture, -1.0F);
@@ -57,17 +66,6 @@ TEST(SavePicture, WritesThePixelsAndReplacesTheFile) {
   EXPECT_EQ(status.st_mode & 0777, 0640u) << "the permissions are left to the user's mask";
 }
 
-TEST(SavePicture, LeavesNothingBehindWhenItFails) {
-  const Folder folder;
-  EXPECT_FALSE(Save(folder.Path() / "gone" / "Fe.png", Noise(2, 2)));
-  EXPECT_FALSE(Save(folder.Path() / "Fe.png", NewPicture(0, 0, 32))) << "a PNG cannot be empty";
-  std::filesystem::create_directory(folder.Path() / "taken");
-  EXPECT_FALSE(Save(folder.Path() / "taken", Noise(2, 2)));
-  EXPECT_EQ(folder.Count(), 1);
-  EXPECT_THROW(PNGu::SavePicture(nullptr, Noise(2, 2)), NilObjectException);
-  EXPECT_THROW(Save(folder.Path() / "Fe.png", nullptr), NilObjectException);
-}
-
 TEST(SavePicture, KeepsTheOldFileWhenTheProcessIsKilled) {
   const Folder folder;
   const auto path = folder.Path() / "Fe.png";
@@ -87,25 +85,6 @@ TEST(SavePicture, KeepsTheOldFileWhenTheProcessIsKilled) {
   close(busy);
   EXPECT_TRUE(Save(path, Noise(5, 5)));
   EXPECT_EQ(folder.Count(), 1);
-}
-
-// Each removes what killed programs have left, but not what the other is writing.
-TEST(SavePicture, IsDoneByTwoProgramsAtOnce) {
-  const Folder folder;
-  fileCalls.flush = [] { return 0; };
-  const auto saveOften = [&](const char* name) {
-    int saved = 0;
-    for (int i = 0; i < 300; ++i) saved += Save(folder.Path() / name, Noise(5, 5));
-    return saved;
-  };
-  const pid_t other = fork();
-  if (other == 0) _exit(saveOften("Mg.png") == 300 ? 0 : 1);
-  EXPECT_EQ(saveOften("Fe.png"), 300);
-  int status = 0;
-  waitpid(other, &status, 0);
-  EXPECT_EQ(status, 0);
-  fileCalls = {};
-  EXPECT_EQ(folder.Count(), 2);
 }
 
 TEST(SavePicture, KeepsThePictureWhereFilesCannotBeFlushed) {
