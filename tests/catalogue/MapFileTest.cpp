@@ -71,16 +71,6 @@ TEST_F(MapFile, PositionsThatDisagreeTakeTheMedianAndWarnIfAsked) {
                                      "best guess.\n256 128 512 64 128 "});
 }
 
-TEST_F(MapFile, ShortAndMissingFiles) {
-  Put(0, "no map file");
-  auto stream = Open();
-  EXPECT_EQ(Globals::ReadXrayGetNbImages(stream, true), 0);
-  EXPECT_EQ(Name(stream, 1), "");
-  Ref<BinaryStream> nothing;
-  EXPECT_THROW(Globals::ReadXrayGetNbImages(nothing, false), platform::NilObjectException);
-  EXPECT_THROW(Globals::ReadXrayGetImageName(nothing, 1), platform::NilObjectException);
-}
-
 // Computed with unbounded integers, then wrapped to 32 signed bits.
 TEST(MapFileArithmetic, PositionsOfNamesWrapAround) {
   for (const auto& [i, size, position] :

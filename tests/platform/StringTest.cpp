@@ -40,48 +40,5 @@ TEST(String, ComparesWithoutLetterCase) {
   EXPECT_LT(String("_"), String("Z")) << "order is that of the folded letter, here z";
 }
 
-TEST(String, ReturnsPieces) {
-  const std::pair<String, const char*> cases[] = {
-      {Left("abc", 2), "ab"},    {Left("abc", 9), "abc"}, {Left("abc", -1), ""},   {Right("abc", 2), "bc"},
-      {Right("abc", 9), "abc"},  {Right("abc", 0), ""},   {Mid("abc", 2, 1), "b"}, {Mid("abc", 2), "bc"},
-      {Mid("abc", -5, 2), "ab"}, {Mid("abc", 4, 1), ""},  {Mid("abc", 2, -3), ""}, {Mid("abc", 3, 2147483647), "c"}};
-  for (const auto& [piece, expected] : cases) EXPECT_EQ(piece.Utf8(), expected);
-}
-
-TEST(String, FindsAndSplitsWithoutLetterCase) {
-  for (const auto& [text, part, place] :
-       {std::tuple{"map.TIF", ".tif", 4}, {"aab", "ab", 2}, {"ab", "abc", 0}, {"", "a", 0}, {"", "", 1}})
-    EXPECT_EQ(InStr(text, part), place) << text;
-  const std::pair<String, const char*> fields[] = {
-      {NthField("FexMgXSi", "x", 2), "Mg"}, {NthField("FexMgXSi", "x", 3), "Si"}, {NthField("FexMgXSi", "x", 4), ""},
-      {NthField("a,,b", ",", 2), ""},       {NthField("a,,b", ",", 0), ""},       {NthField("ab", "", 1), "ab"}};
-  for (const auto& [field, expected] : fields) EXPECT_EQ(field.Utf8(), expected);
-  EXPECT_TRUE(Join({"Fe", "Mg", "Si"}, ", ").Identical("Fe, Mg, Si"));
-  EXPECT_TRUE(Lowercase("F\u00c4.TIF").Identical("f\u00e4.tif"));
-}
-
-TEST(String, ReadsNumbers) {
-  for (const char* text : {"7", "-1", "+.5", " 3. ", "12.75"}) EXPECT_TRUE(IsNumeric(text)) << text;
-  for (const char* text : {"", " ", ".", "-", "1-", "1.2.3", "1 2", "a", "1e3", "\u0663"})
-    EXPECT_FALSE(IsNumeric(text)) << text;
-  for (const auto& [text, value] :
-       {std::pair{"12.5 keV", 12.5}, {" -3", -3.0}, {"1e3", 1.0}, {"inf", 0.0}, {"- 1", 0.0}, {"", 0.0}})
-    EXPECT_EQ(Val(text), value) << text;
-}
-
-TEST(String, WritesNumbers) {
-  EXPECT_TRUE(Str(-9223372036854775807 - 1).Identical("-9223372036854775808"));
-  for (const auto& [number, mask, text] : {std::tuple{2., "00", "02"},
-                                           {100, "00", "100"},
-                                           {-7.5, "#00", "-07"},
-                                           {-0.4, "0", "0"},
-                                           {0.5, "#", "1"},
-                                           {1e300 * 1e300, "00", "00"}})
-    EXPECT_EQ(Format(number, mask).Utf8(), text) << "halves round upward";
-  EXPECT_TRUE(Chr(31).Identical("\x1F"));
-  EXPECT_EQ(Asc(""), 0);
-  EXPECT_EQ(Asc(Chr(-1)), 0xFFFD);
-}
-
 }  // namespace
 }  // namespace platform
