@@ -60,15 +60,3 @@ TEST(ColorTables, HaveTheirNamesAndFixedColours) {
         << expected.name;
   }
 }
-
-TEST(ColorTables, DamagedLinesGiveATable) {
-  const ParsedTable table = ParseColorTable("x,1,66051,-1,abc,99999999999,,16777216");
-  EXPECT_EQ(table.colors[0], 0x010203u);
-  EXPECT_EQ(table.colors[1], 0x010203u);
-  EXPECT_EQ(table.colors[2], 0x0000ffu);  // divisions toward zero: 0, 0, -1
-  EXPECT_EQ(table.colors[3], 0u);
-  EXPECT_EQ(table.colors[4], 0xffffffu);
-  EXPECT_EQ(table.colors[6], 0u);
-  EXPECT_EQ(table.colors[255], 0u);
-  EXPECT_TRUE(ParseColorTable("").name.Empty());
-}

@@ -19,17 +19,6 @@ int Take(platform::Picture& picture, Planes& planes) {
   return TakeLevels(picture, {planes.displayed.data(), w, h, w}, {planes.original.data(), w, h, w});
 }
 
-TEST(LevelTaking, TakesTheLargestComponent) {
-  constexpr Color colors[] = {0xFF0000, 0x00C800, 0x0000FE, 0x102030, 0x302010, 0x000000};
-  constexpr int levels[] = {255, 200, 254, 48, 48, 0};
-  platform::Picture picture(19, 2);
-  Planes planes(38);
-  for (int i = 0; i < 38; ++i) picture.Pixels()(i % 19, i / 19) = colors[i % 6];
-  EXPECT_EQ(Take(picture, planes), 255);
-  EXPECT_EQ(planes.original, planes.displayed);
-  for (std::size_t i = 0; i < 38; ++i) EXPECT_EQ(planes.displayed[i], levels[i % 6]) << i;
-}
-
 TEST(LevelTaking, FindsTheHighestLevelWhereverItLies) {
   constexpr int width = 83;
   for (int x = 0; x < width; ++x)

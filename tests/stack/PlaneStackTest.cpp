@@ -37,30 +37,6 @@ TEST(PlaneStack, KeepsWhatStaysInRangeAndZeroesTheRest) {
   EXPECT_THROW(stack(0, 0, 0), platform::OutOfBoundsException);
 }
 
-TEST(PlaneStack, ReusesPlanesOfUnchangedSize) {
-  PlaneStack stack;
-  stack.Redim(3, 99, 49);
-  const auto* place = stack.Plane(2).data;
-  for (const int species : {3, 9}) {
-    stack.Redim(species, 99, 49);
-    EXPECT_EQ(stack.Plane(2).data, place);
-  }
-}
-
-TEST(PlaneStack, RefusesBadIndicesBoundsAndLevels) {
-  PlaneStack stack;
-  stack.Redim(1, 2, 3);
-  for (const auto& [s, x, y] : {std::tuple{2, 0, 0}, {-1, 0, 0}, {0, 3, 0}, {0, 0, -1}})
-    EXPECT_THROW(stack(s, x, y), platform::OutOfBoundsException);
-  EXPECT_THROW(stack.Plane(2), platform::OutOfBoundsException);
-  EXPECT_THROW(stack.Redim(0, -2, 0), platform::OutOfBoundsException);
-  stack(0, 1, 0) = 255;
-  for (const std::int32_t bad : {-1, 256, 65536, INT32_MIN}) {
-    EXPECT_THROW(stack(0, 1, 0) = bad, platform::OutOfBoundsException) << bad;
-    EXPECT_EQ(stack(0, 1, 0), 255) << "a refused value changes nothing";
-  }
-}
-
 TEST(PlaneStack, LeavesThePagesOfAnAbsentSpeciesUntouched) {
   PlaneStack stack;
   stack.Redim(0, 4000, 8191);

@@ -125,12 +125,4 @@ TEST(Smoothing, OfSeveralPlanesOnSeveralCoresKeepsToEachPlane) {
   }
 }
 
-TEST(Smoothing, RefusesPlanesThatHaveNoSecondRowOrColumn) {
-  Levels original(8), smoothed(8);
-  for (const auto& [width, height] : {std::pair{1, 8}, {8, 1}, {1, 1}}) {
-    SmoothJob job = JobOf(original, smoothed, width, height);
-    EXPECT_THROW(SmoothPlanes({&job, 1}, 1), platform::OutOfBoundsException);
-  }
-}
-
 }  // namespace

@@ -104,16 +104,3 @@ TEST_F(StackCommandsTest, ProgressIsInViewWhereTheScreenCannotHoldTheMap) {
   EXPECT_GE(inView, 3);
   EXPECT_EQ(user::ShownPart(main()).y, scrolled);
 }
-
-TEST_F(StackCommandsTest, SmoothingOutsideItsLimits) {
-  LoadThree(4, 4);
-  main().temp2(2, 1) = 41.9;
-  main().Smooth(-1);  // shows the second work plane
-  EXPECT_EQ(main().TIFarray(1, 2, 1), 41);
-  EXPECT_EQ(main().TIFarray(1, 0, 0), 0);
-  EXPECT_EQ(main().TIFmax(1), 41);
-  main().SelectedRow = -1;
-  main().Smooth(1);
-  EXPECT_EQ(messages, std::vector<std::string>{"Wrong selection at end. 02310."});
-  EXPECT_EQ(main().SelectedRow, -1);
-}
