@@ -165,7 +165,6 @@ void NativeCanvas::Show(const QRegion& region) {
     const QRectF device(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio);
     const QRect part = device.toAlignedRect().intersected({0, 0, deviceWidth, deviceHeight});
     painter.drawImage(part.topLeft(), image, part);
-    if (recording) repaints.push_back({rect.x(), rect.y(), rect.width(), rect.height()});
   }
 }
 

@@ -38,8 +38,6 @@ struct NativeCanvas : NativeControl {
   bool dirty = true;    ///< the image must be painted before it is shown
   bool inside = false;  ///< whether MouseEnter was the last of the two events
   bool dragging = false;
-  bool recording = false;
-  std::vector<Rect> repaints;
 };
 
 }  // namespace platform

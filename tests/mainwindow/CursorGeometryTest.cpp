@@ -31,18 +31,6 @@ TEST(CursorGeometry, RestoredSquare) {
     for (const int extreme : {kHighest, kLowest}) SquareUnderMark(extreme, extreme, extreme, zoom);
 }
 
-// No trace of a mark may remain, whatever the zoom and the position.
-TEST(CursorGeometry, RestoredSquareCoversTheMark) {
-  for (const double zoom : kZooms)
-    for (const int radius : {0, 1, 4, 5, 6, 7, 41, 150})
-      for (int x = -20; x <= 40; ++x) {
-        const RestoredSquare square = SquareUnderMark(x, x + 7, radius, zoom);
-        const int reach = radius == 0 ? 6 : radius;
-        EXPECT_TRUE(square.dx <= x - reach && square.dx + square.de > x + reach) << zoom << " " << radius << " " << x;
-        EXPECT_TRUE(square.dy <= x + 7 - reach && square.dy + square.de > x + 7 + reach) << zoom << " " << radius;
-      }
-}
-
 TEST(CursorGeometry, MarksReachTheLimitsOfIntAndLargeCirclesAreThicker) {
   EXPECT_EQ(SmallCross(kHighest, kLowest)[1].to.x, kHighest);
   EXPECT_EQ(CircleAround(10, 20, 4).oval, (Rect{6, 16, 9, 9}));

@@ -76,19 +76,6 @@ TEST_F(LinkedCursorTest, NoTraceIsLeftOnTheScreenWhereverTheCanvasIs) {
       }
 }
 
-TEST_F(LinkedCursorTest, AMoveRepaintsOnlyTheSquares) {
-  LoadThree(300, 300);
-  OpenEverything();
-  user::MouseMove(main().cvTIF, 50, 50);
-  for (Canvas* canvas : AllCanvases()) user::TakeRepaints(*canvas);
-  user::MouseMove(main().cvTIF, 200, 150);
-  for (Canvas* canvas : AllCanvases()) {
-    int area = 0;
-    for (const Rect& part : user::TakeRepaints(*canvas)) area += part.width * part.height;
-    EXPECT_LE(area, 2 * 16 * 16);
-  }
-}
-
 TEST_F(LinkedCursorTest, HeldKeysChangeTheCircleButNotWithAShortcut) {
   LoadThree(256, 256);
   user::Click(main().BBcursorCircles);

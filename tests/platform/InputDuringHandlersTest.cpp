@@ -130,11 +130,6 @@ TEST_F(InputDuringHandlers, WaitsForTheEndOfAShortOne) {
   ExpectAllKept();
 }
 
-TEST_F(InputDuringHandlers, IsDroppedByALongOne) {
-  board.handler = [&] { WorkUnderInput(600); };
-  ExpectAllDropped();
-}
-
 TEST_F(InputDuringHandlers, IsDroppedByOneThatBecomesLongAfterItsLastRefresh) {
   board.handler = [&] {
     WorkUnderInput(150);

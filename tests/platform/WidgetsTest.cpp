@@ -6,14 +6,12 @@
 #include <chrono>
 #include <cstdlib>
 #include <functional>
-#include <stdexcept>
 #include <thread>
 
 #include "platform/values/FileType.h"
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Buttons.h"
 #include "platform/widgets/Canvas.h"
-#include "platform/widgets/Dialogs.h"
 #include "platform/widgets/Displays.h"
 #include "platform/widgets/Inputs.h"
 #include "platform/widgets/Listbox.h"
@@ -42,16 +40,8 @@ class Board : public Window {
         {&check, "Check", 10, 160, 90, 20, kLockNone, kNoPage, "Scale Up"},
     });
     CreateControl(timer, "Timer1");
-    canvas.Paint = [this](Graphics& g) {
-      ++paints;
-      g.ForeColor = 0x112233;
-      g.FillRect(0, 0, g.Width(), g.Height());
-    };
   }
-  void Event_Resized() override {
-    ++resizes;
-    listHeightSeen = list.Height();
-  }
+  void Event_Resized() override { ++resizes; }
   bool Event_KeyDown(const String& key) override {
     keys.push_back(Asc(key));
     return false;
@@ -68,58 +58,20 @@ class Board : public Window {
   Slider slider;
   CheckBox check;
   Timer timer{1};
-  int paints = 0, resizes = 0, listHeightSeen = 0;
+  int resizes = 0;
   std::vector<int> keys;
   std::vector<std::string> dropped;
 };
 
 class Widgets : public ::testing::Test {
  protected:
-  Widgets() : board(New<Board>()) {
-    user::ProcessEvents();
-    Dialogs() = {};
-    Dialogs().msgBox = [this](const String& text) { messages.push_back(text.Utf8()); };
-  }
+  Widgets() : board(New<Board>()) { user::ProcessEvents(); }
   ~Widgets() override {
     while (WindowCount() > 0) WindowAt(0).Close();
     user::ProcessEvents();
-    Dialogs() = {};
   }
-  std::vector<std::string> messages;
   Board& board;
 };
-
-TEST_F(Widgets, ARefreshInsideAHandlerPaintsAtOnce) {
-  user::TakeRepaints(board.canvas);
-  const int before = board.paints;
-  board.save.Action = [&] {
-    board.canvas.Refresh();
-    EXPECT_EQ(board.paints, before + 1);
-    EXPECT_EQ(user::TakeRepaints(board.canvas), (std::vector<Rect>{{0, 0, 100, 80}}));
-    // So is a window that the handler has just created and shown.
-    auto& late = New<Board>();
-    late.Show();
-    late.canvas.Refresh();
-    EXPECT_EQ(late.paints, 1);
-    EXPECT_EQ(late.canvas.Image()->RGBSurface().Pixel(5, 5), 0x112233U);
-  };
-  user::Click(board.save);
-  EXPECT_EQ(board.paints, before + 1);
-}
-
-TEST_F(Widgets, LiveDrawingNeedsAPaintAtTheSizeOfTheCanvas) {
-  board.canvas.Width(0);
-  board.canvas.Height(0);
-  board.canvas.Graphics().FillRect(0, 0, 5, 5);
-  board.canvas.Refresh();
-  board.canvas.Width(20);
-  board.canvas.Height(10);
-  board.canvas.Graphics().FillRect(0, 0, 5, 5);  // before the paint at this size, which still follows
-  FlushCanvases();
-  user::ProcessEvents();
-  EXPECT_EQ(board.canvas.Image()->RGBSurface().Pixel(1, 1), 0x112233U);
-  EXPECT_EQ(board.canvas.Image()->Width(), 20);
-}
 
 TEST_F(Widgets, TimersTickBetweenHandlersOnly) {
   int ticks = 0;
@@ -145,12 +97,6 @@ TEST_F(Widgets, AFrameScrollsAContentThatTheScreenCannotHold) {
   const Screen screen(0);
   const int bottom = screen.AvailableTop() + screen.AvailableHeight();
   const auto size = [&] { return std::make_pair(board.Width(), board.Height()); };
-  const auto shows = [&](const RectControl& control) {
-    const Rect part = user::ShownPart(board);
-    return control.Left() >= part.x && control.Top() >= part.y &&
-           control.Left() + control.Width() <= part.x + part.width &&
-           control.Top() + control.Height() <= part.y + part.height;
-  };
   board.Top(200);
   board.Width(600);
   board.Height(2 * screen.AvailableHeight());
@@ -171,14 +117,6 @@ TEST_F(Widgets, AFrameScrollsAContentThatTheScreenCannotHold) {
   for (const int notches : {1, -1, -1}) user::Wheel(board.slider, 5, 5, notches);
   EXPECT_EQ(user::ShownPart(board).y, scrolled) << "a list and a slider keep the wheel, at their ends too";
 
-  for (int i = 0; i < 2; ++i) {
-    board.Reveal(board.save);
-    EXPECT_TRUE(shows(board.save));
-    board.Reveal(board.ok);
-    EXPECT_TRUE(shows(board.ok));
-    board.EndReveal();
-    EXPECT_EQ(user::ShownPart(board).y, scrolled);
-  }
   board.SetFocus();
   user::Key(board, "Down");
   EXPECT_EQ(board.keys, std::vector<int>{31}) << "the arrows are the window's";
@@ -335,42 +273,16 @@ TEST_F(Widgets, InputsRaiseWhatTheirContractSays) {
   EXPECT_EQ(changes, 4);
 }
 
-TEST_F(Widgets, EachCauseOfAFailingPaintIsReportedOnce) {
-  std::string cause;
-  board.list.CellTextPaint = [&](Graphics&, int, int, int, int) {
-    try {
-      throw std::runtime_error(cause);
-    } catch (...) {
-      ReportFailure("The cell failed.", "list");
-    }
-    return false;
-  };
-  board.list.AddRow("Fe");
-  for (const char* next : {"no row 1", "no memory", "no row 2", "no row 1"}) {
-    cause = next;
-    for (int paint = 0; paint < 2; ++paint) user::Shot(board.list);
-  }
-  EXPECT_EQ(messages, std::vector<std::string>(2, "The cell failed.")) << "the rows of a list fail alike";
-}
-
 TEST_F(Widgets, DroppedFilesArriveInOrderWhateverTheirNames) {
   RegisterFileType({.Name = "image/tiff", .Extensions = ".jfx;.tif;.tiff"});
   board.AcceptFileDrop("Image/TIFF");
-  EXPECT_TRUE(user::WouldAccept(board, {"/tmp/readme.txt", "/tmp/Fe.TIF"}));
-  EXPECT_FALSE(user::WouldAccept(board, {"/tmp/readme.txt", "/tmp/tif"}));
-  EXPECT_FALSE(user::WouldAccept(board, {"elsewhere/tmp/Fe.tif"})) << "a file of another machine";
-  EXPECT_FALSE(user::WouldAccept(board, {}));
-  const std::vector<std::string> odd = {"/tmp/b #1 100%25.tif", "/tmp/a\xFF\xFE.tiff", "/tmp/\xC3\xBC+?;.jfx"};
+  user::Drop(board, {"/tmp/readme.txt", "/tmp/tif"});
+  user::Drop(board, {"elsewhere/tmp/Fe.tif"});  // a file of another machine
+  user::Drop(board, {});
+  EXPECT_TRUE(board.dropped.empty());
+  const std::vector<std::string> odd = {"/tmp/b #1 100%25.TIF", "/tmp/a\xFF\xFE.tiff", "/tmp/\xC3\xBC+?;.jfx"};
   user::Drop(board, {odd[0], "/tmp/skipped.png", odd[1], odd[2]});
   EXPECT_EQ(board.dropped, odd);
-}
-
-TEST_F(Widgets, ClosedWindowsLeaveTheListAtOnce) {
-  board.save.Action = [&] {
-    board.Close();  // it is destroyed after the event
-    EXPECT_EQ(WindowCount(), 0);
-  };
-  user::Click(board.save);
 }
 
 }  // namespace

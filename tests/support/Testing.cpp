@@ -14,7 +14,6 @@
 #include <QWindow>
 #include <algorithm>
 
-#include "platform/qt/NativeCanvas.h"
 #include "platform/qt/NativeListbox.h"
 #include "platform/qt/NativeMenus.h"
 #include "platform/qt/NativeToolkit.h"
@@ -285,8 +284,6 @@ void HoldKeys(bool shift, bool control, bool option) {
   heldKeys = static_cast<int>(held.toInt());
 }
 
-Ref<Picture> Shot(RectControl& control) { return ToPicture(WidgetOf(control).grab().toImage()); }
-
 Rect ShownPart(Window& window) {
   const NativeWindow& native = window.Native();
   const QWidget& viewport = *native.scrolling->viewport();
@@ -301,11 +298,5 @@ void ChangeMenuFont(int pixels) {
 }
 
 String Clipboard() { return FromQString(QGuiApplication::clipboard()->text()); }
-
-std::vector<Rect> TakeRepaints(Canvas& canvas) {
-  auto& native = static_cast<NativeCanvas&>(canvas.NeedNative());
-  native.recording = true;
-  return std::exchange(native.repaints, {});
-}
 
 }  // namespace platform::testing

@@ -60,14 +60,10 @@ void ChooseMenu(const String& itemName);
 /// Held modifier keys for Keyboard and for the following mouse events.
 void HoldKeys(bool shift, bool control, bool option);
 
-/// What the control looks like now.
-Ref<Picture> Shot(RectControl& control);
 /// The part of the content that the window shows.
 Rect ShownPart(Window& window);
 /// Gives menu bars another font, as a platform theme does.
 void ChangeMenuFont(int pixels);
 /// The text on the clipboard.
 String Clipboard();
-/// The rectangles that were put on the screen from a canvas since the last call.
-std::vector<Rect> TakeRepaints(Canvas& canvas);
 }  // namespace platform::testing

@@ -447,16 +447,10 @@ class WindowWriter {
     return text;
   }
 
-  /// Each control whose pixels on the screen are not what it would paint now.
+  /// Where the screen does not show what the window would paint now.
   void WriteStale() {
     const QRect stale = StaleIn(frame_);
-    if (stale.isEmpty()) return;
-    std::string where = Place(stale);
-    for (Control* control : window_.Controls())
-      if (auto* rect = dynamic_cast<RectControl*>(control))
-        if (rect->NeedNative().widget->isVisible() && stale.intersects(InFrame(*rect->NeedNative().widget, ratio_)))
-          where += " " + NameOf(*rect);
-    Line("/NOT REPAINTED", where);
+    if (!stale.isEmpty()) Line("/NOT REPAINTED", Place(stale));
   }
 
   Window& window_;
