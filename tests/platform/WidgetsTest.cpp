@@ -73,6 +73,19 @@ class Widgets : public ::testing::Test {
   Board& board;
 };
 
+TEST_F(Widgets, ARefreshPaintsAWindowThatTheHandlerHasJustShown) {
+  bool painted = false;
+  board.save.Action = [&] {
+    auto& late = New<Board>();
+    late.canvas.Paint = [&](Graphics&) { painted = true; };
+    late.Show();
+    late.canvas.Refresh();
+    EXPECT_TRUE(painted);
+  };
+  user::Click(board.save);
+  EXPECT_TRUE(painted);
+}
+
 TEST_F(Widgets, TimersTickBetweenHandlersOnly) {
   int ticks = 0;
   board.timer.Action = [&] { ++ticks; };
