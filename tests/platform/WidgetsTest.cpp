@@ -73,12 +73,11 @@ class Widgets : public ::testing::Test {
   Board& board;
 };
 
-TEST_F(Widgets, ARefreshPaintsAWindowThatTheHandlerHasJustShown) {
+TEST_F(Widgets, ARefreshShowsAWindowThatTheHandlerHasJustMade) {
   bool painted = false;
   board.save.Action = [&] {
     auto& late = New<Board>();
     late.canvas.Paint = [&](Graphics&) { painted = true; };
-    late.Show();
     late.canvas.Refresh();
     EXPECT_TRUE(painted);
   };
