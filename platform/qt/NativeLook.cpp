@@ -66,7 +66,6 @@ class Style : public QProxyStyle {
 
 void ApplyLook() {
   QApplication::setStyle(new Style);
-  // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style.
   QApplication::setPalette(LightPalette());
   QToolTip::setPalette(LightPalette());
   QFont font = QApplication::font();
