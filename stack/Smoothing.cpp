@@ -25,24 +25,40 @@ namespace {
 
 // All passes move down the plane together, four rows per step. A pass reads the four rows that the previous pass has
 // just computed and the two rows above these, which it has kept, and computes four rows, one row higher up. So a step
-// works in the L1 cache, and only two rows per pass are kept between steps.
+// works in the nearest caches, and only two rows per pass are kept between steps.
+//
+// A row is divided into eight strips of equal width, and its doubles are stored in groups of eight, a cache line: group
+// i holds column i of each strip. So the left and right neighbours of a group are the groups before and after it: no
+// load crosses a cache line, and what was loaded as the right neighbour is the middle of the next group. The group
+// before the first and that after the last repeat the ends of the adjacent strips. The last strips may have fewer
+// columns, or none; what is computed beyond them is never used.
 //
 // The order of additions determines the bits of the result. A value is the sum of its left, middle and right column,
 // each summed from top to bottom in doubles, added in that order. Only the first pass may add in another order, because
 // its sums are whole numbers.
 
 constexpr int kStep = 4;
-/// Doubles of one cache line.
-constexpr int kLine = 8;
+/// Strips of a row; doubles of a group and of a cache line.
+constexpr int kStrips = 8;
 /// Above this level values may be so small that the product with the second part of 1/9 is subnormal.
 constexpr int kMaximumLevelOfSplitNinth = 300;
 
 constexpr int RoundUp(int value, int unit) { return (value + unit - 1) / unit * unit; }
 
-/// Rows of a block, from top to bottom. Each begins on a cache line and has a spare line on both sides, so that whole
-/// vectors may be read one column to the left, one to the right and past the end.
+/// Rows of a block, from top to bottom. Each begins on a cache line and has a spare line on both sides.
 template <int count>
 using Rows = std::array<double*, count>;
+
+/// Where a row holds its columns.
+struct RowLayout {
+  explicit RowLayout(int columns) : width(columns), strip((columns + kStrips - 1) / kStrips) {}
+  /// The index of column x in the row.
+  int Of(int x) const { return x % strip * kStrips + x / strip; }
+  int Size() const { return strip * kStrips; }
+
+  int width;  ///< columns of the plane
+  int strip;  ///< columns of a strip
+};
 
 }  // namespace
 
@@ -53,9 +69,8 @@ namespace {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Four doubles at most. With eight, two of three loads would cross a cache line, which costs what the width gains;
-/// only the InteriorRows for eight doubles avoids that.
-using Doubles = hn::CappedTag<double, 4>;
+/// At most a group.
+using Doubles = hn::CappedTag<double, kStrips>;
 using V = hn::Vec<Doubles>;
 
 /// Correctly rounded division by 9.
@@ -85,101 +100,62 @@ struct SplitNinth {
 using SplitNinth = PlainNinth;
 #endif
 
-#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
-
-using Line = hn::Vec<hn::FixedTag<double, kLine>>;
-
-/// Eight consecutive values from two lines, beginning at the given position of the first one.
-template <int position>
-Line Between(Line first, Line second) {
-  return Line{_mm512_castsi512_pd(
-      _mm512_alignr_epi64(_mm512_castpd_si512(second.raw), _mm512_castpd_si512(first.raw), position))};
-}
-
-/// Four rows of the interior, without the first and last column. `in` begins one row above them. Each line is loaded
-/// once, and the neighbours to the left and right are combined from two lines: a load that crosses a line costs twice
-/// as much.
+/// Four rows of the interior: the vectors of every group from `begin` to `end`. `in` begins one row above them.
 template <class Ninth>
-void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, int width, Ninth ninth) {
-  const hn::DFromV<Line> d;
-  const Line one = hn::Set(d, 1.0);
-  // Half of the sums use the multiply-add units, with identical bits: on some processors these work in parallel to the
-  // adders.
-  const auto add = [&](std::size_t row, Line a, Line b) { return row % 2 ? hn::MulAdd(a, one, b) : hn::Add(a, b); };
+void InteriorVectors(Rows<kStep + 2> in, Rows<kStep> out, int begin, int end, Ninth ninth) {
+  const Doubles d;
+  // Some of the sums use the multiply-add units, with identical bits: on some processors these work in parallel to the
+  // adders. With the divisions by 9 that share is half of the work.
+  const auto add = [&](std::size_t row, V a, V b) {
+    return HWY_NATIVE_FMA && row % 2 ? hn::MulAdd(b, hn::Set(d, 1.0), a) : hn::Add(a, b);
+  };
   constexpr std::size_t kRead = kStep + 2;
-  Line before[kRead], here[kRead], side[kRead], sums[kStep];
+  V column[kRead], left[kStep], sums[kStep];
 #pragma GCC unroll 6
-  for (std::size_t row = 0; row < kRead; ++row) {
-    before[row] = hn::Load(d, in[row] - kLine);
-    here[row] = hn::Load(d, in[row]);
-  }
-  for (int x = 0; x < width; x += kLine) {
+  for (std::size_t row = 0; row < kRead; ++row) column[row] = hn::Load(d, in[row] + begin - kStrips);
+#pragma GCC unroll 4
+  for (std::size_t row = 0; row < kStep; ++row)
+    left[row] = hn::Add(hn::Add(column[row], column[row + 1]), column[row + 2]);
 #pragma GCC unroll 6
-    for (std::size_t row = 0; row < kRead; ++row) {
-      side[row] = Between<kLine - 1>(before[row], here[row]);
-      before[row] = here[row];
-    }
+  for (std::size_t row = 0; row < kRead; ++row) column[row] = hn::Load(d, in[row] + begin);
+  for (int x = begin; x < end; x += kStrips) {
 #pragma GCC unroll 4
     for (std::size_t row = 0; row < kStep; ++row) {
-      sums[row] = add(row, add(row, side[row], side[row + 1]), side[row + 2]);
-      sums[row] = add(row, add(row, add(row, sums[row], here[row]), here[row + 1]), here[row + 2]);
+      sums[row] = add(row, add(row, add(row, left[row], column[row]), column[row + 1]), column[row + 2]);
+      left[row] = hn::Add(hn::Add(column[row], column[row + 1]), column[row + 2]);
     }
 #pragma GCC unroll 6
-    for (std::size_t row = 0; row < kRead; ++row) {
-      here[row] = hn::Load(d, in[row] + x + kLine);
-      side[row] = Between<1>(before[row], here[row]);
-    }
+    for (std::size_t row = 0; row < kRead; ++row) column[row] = hn::Load(d, in[row] + x + kStrips);
 #pragma GCC unroll 4
     for (std::size_t row = 0; row < kStep; ++row) {
-      sums[row] = add(row, add(row, add(row, sums[row], side[row]), side[row + 1]), side[row + 2]);
+      sums[row] = add(row, add(row, add(row, sums[row], column[row]), column[row + 1]), column[row + 2]);
       hn::Store(ninth(sums[row]), d, out[row] + x);
     }
   }
 }
 
-#else
-
 /// Four rows of the interior, without the first and last column. `in` begins one row above them.
 template <class Ninth>
-void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, int width, Ninth ninth) {
-  const Doubles d;
-  for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
-    V sum0, sum1, sum2, sum3;
-    {
-      const V a = hn::LoadU(d, in[0] + x - 1), b = hn::LoadU(d, in[1] + x - 1), c = hn::LoadU(d, in[2] + x - 1);
-      const V e = hn::LoadU(d, in[3] + x - 1), f = hn::LoadU(d, in[4] + x - 1), g = hn::LoadU(d, in[5] + x - 1);
-      sum0 = hn::Add(hn::Add(a, b), c);
-      sum1 = hn::Add(hn::Add(b, c), e);
-      sum2 = hn::Add(hn::Add(c, e), f);
-      sum3 = hn::Add(hn::Add(e, f), g);
-    }
-    for (int column = 0; column < 2; ++column) {
-      const V a = hn::LoadU(d, in[0] + x + column), b = hn::LoadU(d, in[1] + x + column);
-      const V c = hn::LoadU(d, in[2] + x + column), e = hn::LoadU(d, in[3] + x + column);
-      const V f = hn::LoadU(d, in[4] + x + column), g = hn::LoadU(d, in[5] + x + column);
-      sum0 = hn::Add(hn::Add(hn::Add(sum0, a), b), c);
-      sum1 = hn::Add(hn::Add(hn::Add(sum1, b), c), e);
-      sum2 = hn::Add(hn::Add(hn::Add(sum2, c), e), f);
-      sum3 = hn::Add(hn::Add(hn::Add(sum3, e), f), g);
-    }
-    hn::Store(ninth(sum0), d, out[0] + x);
-    hn::Store(ninth(sum1), d, out[1] + x);
-    hn::Store(ninth(sum2), d, out[2] + x);
-    hn::Store(ninth(sum3), d, out[3] + x);
-  }
+void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, RowLayout layout, Ninth ninth) {
+  const int lanes = static_cast<int>(hn::Lanes(Doubles()));
+  // If a group takes several vectors, a section of the rows is in the L1 cache when the second of them is computed.
+  const int section = lanes == kStrips ? layout.Size() : 8 * kStrips;
+  for (int begin = 0; begin < layout.Size(); begin += section)
+    for (int part = 0; part < kStrips; part += lanes)
+      InteriorVectors(in, out, begin + part, std::min(begin + section, layout.Size()), ninth);
 }
 
-#endif
-
 template <class Ninth>
-void InteriorRow(const double* above, const double* here, const double* below, double* out, int width, Ninth ninth) {
+void InteriorRow(const double* above, const double* here, const double* below, double* out, RowLayout layout,
+                 Ninth ninth) {
   const Doubles d;
-  for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
-    V sum = hn::Add(hn::Add(hn::LoadU(d, above + x - 1), hn::LoadU(d, here + x - 1)), hn::LoadU(d, below + x - 1));
-    for (int column = 0; column < 2; ++column) {
-      sum = hn::Add(sum, hn::LoadU(d, above + x + column));
-      sum = hn::Add(sum, hn::LoadU(d, here + x + column));
-      sum = hn::Add(sum, hn::LoadU(d, below + x + column));
+  for (int x = 0; x < layout.Size(); x += static_cast<int>(hn::Lanes(d))) {
+    const double *a = above + x, *b = here + x, *c = below + x;
+    V sum = hn::Add(hn::Add(hn::Load(d, a - kStrips), hn::Load(d, b - kStrips)), hn::Load(d, c - kStrips));
+    for (const int column : {0, kStrips}) {
+      sum = hn::Add(sum, hn::Load(d, a + column));
+      sum = hn::Add(sum, hn::Load(d, b + column));
+      sum = hn::Add(sum, hn::Load(d, c + column));
     }
     hn::Store(ninth(sum), d, out + x);
   }
@@ -187,52 +163,65 @@ void InteriorRow(const double* above, const double* here, const double* below, d
 
 /// The top or bottom row without its corners: row `twice` counts twice, row `once` once.
 template <class Ninth>
-void EdgeRow(const double* twice, const double* once, double* out, int width, Ninth ninth) {
+void EdgeRow(const double* twice, const double* once, double* out, RowLayout layout, Ninth ninth) {
   const Doubles d;
   const V two = hn::Set(d, 2.0);
-  for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
-    V sum = hn::Add(hn::Mul(two, hn::LoadU(d, twice + x - 1)), hn::LoadU(d, once + x - 1));
-    for (int column = 0; column < 2; ++column) {
-      sum = hn::Add(sum, hn::Mul(two, hn::LoadU(d, twice + x + column)));
-      sum = hn::Add(sum, hn::LoadU(d, once + x + column));
+  for (int x = 0; x < layout.Size(); x += static_cast<int>(hn::Lanes(d))) {
+    const double *a = twice + x, *b = once + x;
+    V sum = hn::Add(hn::Mul(two, hn::Load(d, a - kStrips)), hn::Load(d, b - kStrips));
+    for (const int column : {0, kStrips}) {
+      sum = hn::Add(sum, hn::Mul(two, hn::Load(d, a + column)));
+      sum = hn::Add(sum, hn::Load(d, b + column));
     }
     hn::Store(ninth(sum), d, out + x);
   }
 }
 
 /// First and last value of an interior row. The left column of the sum comes first at both ends.
-inline void RowEnds(const double* above, const double* here, const double* below, double* out, int last) {
-  out[0] = (2.0 * above[0] + 2.0 * here[0] + 2.0 * below[0] + above[1] + here[1] + below[1]) / 9.0;
-  out[last] =
-      (above[last - 1] + here[last - 1] + below[last - 1] + 2.0 * above[last] + 2.0 * here[last] + 2.0 * below[last]) /
-      9.0;
+inline void RowEnds(const double* above, const double* here, const double* below, double* out, RowLayout layout) {
+  const int next = layout.Of(1), last = layout.Of(layout.width - 1), beforeLast = layout.Of(layout.width - 2);
+  out[0] = (2.0 * above[0] + 2.0 * here[0] + 2.0 * below[0] + above[next] + here[next] + below[next]) / 9.0;
+  out[last] = (above[beforeLast] + here[beforeLast] + below[beforeLast] + 2.0 * above[last] + 2.0 * here[last] +
+               2.0 * below[last]) /
+              9.0;
 }
 
 /// Both corners of the edge row `here`; `inner` is the row next to it.
-inline void Corners(const double* here, const double* inner, double* out, int last) {
-  out[0] = (4.0 * here[0] + 2.0 * here[1] + 2.0 * inner[0] + inner[1]) / 9.0;
-  out[last] = (4.0 * here[last] + 2.0 * here[last - 1] + 2.0 * inner[last] + inner[last - 1]) / 9.0;
+inline void Corners(const double* here, const double* inner, double* out, RowLayout layout) {
+  const int next = layout.Of(1), last = layout.Of(layout.width - 1), beforeLast = layout.Of(layout.width - 2);
+  out[0] = (4.0 * here[0] + 2.0 * here[next] + 2.0 * inner[0] + inner[next]) / 9.0;
+  out[last] = (4.0 * here[last] + 2.0 * here[beforeLast] + 2.0 * inner[last] + inner[beforeLast]) / 9.0;
+}
+
+/// Repeats the ends of the strips beside the adjacent ones.
+inline void JoinStrips(double* row, RowLayout layout) {
+  const int size = layout.Size();
+  for (int i = 0; i < kStrips - 1; ++i) {
+    row[i + 1 - kStrips] = row[size - kStrips + i];
+    row[size + i] = row[i + 1];
+  }
 }
 
 /// One pass: computes four rows from `top` on, those that are in the plane. `in` begins one row above them.
 template <class Ninth>
-void PassStep(const Rows<kStep + 2>& in, const Rows<kStep>& out, int top, int width, int height, Ninth ninth) {
-  const int last = width - 1;
+void PassStep(const Rows<kStep + 2>& in, const Rows<kStep>& out, int top, RowLayout layout, int height, Ninth ninth) {
   const bool allInterior = top > 0 && top + kStep < height;
-  if (allInterior) InteriorRows(in, out, width, ninth);
+  if (allInterior) InteriorRows(in, out, layout, ninth);
   for (std::size_t i = 0; i < kStep; ++i) {
     const int y = top + static_cast<int>(i);
+    if (y < 0 || y >= height) continue;
     const double *above = in[i], *here = in[i + 1], *below = in[i + 2];
     if (y == 0) {
-      EdgeRow(here, below, out[i], width, ninth);
-      Corners(here, below, out[i], last);
+      EdgeRow(here, below, out[i], layout, ninth);
+      Corners(here, below, out[i], layout);
     } else if (y == height - 1) {
-      EdgeRow(above, here, out[i], width, ninth);
-      Corners(here, above, out[i], last);
-    } else if (y > 0 && y < height) {
-      if (!allInterior) InteriorRow(above, here, below, out[i], width, ninth);
-      RowEnds(above, here, below, out[i], last);
+      EdgeRow(above, here, out[i], layout, ninth);
+      Corners(here, above, out[i], layout);
+    } else {
+      if (!allInterior) InteriorRow(above, here, below, out[i], layout, ninth);
+      RowEnds(above, here, below, out[i], layout);
     }
+    JoinStrips(out[i], layout);
   }
 }
 
@@ -293,47 +282,71 @@ hn::Vec<D> AcrossColumns(D d, const std::uint16_t* columns) {
   return hn::Add(hn::Add(hn::LoadU(d, columns - 1), hn::LoadU(d, columns)), hn::LoadU(d, columns + 1));
 }
 
-/// First pass: computes four rows from `top` on, those that are in the plane.
+/// First pass: computes four rows from `top` on, those that are in the plane. `buffer` has the space that SpaceOf says.
 template <class Ninth>
-void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, int width, int height, Ninth ninth) {
+void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, RowLayout layout, int height,
+               std::uint16_t* buffer, Ninth ninth) {
   const Doubles d;
   const hn::Rebind<std::int32_t, Doubles> whole;
   const hn::Rebind<std::uint16_t, Doubles> narrow;
+  const hn::Repartition<std::uint32_t, Sums> twoSums;
+  const hn::Half<Sums> half;
+  const std::ptrdiff_t strip = layout.strip;
   for (int y = top; y < std::min(top + kStep, height); ++y) {
     const std::uint16_t* columns = first.ColumnSums(y);
+    for (std::ptrdiff_t i = 0; i < strip; i += static_cast<int>(hn::Lanes(twoSums))) {
+      const auto sums = [&](int n) { return hn::PromoteTo(twoSums, AcrossColumns(half, columns + i + n * strip)); };
+      const auto strips = [&](int n) { return hn::Or(sums(n), hn::ShiftLeft<16>(sums(n + 1))); };
+      hn::StoreInterleaved4(strips(0), strips(2), strips(4), strips(6), twoSums,
+                            reinterpret_cast<std::uint32_t*>(buffer + i * kStrips));
+    }
     double* row = out[static_cast<std::size_t>(y - top)];
-    for (int x = 0; x < width; x += static_cast<int>(hn::Lanes(d))) {
-      const auto sum = hn::PromoteTo(whole, AcrossColumns(narrow, columns + x));
-      hn::Store(ninth(hn::PromoteTo(d, sum)), d, row + x);
-    }
-    if (y == height - 1) {
-      row[0] = first.BottomCornerSum(0) / 9.0;
-      row[width - 1] = first.BottomCornerSum(width - 1) / 9.0;
-    }
+    for (int x = 0; x < layout.Size(); x += static_cast<int>(hn::Lanes(d)))
+      hn::Store(ninth(hn::PromoteTo(d, hn::PromoteTo(whole, hn::Load(narrow, buffer + x)))), d, row + x);
+    if (y == height - 1)
+      for (const int x : {0, layout.width - 1}) row[layout.Of(x)] = first.BottomCornerSum(x) / 9.0;
+    JoinStrips(row, layout);
   }
 }
 
 /// Truncates the rows from `top` on, those that are in the plane, into the result, and raises `maximum` to their
-/// largest level.
-void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::uint8_t> result, int top, int& maximum) {
+/// largest level. `buffer` has the space that SpaceOf says.
+void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::uint8_t> result, int top, RowLayout layout,
+              std::uint16_t* buffer, int& maximum) {
   const Doubles d;
   const hn::Rebind<std::int32_t, Doubles> whole;
+  const hn::Rebind<std::uint32_t, Doubles> toNarrow;
   const hn::Rebind<std::uint8_t, Doubles> narrow;
-  const int lanes = static_cast<int>(hn::Lanes(d));
+  const Sums twoLevels;
+  const hn::Rebind<std::uint8_t, Sums> levels;
+  const hn::RebindToSigned<Sums> toDemote;
+  const int lanes = static_cast<int>(hn::Lanes(twoLevels));
+  const std::ptrdiff_t strip = layout.strip, room = RoundUp(layout.strip, lanes);
+  auto* const grouped = reinterpret_cast<std::uint8_t*>(buffer);
+  std::uint8_t* const ordered = grouped + kStrips * room;
   auto largest = hn::Set(whole, maximum);
   for (int y = std::max(top, 0); y < std::min(top + kStep, result.height); ++y) {
-    const double* in = rows[static_cast<std::size_t>(y - top)];
-    std::uint8_t* out = result.Row(y);
-    int x = 0;
-    for (; x + lanes <= result.width; x += lanes) {
-      const auto levels = hn::DemoteTo(whole, hn::Load(d, in + x));
-      largest = hn::Max(largest, levels);
-      hn::StoreU(hn::DemoteTo(narrow, levels), narrow, out + x);
+    double* in = rows[static_cast<std::size_t>(y - top)];
+    for (int x = layout.width; x < layout.Size(); ++x) in[layout.Of(x)] = 0;
+    for (int x = 0; x < layout.Size(); x += static_cast<int>(hn::Lanes(d))) {
+      const auto truncated = hn::DemoteTo(whole, hn::Load(d, in + x));
+      largest = hn::Max(largest, truncated);
+      hn::StoreU(hn::U8FromU32(hn::BitCast(toNarrow, truncated)), narrow, grouped + x);
     }
-    for (; x < result.width; ++x) {
-      out[x] = static_cast<std::uint8_t>(in[x]);
-      maximum = std::max<int>(maximum, out[x]);
+    for (std::ptrdiff_t i = 0; i < strip; i += lanes) {
+      hn::Vec<Sums> strips[kStrips / 2];
+      hn::LoadInterleaved4(twoLevels, buffer + i * kStrips / 2, strips[0], strips[1], strips[2], strips[3]);
+      std::uint8_t* to = ordered + i;
+      for (const auto& two : strips) {
+        for (const auto& one : {hn::And(two, hn::Set(twoLevels, 0xFF)), hn::ShiftRight<8>(two)}) {
+          hn::Store(hn::DemoteTo(levels, hn::BitCast(toDemote, one)), levels, to);
+          to += room;
+        }
+      }
     }
+    for (int i = 0; i < kStrips; ++i)
+      std::copy_n(ordered + i * room, std::clamp<std::ptrdiff_t>(layout.width - i * strip, 0, strip),
+                  result.Row(y) + i * strip);
   }
   maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(whole, largest)));
 }
@@ -368,21 +381,31 @@ void SmoothOnce(SmoothJob& job, const FirstPass& first) {
   job.maximum = std::max<int>(maximum, hn::GetLane(hn::MaxOfLanes(d, largest)));
 }
 
+/// How many 16-bit values a row of sums takes, in groups, or a row of levels in groups and one in strips. The strips
+/// are filled up to whole vectors.
+inline std::size_t SpaceOf(RowLayout layout) {
+  return std::size_t{kStrips} * static_cast<std::size_t>(RoundUp(layout.strip, static_cast<int>(hn::Lanes(Sums()))));
+}
+
 /// Two passes or more.
 template <class Ninth>
 void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth ninth) {
-  const int width = job.original.width, height = job.original.height;
+  const RowLayout layout(job.original.width);
+  const int height = job.original.height;
 
   // Rows a multiple of 4 KB apart would map to the same cache set.
-  std::size_t stride = static_cast<std::size_t>(RoundUp(width, kLine)) + std::size_t{2} * kLine;
-  if (stride % 512 == 0) stride += kLine;
+  std::size_t stride = static_cast<std::size_t>(layout.Size()) + std::size_t{2} * kStrips;
+  if (stride % 512 == 0) stride += kStrips;
   const std::size_t repeats = static_cast<std::size_t>(level) - 1;
   const std::size_t rowCount = 2 * (repeats + kStep);
   const auto memory = hwy::AllocateAligned<double>(rowCount * stride);
   if (!memory) throw std::bad_alloc();
   std::fill_n(memory.get(), rowCount * stride, 0.0);
-  double* nextRow = memory.get() + kLine;
+  double* nextRow = memory.get() + kStrips;
   const auto takeRow = [&] { return std::exchange(nextRow, nextRow + stride); };
+
+  const auto buffer = hwy::AllocateAligned<std::uint16_t>(SpaceOf(layout));
+  if (!buffer) throw std::bad_alloc();
 
   Rows<kStep> made, spare;
   for (double*& row : made) row = takeRow();
@@ -392,17 +415,17 @@ void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth n
 
   job.maximum = -1;
   for (int front = 0; front - level + 1 < height; front += kStep) {
-    if (front < height) FirstStep(first, made, front, width, height, ninth);
+    if (front < height) FirstStep(first, made, front, layout, height, buffer.get(), ninth);
     int top = front;
     for (Rows<2>& before : kept) {
       --top;
-      PassStep({before[0], before[1], made[0], made[1], made[2], made[3]}, spare, top, width, height, ninth);
+      PassStep({before[0], before[1], made[0], made[1], made[2], made[3]}, spare, top, layout, height, ninth);
       // The next pass writes to the rows just read, except the last two.
       const Rows<kStep> read{before[0], before[1], made[0], made[1]};
       before = {made[2], made[3]};
       made = std::exchange(spare, read);
     }
-    Truncate(made, job.smoothed, top, job.maximum);
+    Truncate(made, job.smoothed, top, layout, buffer.get(), job.maximum);
   }
 }
 
