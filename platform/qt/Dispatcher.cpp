@@ -145,12 +145,14 @@ void AwaitExposure(NativeWindow& window) {
   window.awaitsExposure = false;
 }
 
-void PutOnScreen(NativeWindow& window, QWidget& widget) {
-  if (InsidePaint()) return widget.update();
+void PutOnScreen(NativeWindow& window, const QWidget& widget) {
+  if (InsidePaint()) return;
   if (window.showSoon) window.Show();
   if (!widget.isVisible()) return;
   AwaitExposure(window);
-  widget.repaint();
+  // Not a repaint of the widget: Qt would wait until the server has copied the image of the last paint of it.
+  QEvent paint(QEvent::UpdateRequest);
+  QCoreApplication::sendEvent(window.frame.get(), &paint);
   PumpIfDue();
 }
 

@@ -253,8 +253,9 @@ NativeListbox::~NativeListbox() {
 }
 
 void NativeListbox::Refresh() {
-  view->visualRect(model->index(0, 0));    // forces a pending layout
-  PutOnScreen(window, *view->viewport());  // repainting the view would not repaint the cells
+  view->visualRect(model->index(0, 0));  // forces a pending layout
+  view->viewport()->update();            // its cells are painted by handlers, from what the list does not know
+  PutOnScreen(window, *widget);
 }
 
 void NativeListbox::Setup(const ListboxSettings& wanted) {

@@ -58,9 +58,9 @@ void RunReported(const std::function<void()>& event);
 void PumpUnderGate();
 /// Pumps if a handler has been running for some time since it began or since the last pump.
 void PumpIfDue();
-/// Repaints a widget of the window; it is on the screen when the call returns. Does nothing if the window is not
-/// visible.
-void PutOnScreen(NativeWindow& window, QWidget& widget);
+/// Paints what has changed in the window, if the widget in it is visible; it is on the screen when the call returns.
+/// During a paint of the toolkit it is painted later.
+void PutOnScreen(NativeWindow& window, const QWidget& widget);
 /// Waits up to a second until a window that was just shown is exposed.
 void AwaitExposure(NativeWindow& window);
 

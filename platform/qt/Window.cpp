@@ -347,7 +347,8 @@ void Window::Refresh() {
         canvas->Compose();
       }
     }
-  // A repaint of the frame skips opaque widgets in it, such as canvases, unless they have a paint pending.
+  native_->frame->update();
+  // A paint of the frame skips opaque widgets in it, such as canvases, unless they have a paint pending.
   if (!InsidePaint())
     for (QWidget* widget : native_->frame->findChildren<QWidget*>()) widget->update();
   PutOnScreen(*native_, *native_->frame);
