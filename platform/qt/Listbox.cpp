@@ -70,6 +70,8 @@ class View : public QTableView {
       painter.fillRect(side, ToQColor(kFrame));
     return true;
   }
+  /// Qt would ask the server for the pointer, to find the cell below it, and wait until earlier paints are done.
+  void verticalScrollbarValueChanged(int) override {}
   void mousePressEvent(QMouseEvent* event) override {
     const QPoint at = PixelOf(event->position());
     const QModelIndex index = indexAt(at);
@@ -252,7 +254,15 @@ NativeListbox::~NativeListbox() {
   delete widget;
 }
 
+void NativeListbox::Invalidate(const QRect& area) {
+  if (stale.isEmpty())
+    QMetaObject::invokeMethod(
+        view, [this] { view->viewport()->update(std::exchange(stale, {})); }, Qt::QueuedConnection);
+  stale += area;
+}
+
 void NativeListbox::Refresh() {
+  stale = {};
   view->visualRect(model->index(0, 0));  // forces a pending layout
   view->viewport()->update();            // its cells are painted by handlers, from what the list does not know
   PutOnScreen(window, *widget);
@@ -474,7 +484,7 @@ void Listbox::InvalidateCell(int row, int column) {
     area.setLeft(native.view->columnViewportPosition(column));
     area.setWidth(native.view->columnWidth(column));
   }
-  native.view->viewport()->update(area);
+  native.Invalidate(area);
 }
 
 void Listbox::ColumnAlignment(int column, int alignment) {
@@ -498,7 +508,11 @@ void Listbox::Reveal(int row) {
   const int shown = native.view->horizontalHeader()->logicalIndexAt(0);  // scrollTo ignores hidden cells
   const QModelIndex index = native.model->index(row, shown);
   // scrollTo repaints the cell even if it is in view.
-  if (!native.view->viewport()->rect().contains(native.view->visualRect(index))) native.view->scrollTo(index);
+  if (native.view->viewport()->rect().contains(native.view->visualRect(index))) return;
+  // Painting the rows is quicker than moving them on the screen: Qt would wait until all earlier paints are done.
+  native.view->viewport()->setUpdatesEnabled(false);
+  native.view->scrollTo(index);
+  native.view->viewport()->setUpdatesEnabled(true);
 }
 
 void Listbox::ScrollPosition(int row) {

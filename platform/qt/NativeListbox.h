@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRegion>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <vector>
@@ -43,6 +44,9 @@ struct NativeListbox : NativeControl {
   ~NativeListbox() override;
 
   void Refresh() override;
+  /// Repaints an area of the viewport when the handler has ended or pumps; until then the list is not painted with every
+  /// refresh of another control.
+  void Invalidate(const QRect& area);
   void Setup(const ListboxSettings& wanted);
   /// Sets the widths of the columns; one column may take the remaining width.
   void FitColumns();
@@ -65,6 +69,7 @@ struct NativeListbox : NativeControl {
   ListboxSettings settings;
   std::unique_ptr<CellModel> model;
   QTableView* view = nullptr;
+  QRegion stale;  ///< to be repainted
   std::vector<int> knownSelection;
   bool selectionSettles = false;  ///< rows are being added or removed; the selection is compared afterwards
   int wantedTop = -1;             ///< the first visible row when the list is shown
