@@ -120,7 +120,9 @@ void PumpUnderGate() {
 }
 
 void PumpIfDue() {
-  if (running.depth > 0 && running.sincePump.elapsed() >= kPumpMilliseconds) PumpUnderGate();
+  if (running.depth == 0 || running.sincePump.elapsed() < kPumpMilliseconds) return;
+  ShowWaitingWindows();
+  PumpUnderGate();
 }
 
 void AwaitWork(const std::function<void()>& work) {

@@ -276,7 +276,7 @@ Window::Window(const WindowSettings& settings) : native_(std::make_unique<Native
 Window::~Window() = default;
 
 void Window::ActivateSoon() { native_->activateSoon = true; }
-void Window::Show() { native_->Show(); }
+void Window::Show() { native_->frame->isVisible() ? native_->Show() : native_->ShowSoon(); }
 void Window::Hide() { native_->Hide(); }
 void Window::ShowModal() { native_->ShowModal(); }
 void Window::SetFocus() { native_->content->setFocus(); }

@@ -38,7 +38,8 @@ class Window {
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
-  /// Shows the window and brings it to the front.
+  /// Shows the window and brings it to the front. During a handler a hidden window comes up with the next refresh or
+  /// pump, or at the end, so that it has the size that the handler gives it.
   void Show();
   void Hide();
   /// Closes the window: it leaves the list at once and is destroyed after the current event.

@@ -85,6 +85,22 @@ TEST_F(Widgets, ARefreshShowsAWindowThatTheHandlerHasJustMade) {
   EXPECT_TRUE(painted);
 }
 
+TEST_F(Widgets, AWindowShownByAHandlerComesUpWhenTheHandlerHasGivenItItsSize) {
+  auto& other = New<Board>();
+  board.Hide();
+  other.save.Action = [&] {
+    board.Show();
+    EXPECT_TRUE(board.Visible());
+    EXPECT_FALSE(user::IsOnScreen(board));
+    board.Width(600);
+    WorkFor(40);
+    other.canvas.Refresh();
+    EXPECT_TRUE(user::IsOnScreen(board)) << "a long handler does not delay it";
+  };
+  user::Click(other.save);
+  EXPECT_TRUE(user::IsOnScreen(board));
+}
+
 TEST_F(Widgets, TimersTickBetweenHandlersOnly) {
   int ticks = 0;
   board.timer.Action = [&] { ++ticks; };

@@ -104,6 +104,8 @@ bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds) {
   return QTest::qWaitFor(condition, limitMilliseconds);
 }
 
+bool IsOnScreen(Window& window) { return window.Native().frame->isVisible(); }
+
 void Activate(Window& window) {
   window.Native().frame->activateWindow();
   (void)QTest::qWaitForWindowActive(window.Native().frame.get(), 500);

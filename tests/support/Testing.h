@@ -21,6 +21,8 @@ void ProcessEvents();
 bool WaitUntil(const std::function<bool()>& condition, int limitMilliseconds = 5000);
 
 void Activate(Window& window);
+/// Whether the window has come up, at any place of the screen.
+bool IsOnScreen(Window& window);
 void MouseMove(RectControl& control, int x, int y);  ///< no button; enters the control if it was outside
 void MouseLeave(RectControl& control);
 void MousePress(RectControl& control, int x, int y);
