@@ -59,7 +59,7 @@ MenuItem::~MenuItem() = default;
 
 void MenuItem::Text(const String& text) {
   text_ = text;
-  ShowState(*this);
+  if (native_->action && !native_->menu) native_->action->setText(WithoutAccessKey(text));
 }
 
 void MenuItem::Checked(bool checked) {
@@ -73,7 +73,6 @@ void ShowState(MenuItem& item) {
   QAction* action = item.NativeItem().action;
   if (!action || action->isSeparator()) return;
   if (item.NativeItem().menu) return;  // a menu can always be opened
-  action->setText(WithoutAccessKey(item.Text()));
   action->setEnabled(item.Enabled());
   action->setCheckable(item.Checkable());
   action->setChecked(item.Checked());

@@ -19,7 +19,7 @@ struct MenuBar::Native {
   std::vector<QPointer<QMenu>> menus;  ///< those of the bar itself
 };
 
-/// Copies the item's state to the toolkit's action.
+/// Copies the item's state, all but its text, to the toolkit's action.
 void ShowState(MenuItem& item);
 /// Deletes the menus of all bars; when the toolkit ends.
 void EndAllMenus();
