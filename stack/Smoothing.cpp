@@ -109,6 +109,8 @@ void InteriorVectors(Rows<kStep + 2> in, Rows<kStep> out, int begin, int end, Ni
   const auto add = [&](std::size_t row, V a, V b) {
     return HWY_NATIVE_FMA && row % 2 ? hn::MulAdd(b, hn::Set(d, 1.0), a) : hn::Add(a, b);
   };
+  // One column of values each: first the left one, whose sums are all that is kept of it, then the middle one, then the
+  // right one, which stays loaded as the middle of the next group.
   constexpr std::size_t kRead = kStep + 2;
   V column[kRead], left[kStep], sums[kStep];
 #pragma GCC unroll 6
@@ -294,10 +296,11 @@ void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, RowLayou
   const std::ptrdiff_t strip = layout.strip;
   for (int y = top; y < std::min(top + kStep, height); ++y) {
     const std::uint16_t* columns = first.ColumnSums(y);
+    // The sums of two strips share 32 bits, and four such pairs make a group.
     for (std::ptrdiff_t i = 0; i < strip; i += static_cast<int>(hn::Lanes(twoSums))) {
       const auto sums = [&](int n) { return hn::PromoteTo(twoSums, AcrossColumns(half, columns + i + n * strip)); };
-      const auto strips = [&](int n) { return hn::Or(sums(n), hn::ShiftLeft<16>(sums(n + 1))); };
-      hn::StoreInterleaved4(strips(0), strips(2), strips(4), strips(6), twoSums,
+      const auto pair = [&](int n) { return hn::Or(sums(n), hn::ShiftLeft<16>(sums(n + 1))); };
+      hn::StoreInterleaved4(pair(0), pair(2), pair(4), pair(6), twoSums,
                             reinterpret_cast<std::uint32_t*>(buffer + i * kStrips));
     }
     double* row = out[static_cast<std::size_t>(y - top)];
@@ -327,17 +330,18 @@ void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::uint8_t> result,
   auto largest = hn::Set(whole, maximum);
   for (int y = std::max(top, 0); y < std::min(top + kStep, result.height); ++y) {
     double* in = rows[static_cast<std::size_t>(y - top)];
-    for (int x = layout.width; x < layout.Size(); ++x) in[layout.Of(x)] = 0;
+    for (int x = layout.width; x < layout.Size(); ++x) in[layout.Of(x)] = 0;  // beyond the plane: no maximum
     for (int x = 0; x < layout.Size(); x += static_cast<int>(hn::Lanes(d))) {
       const auto truncated = hn::DemoteTo(whole, hn::Load(d, in + x));
       largest = hn::Max(largest, truncated);
       hn::StoreU(hn::U8FromU32(hn::BitCast(toNarrow, truncated)), narrow, grouped + x);
     }
+    // A group of levels is taken apart into four pairs, and these into strips.
     for (std::ptrdiff_t i = 0; i < strip; i += lanes) {
-      hn::Vec<Sums> strips[kStrips / 2];
-      hn::LoadInterleaved4(twoLevels, buffer + i * kStrips / 2, strips[0], strips[1], strips[2], strips[3]);
+      hn::Vec<Sums> pairs[kStrips / 2];
+      hn::LoadInterleaved4(twoLevels, buffer + i * kStrips / 2, pairs[0], pairs[1], pairs[2], pairs[3]);
       std::uint8_t* to = ordered + i;
-      for (const auto& two : strips) {
+      for (const auto& two : pairs) {
         for (const auto& one : {hn::And(two, hn::Set(twoLevels, 0xFF)), hn::ShiftRight<8>(two)}) {
           hn::Store(hn::DemoteTo(levels, hn::BitCast(toDemote, one)), levels, to);
           to += room;
