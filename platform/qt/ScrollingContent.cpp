@@ -1,8 +1,12 @@
 #include "platform/qt/ScrollingContent.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyle>
+#include <QWheelEvent>
+#include <QWindow>
 #include <utility>
 
 #include "platform/qt/NativeToolkit.h"
@@ -36,5 +40,16 @@ void ScrollingContent::EndReveal() {
 }
 
 void ScrollingContent::keyPressEvent(QKeyEvent* event) { event->ignore(); }
+
+void ScrollingContent::wheelEvent(QWheelEvent* event) {
+  const QPoint before = Scrolled();
+  QScrollArea::wheelEvent(event);
+  if (Scrolled() == before) return;
+  // The pointer is over another part of the content now, as if it had moved. The window system does not report that.
+  QWindow* frame = window()->windowHandle();
+  const QPointF at = event->globalPosition();
+  QMouseEvent move(QEvent::MouseMove, frame->mapFromGlobal(at), at, Qt::NoButton, event->buttons(), event->modifiers());
+  QCoreApplication::sendEvent(frame, &move);
+}
 
 }  // namespace platform

@@ -19,6 +19,7 @@ class ScrollingContent : public QScrollArea {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   QPoint Scrolled() const;

@@ -76,6 +76,16 @@ TEST_F(LinkedCursorTest, NoTraceIsLeftOnTheScreenWhereverTheCanvasIs) {
       }
 }
 
+TEST_F(LinkedCursorTest, FollowsAMapThatTheWheelMovesUnderThePointer) {
+  LoadThree(60, Screen(0).AvailableHeight());
+  user::MouseMove(main().cvTIF, 5, 6);
+  user::Wheel(main().cvTIF, 5, 6, -1);
+  const int scrolled = user::ShownPart(main()).y;
+  ASSERT_GT(scrolled, 0);
+  EXPECT_EQ(Globals::fCursorYold, 6 + scrolled);
+  EXPECT_EQ(main().SpeciesLB.Cell(1, Main::kCurColumn), Str(Level(1, 5, 6 + scrolled)));
+}
+
 TEST_F(LinkedCursorTest, HeldKeysChangeTheCircleButNotWithAShortcut) {
   LoadThree(256, 256);
   user::Click(main().BBcursorCircles);
