@@ -61,9 +61,13 @@ void NativeWindow::Adopt(int newWidth, int newHeight) {
 
 void NativeWindow::FollowFrame() {
   const QSize before = std::exchange(view, frame->size() - QSize(0, barHeight));
-  // A side that the user did not change keeps the size of its content, even if the view shows only a part of it.
-  const bool wider = settings.resizeable && view.width() != before.width();
-  const bool higher = settings.resizeable && view.height() != before.height();
+  // A side that the user did not change keeps the size of its content, unless the content filled the view: then it
+  // still does when a scroll bar appears or vanishes beside it.
+  const int barBeside = settings.height > before.height() ? scrolling->BarExtent() : 0;
+  const int barBelow = settings.width > before.width() ? scrolling->BarExtent() : 0;
+  const bool follows = settings.resizeable && view != before;
+  const bool wider = follows && (view.width() != before.width() || settings.width == before.width() - barBeside);
+  const bool higher = follows && (view.height() != before.height() || settings.height == before.height() - barBelow);
   const auto width = [this](int room) {
     return std::clamp(room, settings.minWidth, std::max(settings.minWidth, settings.maxWidth));
   };

@@ -162,7 +162,9 @@ TEST_F(Widgets, AFrameScrollsAContentThatTheScreenCannotHold) {
   EXPECT_EQ(size(), std::make_pair(part.width, 1000));
   EXPECT_LT(part.width, 620) << "beside the scroll bar";
   user::ResizeFrame(board, 620, 1100);
-  EXPECT_EQ(size(), std::make_pair(part.width, 1100)) << "the width is not changed";
+  EXPECT_EQ(size(), std::make_pair(620, 1100)) << "the scroll bar has vanished";
+  user::ResizeFrame(board, 620, 600);
+  EXPECT_EQ(size(), std::make_pair(part.width, 1000)) << "beside the scroll bar again";
   board.MinHeight(64);
   board.Height(300);
   EXPECT_EQ(user::ShownPart(board), (Rect{0, 0, part.width, 300}));
