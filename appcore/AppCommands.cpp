@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "appcore/App.h"
 #include "appcore/Globals.h"
 #include "appcore/Menu.h"

@@ -12,6 +12,7 @@
 #include <new>
 #include <span>
 #include <type_traits>
+#include <utility>
 
 #include "platform/values/Errors.h"
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "platform/values/Errors.h"
