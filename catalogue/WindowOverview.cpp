@@ -94,7 +94,8 @@ bool WindowOverview::ListBox1_HeaderPressed(int column) {
 
 bool WindowOverview::ListBox1_CellTextPaint(Graphics& g, int row, int column, int x, int y) {
   g.UseOldRenderer = false;
-  // A row whose update failed is not in the table.
+  // If UpdateShortNames fails, for instance because a map file has gone, the rows just added have no entry in the
+  // table: their cells stay empty until an update succeeds.
   if (column != kSpecies || row > Globals::oooSpeciesExist.Ubound(1)) return false;
   int pen = x;
   const Array<String>& species = Globals::oooShortSpeciesNames;

@@ -176,15 +176,17 @@ void Main::CheckFlags(const ClusterFiles& files) {
          Join(Globals::oooShortSpeciesNames, ", "));
 }
 
-/// Throws if the stack and the pictures of the map need more memory than is available: the system would grant it and
-/// kill the program during the load.
+/// Throws if the stack and the pictures of the map need more memory than is available. The allocation itself would
+/// succeed, because the system provides memory only when it is written, and then kills a program that writes too much.
 void Main::CheckMemory() const {
   const double pixels = static_cast<double>(InTIFwidth) * InTIFheight;
-  // Small planes share huge pages with those of absent species.
-  const auto species = pixels < 0x1p21 ? TIFexists.Ubound() + 1.0
-                                       : static_cast<double>(std::count(TIFexists.begin(), TIFexists.end(), true));
+  // A level takes one byte. The planes of absent species are never written, so they take no memory, unless planes are
+  // smaller than a huge page: then they share pages with those of other species.
+  const auto species = pixels < kHugePage ? TIFexists.Ubound() + 1.0
+                                          : static_cast<double>(std::count(TIFexists.begin(), TIFexists.end(), true));
+  // currTIF and drawcurrTIF, the pictures that are decoded at once, and the canvas.
   const double pictures = (2 + Parallelism() + Globals::Zoom * Globals::Zoom) * sizeof(Color);
-  // The planes that the last load filled are reused or freed.
+  // The planes that the last load filled still take memory, but ResizeStack will reuse them or free them.
   const auto filled =
       static_cast<double>(std::count_if(TIFmax.begin(), TIFmax.end(), [](int level) { return level >= 0; }));
   const double reusable = 2.0 * filled * (TIFarray.Ubound(2) + 1) * (TIFarray.Ubound(3) + 1);
@@ -195,7 +197,8 @@ void Main::ResizeStack(int species) {
   CheckMemory();
   const int right = InTIFwidth - 1;
   const int bottom = InTIFheight - 1;
-  // On another thread: currTIF is nil meanwhile, so that no paint reads the stack.
+  // This takes long for a large stack, so it runs on another thread and windows are painted meanwhile. No Paint handler
+  // reads the planes: maps are painted from pictures, and Main paints none while currTIF is nil.
   AwaitWork([&] {
     TIFarray.Redim(species, right, bottom);
     TIFarrOriginal.Redim(species, right, bottom);
