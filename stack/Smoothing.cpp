@@ -11,6 +11,8 @@
 #include "platform/values/Errors.h"
 #include "platform/values/Parallel.h"
 
+// On ARM, NEON only: the vectors of SVE have no fixed size, so they cannot be elements of arrays.
+#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "stack/Smoothing.cpp"
 #include <hwy/foreach_target.h>
