@@ -70,6 +70,10 @@ class View : public QTableView {
       painter.fillRect(side, ToQColor(kFrame));
     return true;
   }
+  void scrollContentsBy(int dx, int dy) override {
+    native_.stale.translate(dx, dy);
+    QTableView::scrollContentsBy(dx, dy);
+  }
   /// Qt would ask the server for the pointer, to find the cell below it, and wait until earlier paints are done.
   void verticalScrollbarValueChanged(int) override {}
   void mousePressEvent(QMouseEvent* event) override {

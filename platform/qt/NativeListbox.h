@@ -44,8 +44,8 @@ struct NativeListbox : NativeControl {
   ~NativeListbox() override;
 
   void Refresh() override;
-  /// Repaints an area of the viewport when the handler has ended or pumps; until then the list is not painted with every
-  /// refresh of another control.
+  /// Repaints an area of the viewport when the handler has ended or pumps; until then the list is not painted with
+  /// every refresh of another control.
   void Invalidate(const QRect& area);
   void Setup(const ListboxSettings& wanted);
   /// Sets the widths of the columns; one column may take the remaining width.
@@ -69,7 +69,7 @@ struct NativeListbox : NativeControl {
   ListboxSettings settings;
   std::unique_ptr<CellModel> model;
   QTableView* view = nullptr;
-  QRegion stale;  ///< to be repainted
+  QRegion stale;  ///< of the viewport, to be repainted; follows the cells when the list scrolls
   std::vector<int> knownSelection;
   bool selectionSettles = false;  ///< rows are being added or removed; the selection is compared afterwards
   int wantedTop = -1;             ///< the first visible row when the list is shown

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <functional>
+#include <set>
 #include <thread>
 
 #include "platform/values/FileType.h"
@@ -99,6 +100,20 @@ TEST_F(Widgets, AWindowShownByAHandlerComesUpWhenTheHandlerHasGivenItItsSize) {
   };
   user::Click(other.save);
   EXPECT_TRUE(user::IsOnScreen(board));
+}
+
+TEST_F(Widgets, AnInvalidRowIsPaintedWhereTheListHasScrolledIt) {
+  board.list.Setup({.columnWidths = "100"});  // fixed: a column that is resized is painted later
+  std::set<int> painted;
+  board.list.CellBackgroundPaint = [&](Graphics&, int row, int) { return painted.insert(row).second; };
+  for (int row = 0; row < 40; ++row) board.list.AddRow("");
+  board.list.Refresh();
+  user::ProcessEvents();
+  ASSERT_TRUE(painted.contains(5));
+  painted.clear();
+  board.list.InvalidateCell(5, -1);
+  user::Wheel(board.list, 5, 50, -1);
+  EXPECT_TRUE(user::WaitUntil([&] { return painted.contains(5); }));
 }
 
 TEST_F(Widgets, TimersTickBetweenHandlersOnly) {
