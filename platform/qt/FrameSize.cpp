@@ -1,5 +1,6 @@
 // The sizes of a window: that of its content, and that of the frame, which shows the content or a part of it.
 
+#include <QGuiApplication>
 #include <QMenuBar>
 #include <QScreen>
 #include <QWindow>
@@ -19,10 +20,11 @@ constexpr int kLeastView = 150;
 
 /// The border that the window manager adds to the frame; until the frame is on the screen, that of another window.
 QMargins BorderOf(const QWidget& frame) {
-  static QMargins known;
-  const QWindow* handle = frame.windowHandle();
-  if (const QMargins border = handle ? handle->frameMargins() : QMargins(); !border.isNull()) known = border;
-  return known;
+  QWindowList handles = QGuiApplication::topLevelWindows();
+  if (frame.windowHandle()) handles.prepend(frame.windowHandle());
+  for (const QWindow* handle : handles)
+    if (const QMargins border = handle->frameMargins(); !border.isNull()) return border;
+  return {};
 }
 
 /// The area of the screen that the view of a window may cover.
