@@ -10,6 +10,7 @@
 #include <QTextDocument>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/qt/NativeListbox.h"
 #include "platform/qt/NativeToolkit.h"
