@@ -4,6 +4,7 @@
 #include <array>
 #include <cassert>
 #include <cstddef>
+#include <cstring>
 #include <new>
 #include <utility>
 #include <vector>
@@ -18,6 +19,7 @@
 #include <hwy/foreach_target.h>
 // The order matters: foreach_target.h comes first.
 #include <hwy/aligned_allocator.h>
+#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 #ifndef VORNALITE_SMOOTHING_ONCE
@@ -35,6 +37,9 @@ namespace {
 // before the first and that after the last repeat the ends of the adjacent strips. The last strips may have fewer
 // columns, or none; what is computed beyond them is never used.
 //
+// A pass touches no other memory than the rows that it reads: its results take the place of the first four of them.
+// They are stored one group further to the left, where a pass from left to right has read everything.
+//
 // The order of additions determines the bits of the result. A value is the sum of its left, middle and right column,
 // each summed from top to bottom in doubles, added in that order. Only the first pass may add in another order, because
 // its sums are whole numbers.
@@ -42,6 +47,11 @@ namespace {
 constexpr int kStep = 4;
 /// Strips of a row; doubles of a group and of a cache line.
 constexpr int kStrips = 8;
+/// Levels in a word of 32 bits.
+constexpr int kPerWord = 4;
+/// Doubles of 4 KB. Loads and stores whose addresses differ by multiples of it hinder each other, so the distance of
+/// the rows leaves this remainder. The choice is measured: a bad one takes a quarter longer.
+constexpr std::size_t kPage = 512, kRowOffset = 29 * kStrips;
 /// Above this level values may be so small that the product with the second part of 1/9 is subnormal.
 constexpr int kMaximumLevelOfSplitNinth = 300;
 
@@ -53,13 +63,19 @@ using Rows = std::array<double*, count>;
 
 /// Where a row holds its columns.
 struct RowLayout {
-  explicit RowLayout(int columns) : width(columns), strip((columns + kStrips - 1) / kStrips) {}
+  explicit RowLayout(int columns)
+      : width(columns),
+        strip((columns + kStrips - 1) / kStrips),
+        second(Of(1)),
+        last(Of(width - 1)),
+        beforeLast(Of(width - 2)) {}
   /// The index of column x in the row.
   int Of(int x) const { return x % strip * kStrips + x / strip; }
   int Size() const { return strip * kStrips; }
 
-  int width;  ///< columns of the plane
-  int strip;  ///< columns of a strip
+  int width;                     ///< columns of the plane
+  int strip;                     ///< columns of a strip
+  int second, last, beforeLast;  ///< indexes of these columns
 };
 
 }  // namespace
@@ -102,9 +118,9 @@ struct SplitNinth {
 using SplitNinth = PlainNinth;
 #endif
 
-/// Four rows of the interior: the vectors of every group from `begin` to `end`. `in` begins one row above them.
+/// Four rows of the interior: the vector of every group that begins at its lane `part`. `in` begins one row above them.
 template <class Ninth>
-void InteriorVectors(Rows<kStep + 2> in, Rows<kStep> out, int begin, int end, Ninth ninth) {
+void InteriorVectors(Rows<kStep + 2> in, Rows<kStep> out, int part, int size, Ninth ninth) {
   const Doubles d;
   // Some of the sums use the multiply-add units, with identical bits: on some processors these work in parallel to the
   // adders. With the divisions by 9 that share is half of the work.
@@ -116,13 +132,13 @@ void InteriorVectors(Rows<kStep + 2> in, Rows<kStep> out, int begin, int end, Ni
   constexpr std::size_t kRead = kStep + 2;
   V column[kRead], left[kStep], sums[kStep];
 #pragma GCC unroll 6
-  for (std::size_t row = 0; row < kRead; ++row) column[row] = hn::Load(d, in[row] + begin - kStrips);
+  for (std::size_t row = 0; row < kRead; ++row) column[row] = hn::Load(d, in[row] + part - kStrips);
 #pragma GCC unroll 4
   for (std::size_t row = 0; row < kStep; ++row)
     left[row] = hn::Add(hn::Add(column[row], column[row + 1]), column[row + 2]);
 #pragma GCC unroll 6
-  for (std::size_t row = 0; row < kRead; ++row) column[row] = hn::Load(d, in[row] + begin);
-  for (int x = begin; x < end; x += kStrips) {
+  for (std::size_t row = 0; row < kRead; ++row) column[row] = hn::Load(d, in[row] + part);
+  for (int x = part; x < size; x += kStrips) {
 #pragma GCC unroll 4
     for (std::size_t row = 0; row < kStep; ++row) {
       sums[row] = add(row, add(row, add(row, left[row], column[row]), column[row + 1]), column[row + 2]);
@@ -140,17 +156,13 @@ void InteriorVectors(Rows<kStep + 2> in, Rows<kStep> out, int begin, int end, Ni
 
 /// Four rows of the interior, without the first and last column. `in` begins one row above them.
 template <class Ninth>
-void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, RowLayout layout, Ninth ninth) {
-  const int lanes = static_cast<int>(hn::Lanes(Doubles()));
-  // If a group takes several vectors, a section of the rows is in the L1 cache when the second of them is computed.
-  const int section = lanes == kStrips ? layout.Size() : 8 * kStrips;
-  for (int begin = 0; begin < layout.Size(); begin += section)
-    for (int part = 0; part < kStrips; part += lanes)
-      InteriorVectors(in, out, begin + part, std::min(begin + section, layout.Size()), ninth);
+void InteriorRows(const Rows<kStep + 2>& in, const Rows<kStep>& out, const RowLayout& layout, Ninth ninth) {
+  for (int part = 0; part < kStrips; part += static_cast<int>(hn::Lanes(Doubles())))
+    InteriorVectors(in, out, part, layout.Size(), ninth);
 }
 
 template <class Ninth>
-void InteriorRow(const double* above, const double* here, const double* below, double* out, RowLayout layout,
+void InteriorRow(const double* above, const double* here, const double* below, double* out, const RowLayout& layout,
                  Ninth ninth) {
   const Doubles d;
   for (int x = 0; x < layout.Size(); x += static_cast<int>(hn::Lanes(d))) {
@@ -167,7 +179,7 @@ void InteriorRow(const double* above, const double* here, const double* below, d
 
 /// The top or bottom row without its corners: row `twice` counts twice, row `once` once.
 template <class Ninth>
-void EdgeRow(const double* twice, const double* once, double* out, RowLayout layout, Ninth ninth) {
+void EdgeRow(const double* twice, const double* once, double* out, const RowLayout& layout, Ninth ninth) {
   const Doubles d;
   const V two = hn::Set(d, 2.0);
   for (int x = 0; x < layout.Size(); x += static_cast<int>(hn::Lanes(d))) {
@@ -181,50 +193,65 @@ void EdgeRow(const double* twice, const double* once, double* out, RowLayout lay
   }
 }
 
-/// First and last value of an interior row. The left column of the sum comes first at both ends.
-inline void RowEnds(const double* above, const double* here, const double* below, double* out, RowLayout layout) {
-  const int next = layout.Of(1), last = layout.Of(layout.width - 1), beforeLast = layout.Of(layout.width - 2);
-  out[0] = (2.0 * above[0] + 2.0 * here[0] + 2.0 * below[0] + above[next] + here[next] + below[next]) / 9.0;
-  out[last] = (above[beforeLast] + here[beforeLast] + below[beforeLast] + 2.0 * above[last] + 2.0 * here[last] +
-               2.0 * below[last]) /
-              9.0;
+/// First and last value of a row.
+struct Ends {
+  double first, last;
+};
+
+/// Those of an interior row. The left column of the sum comes first at both ends.
+inline Ends InteriorEnds(const double* above, const double* here, const double* below, const RowLayout& layout) {
+  const int second = layout.second, last = layout.last, beforeLast = layout.beforeLast;
+  return {(2.0 * above[0] + 2.0 * here[0] + 2.0 * below[0] + above[second] + here[second] + below[second]) / 9.0,
+          (above[beforeLast] + here[beforeLast] + below[beforeLast] + 2.0 * above[last] + 2.0 * here[last] +
+           2.0 * below[last]) /
+              9.0};
 }
 
-/// Both corners of the edge row `here`; `inner` is the row next to it.
-inline void Corners(const double* here, const double* inner, double* out, RowLayout layout) {
-  const int next = layout.Of(1), last = layout.Of(layout.width - 1), beforeLast = layout.Of(layout.width - 2);
-  out[0] = (4.0 * here[0] + 2.0 * here[next] + 2.0 * inner[0] + inner[next]) / 9.0;
-  out[last] = (4.0 * here[last] + 2.0 * here[beforeLast] + 2.0 * inner[last] + inner[beforeLast]) / 9.0;
+/// The corners of the edge row `here`; `inner` is the row next to it.
+inline Ends Corners(const double* here, const double* inner, const RowLayout& layout) {
+  const int second = layout.second, last = layout.last, beforeLast = layout.beforeLast;
+  return {(4.0 * here[0] + 2.0 * here[second] + 2.0 * inner[0] + inner[second]) / 9.0,
+          (4.0 * here[last] + 2.0 * here[beforeLast] + 2.0 * inner[last] + inner[beforeLast]) / 9.0};
 }
 
 /// Repeats the ends of the strips beside the adjacent ones.
-inline void JoinStrips(double* row, RowLayout layout) {
-  const int size = layout.Size();
-  for (int i = 0; i < kStrips - 1; ++i) {
-    row[i + 1 - kStrips] = row[size - kStrips + i];
-    row[size + i] = row[i + 1];
-  }
+inline void JoinStrips(double* row, const RowLayout& layout) {
+  constexpr std::size_t kAllButOne = (kStrips - 1) * sizeof(double);
+  double* const end = row + layout.Size();
+  std::memcpy(row - kStrips + 1, end - kStrips, kAllButOne);
+  std::memcpy(end, row + 1, kAllButOne);
 }
 
-/// One pass: computes four rows from `top` on, those that are in the plane. `in` begins one row above them.
+/// One pass: computes four rows from `top` on, those that are in the plane. `in` begins one row above them. `out` are
+/// the first four of these, a group further to the left.
 template <class Ninth>
-void PassStep(const Rows<kStep + 2>& in, const Rows<kStep>& out, int top, RowLayout layout, int height, Ninth ninth) {
+void PassStep(const Rows<kStep + 2>& in, const Rows<kStep>& out, int top, const RowLayout& layout, int height,
+              Ninth ninth) {
+  std::array<Ends, kStep> ends;  // read before these columns are overwritten
+  for (std::size_t i = 0; i < kStep; ++i) {
+    const int y = top + static_cast<int>(i);
+    const double *above = in[i], *here = in[i + 1], *below = in[i + 2];
+    if (y == 0)
+      ends[i] = Corners(here, below, layout);
+    else if (y == height - 1)
+      ends[i] = Corners(here, above, layout);
+    else
+      ends[i] = InteriorEnds(above, here, below, layout);
+  }
   const bool allInterior = top > 0 && top + kStep < height;
   if (allInterior) InteriorRows(in, out, layout, ninth);
   for (std::size_t i = 0; i < kStep; ++i) {
     const int y = top + static_cast<int>(i);
     if (y < 0 || y >= height) continue;
     const double *above = in[i], *here = in[i + 1], *below = in[i + 2];
-    if (y == 0) {
+    if (y == 0)
       EdgeRow(here, below, out[i], layout, ninth);
-      Corners(here, below, out[i], layout);
-    } else if (y == height - 1) {
+    else if (y == height - 1)
       EdgeRow(above, here, out[i], layout, ninth);
-      Corners(here, above, out[i], layout);
-    } else {
-      if (!allInterior) InteriorRow(above, here, below, out[i], layout, ninth);
-      RowEnds(above, here, below, out[i], layout);
-    }
+    else if (!allInterior)
+      InteriorRow(above, here, below, out[i], layout, ninth);
+    out[i][0] = ends[i].first;
+    out[i][layout.last] = ends[i].last;
     JoinStrips(out[i], layout);
   }
 }
@@ -255,6 +282,8 @@ class FirstPass {
     columns_[width] = columns_[width - 1];
     return columns_;
   }
+
+  platform::PlaneView<const std::uint8_t> Original() const { return original_; }
 
   /// The sum at the first or last column of the bottom row, where the bottom row itself counts twice.
   int BottomCornerSum(int x) const {
@@ -288,7 +317,7 @@ hn::Vec<D> AcrossColumns(D d, const std::uint16_t* columns) {
 
 /// First pass: computes four rows from `top` on, those that are in the plane. `buffer` has the space that SpaceOf says.
 template <class Ninth>
-void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, RowLayout layout, int height,
+void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, const RowLayout& layout, int height,
                std::uint16_t* buffer, Ninth ninth) {
   const Doubles d;
   const hn::Rebind<std::int32_t, Doubles> whole;
@@ -297,6 +326,9 @@ void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, RowLayou
   const hn::Half<Sums> half;
   const std::ptrdiff_t strip = layout.strip;
   for (int y = top; y < std::min(top + kStep, height); ++y) {
+    // A row of the next step but one: the processor does not foresee that it is read.
+    if (const int later = y + 2 * kStep; later < height)
+      for (int x = 0; x < layout.width; x += 64) hwy::Prefetch(first.Original().Row(later) + x);
     const std::uint16_t* columns = first.ColumnSums(y);
     // The sums of two strips share 32 bits, and four such pairs make a group.
     for (std::ptrdiff_t i = 0; i < strip; i += static_cast<int>(hn::Lanes(twoSums))) {
@@ -316,43 +348,52 @@ void FirstStep(const FirstPass& first, const Rows<kStep>& out, int top, RowLayou
 
 /// Truncates the rows from `top` on, those that are in the plane, into the result, and raises `maximum` to their
 /// largest level. `buffer` has the space that SpaceOf says.
-void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::uint8_t> result, int top, RowLayout layout,
+void Truncate(const Rows<kStep>& rows, platform::PlaneView<std::uint8_t> result, int top, const RowLayout& layout,
               std::uint16_t* buffer, int& maximum) {
   const Doubles d;
   const hn::Rebind<std::int32_t, Doubles> whole;
-  const hn::Rebind<std::uint32_t, Doubles> toNarrow;
-  const hn::Rebind<std::uint8_t, Doubles> narrow;
-  const Sums twoLevels;
-  const hn::Rebind<std::uint8_t, Sums> levels;
-  const hn::RebindToSigned<Sums> toDemote;
-  const int lanes = static_cast<int>(hn::Lanes(twoLevels));
-  const std::ptrdiff_t strip = layout.strip, room = RoundUp(layout.strip, lanes);
-  auto* const grouped = reinterpret_cast<std::uint8_t*>(buffer);
-  std::uint8_t* const ordered = grouped + kStrips * room;
+  const hn::ScalableTag<std::uint64_t> twoWords;
+  const hn::Rebind<std::uint32_t, decltype(twoWords)> oneWord;
+  const int lanes = static_cast<int>(hn::Lanes(twoWords));
+  const std::ptrdiff_t strip = layout.strip, words = RoundUp(layout.strip, kPerWord) / kPerWord,
+                       room = RoundUp(static_cast<int>(words), lanes);
+  auto* const grouped = reinterpret_cast<std::int32_t*>(buffer);
+  auto* const ordered = reinterpret_cast<std::uint32_t*>(grouped + kStrips * room);
   auto largest = hn::Set(whole, maximum);
   for (int y = std::max(top, 0); y < std::min(top + kStep, result.height); ++y) {
     double* in = rows[static_cast<std::size_t>(y - top)];
-    for (int x = layout.width; x < layout.Size(); ++x) in[layout.Of(x)] = 0;  // beyond the plane: no maximum
-    for (int x = 0; x < layout.Size(); x += static_cast<int>(hn::Lanes(d))) {
-      const auto truncated = hn::DemoteTo(whole, hn::Load(d, in + x));
-      largest = hn::Max(largest, truncated);
-      hn::StoreU(hn::U8FromU32(hn::BitCast(toNarrow, truncated)), narrow, grouped + x);
+    // Beyond the plane and the strips there is no maximum.
+    for (int x = layout.width; x < layout.Size(); ++x) in[layout.Of(x)] = 0;
+    std::fill(in + layout.Size(), in + words * kPerWord * kStrips, 0.0);
+    // Neighbouring levels of a strip share a word, and so four groups become one.
+    for (std::ptrdiff_t i = 0; i < words; ++i) {
+      for (std::ptrdiff_t part = 0; part < kStrips; part += static_cast<int>(hn::Lanes(d))) {
+        auto word = hn::Zero(whole);
+#pragma GCC unroll 4
+        for (std::ptrdiff_t column = kPerWord - 1; column >= 0; --column) {
+          const auto level = hn::DemoteTo(whole, hn::Load(d, in + (i * kPerWord + column) * kStrips + part));
+          largest = hn::Max(largest, level);
+          word = hn::Or(hn::ShiftLeft<8>(word), level);
+        }
+        hn::Store(word, whole, grouped + i * kStrips + part);
+      }
     }
-    // A group of levels is taken apart into four pairs, and these into strips.
-    for (std::ptrdiff_t i = 0; i < strip; i += lanes) {
-      hn::Vec<Sums> pairs[kStrips / 2];
-      hn::LoadInterleaved4(twoLevels, buffer + i * kStrips / 2, pairs[0], pairs[1], pairs[2], pairs[3]);
-      std::uint8_t* to = ordered + i;
+    // A group of words is taken apart into four pairs, and these into strips.
+    for (std::ptrdiff_t i = 0; i < words; i += lanes) {
+      hn::Vec<decltype(twoWords)> pairs[kStrips / 2];
+      hn::LoadInterleaved4(twoWords, reinterpret_cast<const std::uint64_t*>(grouped + i * kStrips), pairs[0], pairs[1],
+                           pairs[2], pairs[3]);
+      std::uint32_t* to = ordered + i;
       for (const auto& two : pairs) {
-        for (const auto& one : {hn::And(two, hn::Set(twoLevels, 0xFF)), hn::ShiftRight<8>(two)}) {
-          hn::Store(hn::DemoteTo(levels, hn::BitCast(toDemote, one)), levels, to);
+        for (const auto& one : {two, hn::ShiftRight<32>(two)}) {
+          hn::Store(hn::TruncateTo(oneWord, one), oneWord, to);
           to += room;
         }
       }
     }
     for (int i = 0; i < kStrips; ++i)
-      std::copy_n(ordered + i * room, std::clamp<std::ptrdiff_t>(layout.width - i * strip, 0, strip),
-                  result.Row(y) + i * strip);
+      std::copy_n(reinterpret_cast<const std::uint8_t*>(ordered + i * room),
+                  std::clamp<std::ptrdiff_t>(layout.width - i * strip, 0, strip), result.Row(y) + i * strip);
   }
   maximum = std::max(maximum, hn::GetLane(hn::MaxOfLanes(whole, largest)));
 }
@@ -389,8 +430,9 @@ void SmoothOnce(SmoothJob& job, const FirstPass& first) {
 
 /// How many 16-bit values a row of sums takes, in groups, or a row of levels in groups and one in strips. The strips
 /// are filled up to whole vectors.
-inline std::size_t SpaceOf(RowLayout layout) {
-  return std::size_t{kStrips} * static_cast<std::size_t>(RoundUp(layout.strip, static_cast<int>(hn::Lanes(Sums()))));
+inline std::size_t SpaceOf(const RowLayout& layout) {
+  const int unit = std::max(static_cast<int>(hn::Lanes(Sums())), kPerWord);
+  return std::size_t{kStrips} * static_cast<std::size_t>(RoundUp(layout.strip, unit));
 }
 
 /// Two passes or more.
@@ -399,11 +441,12 @@ void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth n
   const RowLayout layout(job.original.width);
   const int height = job.original.height;
 
-  // Rows a multiple of 4 KB apart would map to the same cache set.
-  std::size_t stride = static_cast<std::size_t>(layout.Size()) + std::size_t{2} * kStrips;
-  if (stride % 512 == 0) stride += kStrips;
   const std::size_t repeats = static_cast<std::size_t>(level) - 1;
-  const std::size_t rowCount = 2 * (repeats + kStep);
+  // During a step a row moves to the left by a group per pass. On its right Truncate fills it up to whole words.
+  const std::size_t moved = repeats * kStrips;
+  std::size_t stride = static_cast<std::size_t>(layout.Size() + (2 + kPerWord - 1) * kStrips) + moved;
+  while (stride % kPage != kRowOffset) stride += kStrips;
+  const std::size_t rowCount = 2 * repeats + kStep;
   const auto memory = hwy::AllocateAligned<double>(rowCount * stride);
   if (!memory) throw std::bad_alloc();
   std::fill_n(memory.get(), rowCount * stride, 0.0);
@@ -413,23 +456,23 @@ void SmoothRepeatedly(SmoothJob& job, const FirstPass& first, int level, Ninth n
   const auto buffer = hwy::AllocateAligned<std::uint16_t>(SpaceOf(layout));
   if (!buffer) throw std::bad_alloc();
 
-  Rows<kStep> made, spare;
+  Rows<kStep> made;
   for (double*& row : made) row = takeRow();
-  for (double*& row : spare) row = takeRow();
   std::vector<Rows<2>> kept(repeats);
-  for (Rows<2>& rows : kept) rows = {takeRow(), takeRow()};
+  for (std::size_t pass = 0; pass < repeats; ++pass)
+    for (double*& row : kept[pass]) row = takeRow() + moved - pass * kStrips;
 
   job.maximum = -1;
   for (int front = 0; front - level + 1 < height; front += kStep) {
+    for (double*& row : made) row += moved;
     if (front < height) FirstStep(first, made, front, layout, height, buffer.get(), ninth);
     int top = front;
     for (Rows<2>& before : kept) {
       --top;
-      PassStep({before[0], before[1], made[0], made[1], made[2], made[3]}, spare, top, layout, height, ninth);
-      // The next pass writes to the rows just read, except the last two.
-      const Rows<kStep> read{before[0], before[1], made[0], made[1]};
-      before = {made[2], made[3]};
-      made = std::exchange(spare, read);
+      const Rows<kStep + 2> in{before[0], before[1], made[0], made[1], made[2], made[3]};
+      for (std::size_t i = 0; i < kStep; ++i) made[i] = in[i] - kStrips;
+      PassStep(in, made, top, layout, height, ninth);
+      before = {in[kStep], in[kStep + 1]};
     }
     Truncate(made, job.smoothed, top, layout, buffer.get(), job.maximum);
   }
