@@ -11,7 +11,7 @@ Contribution ContributionOf(const Curve& curve, bool rgb, int shift) {
   Contribution contribution;
   std::transform(curve.begin(), curve.end(), contribution.begin(), [=](std::int32_t output) {
     const std::uint32_t value = static_cast<std::uint32_t>(output);
-    return ((rgb ? value : 255 - value) & 0xFF) << shift;
+    return platform::Opaque(((rgb ? value : 255 - value) & 0xFF) << shift);
   });
   return contribution;
 }

@@ -145,7 +145,7 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   MapView Map() override { return {MapView::In::Main, cvTIF, currTIF, drawcurrTIF}; }
   /// Whether cvTIF shows a map; a plain grey square otherwise.
   bool ShowsMap() const;
-  static constexpr platform::Color kNoMap = 0x999999;
+  static constexpr platform::Color kNoMap = platform::RGB(0x99, 0x99, 0x99);
   /// Median grey level of a species' click marks; 0 if it has none.
   std::int32_t MedianClick(std::int32_t row);
   /// Removes the last stroke.

@@ -31,9 +31,9 @@ class VectorRow {
     const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
     const __m512i index = _mm512_permutexvar_epi32(order, _mm512_loadu_si512(levels));
     const __m512i blue = blue_.LookUp(index), green = green_.LookUp(index), red = red_.LookUp(index);
-    const __m512i zero = _mm512_setzero_si512();
+    const __m512i opaque = _mm512_set1_epi8(-1);
     const __m512i lowBlueGreen = _mm512_unpacklo_epi8(blue, green), highBlueGreen = _mm512_unpackhi_epi8(blue, green);
-    const __m512i lowRed = _mm512_unpacklo_epi8(red, zero), highRed = _mm512_unpackhi_epi8(red, zero);
+    const __m512i lowRed = _mm512_unpacklo_epi8(red, opaque), highRed = _mm512_unpackhi_epi8(red, opaque);
     _mm512_storeu_si512(out, _mm512_unpacklo_epi16(lowBlueGreen, lowRed));
     _mm512_storeu_si512(out + 16, _mm512_unpackhi_epi16(lowBlueGreen, lowRed));
     _mm512_storeu_si512(out + 32, _mm512_unpacklo_epi16(highBlueGreen, highRed));
@@ -110,8 +110,8 @@ HWY_EXPORT(ColorRows);
 LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> tableRow) {
   LevelColors composed;
   std::transform(curve.begin(), curve.end(), composed.colors.begin(), [&](std::int32_t index) {
-    return index >= 0 && static_cast<std::size_t>(index) < tableRow.size() ? tableRow[static_cast<std::size_t>(index)]
-                                                                           : LevelColors::kInvalid;
+    const auto entry = static_cast<std::size_t>(index);
+    return index >= 0 && entry < tableRow.size() ? platform::Opaque(tableRow[entry]) : LevelColors::kInvalid;
   });
   return composed;
 }

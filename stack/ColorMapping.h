@@ -13,8 +13,8 @@ using ColorTable = std::array<platform::Color, 256>;
 
 /// The colour of each grey level: display curve and colour table combined.
 struct LevelColors {
-  /// Marks a level that the curve maps outside the table. No colour has a value in its upper byte.
-  static constexpr platform::Color kInvalid = 0xFF000000;
+  /// Marks a level that the curve maps outside the table. The upper byte of a colour is never 0.
+  static constexpr platform::Color kInvalid = 0;
   std::array<platform::Color, 256> colors;
 };
 

@@ -23,15 +23,8 @@ Range Common(Range one, Range other) { return {std::max(one.a, other.a), std::mi
 
 void SetTextDrawing(TextDrawing drawing) { textDrawing = drawing; }
 
-Graphics::Graphics(PlaneView<Color> device, double scale, int width, int height, Color upperByte,
-                   std::vector<Rect>* touched)
-    : device_(device),
-      scale_(scale),
-      width_(width),
-      height_(height),
-      clip_{0, 0, width, height},
-      upperByte_(upperByte),
-      touched_(touched) {}
+Graphics::Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched)
+    : device_(device), scale_(scale), width_(width), height_(height), clip_{0, 0, width, height}, touched_(touched) {}
 
 void Graphics::Clip(int x, int y, int w, int h) {
   const Range across = Common({x, std::int64_t{x} + w}, {0, width_});
@@ -64,8 +57,7 @@ void Graphics::Begin(const Span& area, bool covers) {
   if (!background_ || !*background_) return;
   const bool whole = area.x0 == 0 && area.x1 == device_.width && area.y0 == 0 && area.y1 == device_.height;
   if (!covers || !whole)
-    for (int row = 0; row < device_.height; ++row)
-      std::fill_n(device_.Row(row), device_.width, **background_ | upperByte_);
+    for (int row = 0; row < device_.height; ++row) std::fill_n(device_.Row(row), device_.width, **background_);
   background_->reset();
 }
 
@@ -74,7 +66,7 @@ void Graphics::Fill(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t
   if (area.x0 >= area.x1) return;
   Begin(area, true);
   for (std::int64_t row = area.y0; row < area.y1; ++row)
-    std::fill_n(device_.Row(static_cast<int>(row)) + area.x0, area.x1 - area.x0, (ForeColor & kWhite) | upperByte_);
+    std::fill_n(device_.Row(static_cast<int>(row)) + area.x0, area.x1 - area.x0, Opaque(ForeColor));
 }
 
 void Graphics::Touch(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) {

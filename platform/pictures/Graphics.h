@@ -19,10 +19,9 @@ class Graphics {
   /// A null surface: all drawing is discarded.
   Graphics() = default;
   /// Draws into `device`, which has `scale` device pixels per logical pixel; the surface has `width` by `height`
-  /// logical pixels. `upperByte` is set in every pixel drawn. If `touched` is given, each drawing operation appends the
+  /// logical pixels. If `touched` is given, each drawing operation appends the
   /// logical rectangle that it may have changed.
-  Graphics(PlaneView<Color> device, double scale, int width, int height, Color upperByte = 0,
-           std::vector<Rect>* touched = nullptr);
+  Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched = nullptr);
   explicit Graphics(PlaneView<Color> pixels) : Graphics(pixels, 1.0, pixels.width, pixels.height) {}
 
   Color ForeColor = kBlack;
@@ -62,10 +61,9 @@ class Graphics {
   /// colour. `background` must outlive the surface.
   void FillFirst(std::optional<Color>& background) { background_ = &background; }
 
-  /// The pixels behind the surface, their scale and upper byte, for the platform's own text drawing.
+  /// The pixels behind the surface and their scale, for the platform's own text drawing.
   PlaneView<Color> Device() const { return device_; }
   double Scale() const { return scale_; }
-  Color UpperByte() const { return upperByte_; }
   /// Size of the surface's font, logical pixels; text operations use it.
   int TextSize = 12;
 
@@ -89,7 +87,6 @@ class Graphics {
   int width_ = 0;
   int height_ = 0;
   Rect clip_;
-  Color upperByte_ = 0;
   std::vector<Rect>* touched_ = nullptr;
   std::optional<Color>* background_ = nullptr;
 };

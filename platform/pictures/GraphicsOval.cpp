@@ -104,7 +104,7 @@ const OutlineRow& KeptRow(const Outline& outline, std::int64_t upper) {
 Color Mix(Color under, Color over, std::uint32_t part) {
   const std::uint32_t redBlue = (under & 0xFF00FF) * (256 - part) + (over & 0xFF00FF) * part + 0x800080;
   const std::uint32_t green = (under & 0x00FF00) * (256 - part) + (over & 0x00FF00) * part + 0x008000;
-  return (redBlue >> 8 & 0xFF00FF) | (green >> 8 & 0x00FF00);
+  return Opaque((redBlue >> 8 & 0xFF00FF) | (green >> 8 & 0x00FF00));
 }
 
 }  // namespace
@@ -145,7 +145,6 @@ void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
   const Span seen = Visible(box);
   if (seen.x0 >= seen.x1) return;
   Begin(seen, false);
-  const Color over = ForeColor & kWhite;
   const Outline outline{box.x1 - box.x0, box.y1 - box.y0, PenWidth * scale_, PenHeight * scale_};
   // Distances of the visible columns from the nearer side of the box.
   const std::int64_t from = std::min(seen.x0 - box.x0, box.x1 - seen.x1);
@@ -156,7 +155,7 @@ void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
     const OutlineRow& covered = outline.IsKept() ? KeptRow(outline, upper) : (own = outline.Row(upper, from, to));
     Color* const pixels = device_.Row(static_cast<int>(row));
     const auto mix = [&](std::int64_t column, std::uint32_t part) {
-      if (column >= seen.x0 && column < seen.x1) pixels[column] = Mix(pixels[column], over, part) | upperByte_;
+      if (column >= seen.x0 && column < seen.x1) pixels[column] = Mix(pixels[column], ForeColor, part);
     };
     for (std::size_t i = 0; i < covered.parts.size(); ++i) {
       const std::int64_t left = covered.first + static_cast<std::int64_t>(i);

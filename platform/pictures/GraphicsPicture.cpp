@@ -47,8 +47,7 @@ Positions PositionsAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std:
 /// Target rows by the nearest picture pixel.
 class HardRows {
  public:
-  HardRows(PlaneView<const Color> picture, const Positions& columns, Color upperByte)
-      : picture_(picture), upperByte_(upperByte), natural_(columns.natural) {
+  HardRows(PlaneView<const Color> picture, const Positions& columns) : picture_(picture), natural_(columns.natural) {
     for (std::size_t i = 0; i < columns.at.size(); ++i) from_.push_back(columns.Pixel(i));
   }
 
@@ -59,20 +58,16 @@ class HardRows {
     // A picture may be drawn on itself, hence no memcpy.
     if (y == lastY_)
       std::memmove(to, last_, from_.size() * sizeof(Color));
-    else if (natural_ && upperByte_ == 0)
-      std::memmove(to, row + from_.front(), from_.size() * sizeof(Color));
     else if (natural_)
-      std::transform(row + from_.front(), row + from_.back() + 1, to,
-                     [this](Color color) { return color | upperByte_; });
+      std::memmove(to, row + from_.front(), from_.size() * sizeof(Color));
     else
-      std::transform(from_.begin(), from_.end(), to, [row, this](int x) { return row[x] | upperByte_; });
+      std::transform(from_.begin(), from_.end(), to, [row](int x) { return row[x]; });
     lastY_ = y;
     last_ = to;
   }
 
  private:
   PlaneView<const Color> picture_;
-  Color upperByte_;
   bool natural_;
   std::vector<int> from_;
   int lastY_ = -1;
@@ -83,8 +78,7 @@ class HardRows {
 /// repeated. All sums are whole numbers: weights of 8 bits across and 8 bits down, rounded once.
 class SmoothRows {
  public:
-  SmoothRows(PlaneView<const Color> picture, const Positions& columns, Color upperByte)
-      : picture_(picture), upperByte_(upperByte) {
+  SmoothRows(PlaneView<const Color> picture, const Positions& columns) : picture_(picture) {
     for (const std::int64_t position : columns.at)
       across_.push_back({Inside((position - 128) >> 8, picture.width),
                          Inside(((position - 128) >> 8) + 1, picture.width),
@@ -106,8 +100,8 @@ class SmoothRows {
       const std::uint64_t redBlue =
           (upper & kRedBlue) * (256 - below) + (lower & kRedBlue) * below + 0x0000800000008000;
       const std::uint64_t green = (upper >> 16 & 0xFFFF) * (256 - below) + (lower >> 16 & 0xFFFF) * below + 0x8000;
-      to[i] =
-          static_cast<Color>((redBlue >> 32 & 0xFF0000) | (green >> 8 & 0xFF00) | (redBlue >> 16 & 0xFF)) | upperByte_;
+      to[i] = Opaque(
+          static_cast<std::uint32_t>((redBlue >> 32 & 0xFF0000) | (green >> 8 & 0xFF00) | (redBlue >> 16 & 0xFF)));
     }
   }
 
@@ -139,7 +133,6 @@ class SmoothRows {
   }
 
   PlaneView<const Color> picture_;
-  Color upperByte_;
   std::vector<Across> across_;
   Sums upper_, lower_;
 };
@@ -150,19 +143,19 @@ Color Masked(Color under, Color over, Color mask) {
     const Color hides = mask >> shift & 0xFF;
     return ((under >> shift & 0xFF) * hides + (over >> shift & 0xFF) * (255 - hides) + 127) / 255 << shift;
   };
-  return mixed(16) | mixed(8) | mixed(0);
+  return Opaque(mixed(16) | mixed(8) | mixed(0));
 }
 
 template <class Rows>
 void DrawRows(Rows source, const Positions& columns, const Positions& rows, PlaneView<Color> device,
-              const Ref<Picture>& mask, Color upperByte) {
+              const Ref<Picture>& mask) {
   std::vector<Color> line(mask ? columns.at.size() : 0);
   for (std::size_t j = 0; j < rows.at.size(); ++j) {
     Color* const to = device.Row(static_cast<int>(rows.first) + static_cast<int>(j)) + columns.first;
     source.Row(rows.at[j], mask ? line.data() : to);
     if (!mask) continue;
     const Color* const hides = mask->Pixels().Row(rows.Pixel(j));
-    for (std::size_t i = 0; i < line.size(); ++i) to[i] = Masked(to[i], line[i], hides[columns.Pixel(i)]) | upperByte;
+    for (std::size_t i = 0; i < line.size(); ++i) to[i] = Masked(to[i], line[i], hides[columns.Pixel(i)]);
   }
 }
 
@@ -187,9 +180,9 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int w, int
   const Ref<Picture> mask = picture->HasMask() ? picture->Mask() : nullptr;
   Begin({columns.first, columns.first + std::ssize(columns.at), rows.first, rows.first + std::ssize(rows.at)}, !mask);
   if (UseOldRenderer || (columns.natural && rows.natural))
-    DrawRows(HardRows(picture->PixelsToRead(), columns, upperByte_), columns, rows, device_, mask, upperByte_);
+    DrawRows(HardRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
   else
-    DrawRows(SmoothRows(picture->PixelsToRead(), columns, upperByte_), columns, rows, device_, mask, upperByte_);
+    DrawRows(SmoothRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
   Touch(x, y, w, h);
 }
 

@@ -30,7 +30,8 @@ PlaneView<Color> Picture::Pixels() {
     else if (levels_.empty())
       std::fill_n(pixels.get(), area, kWhite);
     else
-      std::transform(levels_.begin(), levels_.end(), pixels.get(), [](Color level) { return level * 0x010101; });
+      std::transform(levels_.begin(), levels_.end(), pixels.get(),
+                     [](std::uint8_t level) { return RGB(level, level, level); });
     pixels_ = std::move(pixels);
     copied_ = nullptr;
     levels_ = {};

@@ -1,5 +1,5 @@
 #pragma once
-/// Pictures in plain memory, 32 bits per pixel, 0x00RRGGBB, rows one after the other without gaps.
+/// Pictures in plain memory, a Color per pixel, rows one after the other without gaps.
 
 #include <cstdint>
 #include <memory>
@@ -66,7 +66,7 @@ class RGBSurface {
 
   Color Pixel(int x, int y) const { return Inside(x, y) ? pixels_(x, y) : kBlack; }
   void Pixel(int x, int y, Color color) {
-    if (Inside(x, y)) pixels_(x, y) = color;
+    if (Inside(x, y)) pixels_(x, y) = Opaque(color);
   }
   /// All pixels of the picture, for pixel loops.
   PlaneView<Color> Pixels() const { return pixels_; }

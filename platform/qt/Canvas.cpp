@@ -109,7 +109,7 @@ void NativeCanvas::FitBacking() {
 }
 
 void NativeCanvas::SetLiveSurface(int width, int height) {
-  Graphics surface({pixels.get(), deviceWidth, deviceHeight, deviceWidth}, ratio, width, height, kOpaque, &touched);
+  Graphics surface({pixels.get(), deviceWidth, deviceHeight, deviceWidth}, ratio, width, height, &touched);
   surface.ForeColor = live.ForeColor;
   surface.PenWidth = live.PenWidth;
   surface.PenHeight = live.PenHeight;
@@ -123,7 +123,7 @@ void NativeCanvas::Compose() {
   dirty = false;
   touched.clear();
   std::optional<Color> background = widget->palette().color(QPalette::Window).rgb();
-  Graphics g({pixels.get(), deviceWidth, deviceHeight, deviceWidth}, ratio, live.Width(), live.Height(), kOpaque);
+  Graphics g({pixels.get(), deviceWidth, deviceHeight, deviceWidth}, ratio, live.Width(), live.Height());
   g.FillFirst(background);
   Raise(canvas.Paint, g);
   if (background) std::fill_n(pixels.get(), std::ptrdiff_t{deviceWidth} * deviceHeight, *background);
@@ -189,8 +189,7 @@ Ref<Picture> Canvas::Image() const {
   const auto& native = static_cast<NativeCanvas&>(NeedNative());
   auto picture = MakeRef<Picture>(native.deviceWidth, native.deviceHeight);
   const Color* pixels = native.pixels.get();
-  std::transform(pixels, pixels + std::ptrdiff_t{native.deviceWidth} * native.deviceHeight, picture->Pixels().data,
-                 [](Color pixel) { return pixel & kWhite; });
+  std::copy_n(pixels, std::ptrdiff_t{native.deviceWidth} * native.deviceHeight, picture->Pixels().data);
   return picture;
 }
 

@@ -10,7 +10,7 @@ Ref<Picture> ToPicture(const QImage& image) {
   const auto view = picture->Pixels();
   for (int y = 0; y < view.height; ++y) {
     const auto* line = reinterpret_cast<const QRgb*>(pixels.constScanLine(y));
-    std::transform(line, line + view.width, view.Row(y), [](QRgb pixel) { return pixel & 0xFFFFFFU; });
+    std::copy_n(line, view.width, view.Row(y));
   }
   return picture;
 }
@@ -23,7 +23,7 @@ QImage ToQImage(const Ref<Picture>& picture) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
     for (int x = 0; x < view.width; ++x) {
       const Color hidden = mask ? static_cast<Color>(qGray(mask->Pixels()(x, y))) : 0U;
-      line[x] = view(x, y) | (255U - hidden) << 24;
+      line[x] = view(x, y) - (hidden << 24);
     }
   }
   return image;

@@ -25,9 +25,7 @@ QString ToQString(const String& text);
 String FromQString(const QString& text);
 /// The text with its ampersands doubled, so that none marks an access key.
 QString WithoutAccessKey(const String& text);
-/// The upper byte of an opaque pixel of the toolkit. In platform::Color it is 0.
-constexpr Color kOpaque = 0xFF000000;
-inline QColor ToQColor(Color color) { return QColor::fromRgb(color | kOpaque); }
+inline QColor ToQColor(Color color) { return QColor::fromRgb(color); }
 /// A copy of the pixels, without the image's alpha.
 Ref<Picture> ToPicture(const QImage& image);
 /// A copy with alpha from the picture's mask.

@@ -21,28 +21,15 @@ QFont SurfaceFont(const Graphics& surface) {
 void Draw(const Graphics& surface, const Rect& clip, const String& text, int x, int y) {
   const auto device = surface.Device();
   if (text.Empty() || device.width <= 0 || device.height <= 0) return;
-  const QString shown = ToQString(text);
-  const QFont font = SurfaceFont(surface);
   const double scale = surface.Scale();
   QImage image(reinterpret_cast<uchar*>(device.data), device.width, device.height,
                static_cast<qsizetype>(device.pitch) * 4, QImage::Format_RGB32);
-  {
-    QPainter painter(&image);
-    painter.scale(scale, scale);
-    painter.setClipRect(clip.x, clip.y, clip.width, clip.height);
-    painter.setFont(font);
-    painter.setPen(ToQColor(surface.ForeColor));
-    painter.drawText(QPointF(x, y), shown);
-  }
-  if (surface.UpperByte() == kOpaque) return;
-  // The painter has set the upper byte.
-  const QRectF drawn = QFontMetricsF(font).boundingRect(shown).translated(x, y).adjusted(-4, -4, 4, 4);
-  const int x0 = std::max(0, static_cast<int>(std::floor(drawn.left() * scale)));
-  const int y0 = std::max(0, static_cast<int>(std::floor(drawn.top() * scale)));
-  const int x1 = std::min(device.width, static_cast<int>(std::ceil(drawn.right() * scale)) + 1);
-  const int y1 = std::min(device.height, static_cast<int>(std::ceil(drawn.bottom() * scale)) + 1);
-  for (int row = y0; row < y1; ++row)
-    for (int column = x0; column < x1; ++column) device(column, row) &= kWhite;
+  QPainter painter(&image);
+  painter.scale(scale, scale);
+  painter.setClipRect(clip.x, clip.y, clip.width, clip.height);
+  painter.setFont(SurfaceFont(surface));
+  painter.setPen(ToQColor(surface.ForeColor));
+  painter.drawText(QPointF(x, y), ToQString(text));
 }
 
 double Width(const Graphics& surface, const String& text) {

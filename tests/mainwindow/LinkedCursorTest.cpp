@@ -58,11 +58,11 @@ TEST_F(LinkedCursorTest, NoTraceIsLeftOnTheScreenWhereverTheCanvasIs) {
         const std::string where = "at " + Str(top).Utf8() + ", size " + Str(size).Utf8() + ", scrolled by " +
                                   Str(x).Utf8() + "," + Str(y).Utf8();
         const auto fresh = PixelsOf(window.canvas);
-        ASSERT_LT(fresh.back(), 0x800000U) << "the light background is seen " << where;
+        ASSERT_LT(Red(fresh.back()), 0x80) << "the light background is seen " << where;
         ASSERT_TRUE(user::UpToDateOnScreen(window)) << where;
         for (const auto& [left, up] :
              {std::pair{0, 0}, {size - 7, size - 3}, {20, 30}, {size - 12, 0}, {0, size - 6}}) {
-          live.ForeColor = 0xFF;
+          live.ForeColor = RGB(0, 0, 0xFF);
           live.DrawOval(left, up, 11, 11);
           FlushCanvases();
           ASSERT_TRUE(user::UpToDateOnScreen(window)) << where;
@@ -90,15 +90,16 @@ TEST_F(LinkedCursorTest, HeldKeysChangeTheCircleButNotWithAShortcut) {
   LoadThree(256, 256);
   user::Click(main().BBcursorCircles);
   user::MouseMove(main().cvTIF, 100, 100);
+  constexpr Color grey = RGB(0x80, 0x80, 0x80);
   const struct {
     bool shift, control, option;
     const char* key;
     int size;
     Color color;
   } ticks[] = {
-      {false, true, false, "", 42, 0x808080},
-      {false, true, true, "", 44, 0x808080},  // Control takes precedence over Option
-      {false, false, true, "", 41, 0x808080},
+      {false, true, false, "", 42, grey},
+      {false, true, true, "", 44, grey},  // Control takes precedence over Option
+      {false, false, true, "", 41, grey},
       {true, false, false, "", 41, kBlack},
       {true, false, false, "", 41, kBlack},  // once for each press
       {false, false, false, "", 41, kBlack},

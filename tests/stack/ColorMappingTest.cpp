@@ -13,7 +13,7 @@ using Levels = std::vector<std::uint8_t>;
 std::vector<Color> Row257() {
   std::vector<Color> row(257);
   for (std::size_t i = 0; i < row.size(); ++i)
-    row[i] = static_cast<Color>((i * 7 % 256) << 16 | (i * 31 % 256) << 8 | (255 - i % 256));
+    row[i] = platform::Opaque(static_cast<Color>((i * 7 % 256) << 16 | (i * 31 % 256) << 8 | (255 - i % 256)));
   return row;
 }
 

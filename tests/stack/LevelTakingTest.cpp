@@ -26,8 +26,8 @@ TEST(LevelTaking, FindsTheHighestLevelWhereverItLies) {
       Levels levels(width * 2, 40);
       levels[static_cast<std::size_t>(width + x)] = 201;
       platform::Picture grey(width, 2, levels), colored(width, 2);
-      for (int i = 0; i < width * 2; ++i) colored.Pixels()(i % width, i / width) = 0x281404;
-      colored.Pixels()(x, 1) = Color{201} << component;
+      for (int i = 0; i < width * 2; ++i) colored.Pixels()(i % width, i / width) = platform::RGB(40, 20, 4);
+      colored.Pixels()(x, 1) = platform::Opaque(201U << component);
       for (platform::Picture* picture : {&grey, &colored}) {
         Planes planes(width * 2);
         ASSERT_EQ(Take(*picture, planes), 201) << x << ", " << component;

@@ -96,7 +96,7 @@ Layout ReadLayout(ByteSource& source) {
     layout.palette.push_back(RGB(static_cast<int>(source.Byte(place + 2)), static_cast<int>(source.Byte(place + 1)),
                                  static_cast<int>(source.Byte(place))));
   }
-  layout.palette.resize(256);  // indices without a colour are black
+  layout.palette.resize(256, kBlack);  // indices without a colour are black
   return layout;
 }
 

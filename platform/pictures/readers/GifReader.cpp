@@ -127,7 +127,8 @@ Ref<Picture> Read(ByteSource& source) {
   const std::vector<std::uint8_t> signature = source.Bytes(0, 4);
   if (std::string(signature.begin(), signature.end()) != "GIF8") throw ReadFailure("not an image: no GIF");
   const std::uint32_t globalBytes = TableBytes(source.Byte(10));
-  Palette palette{};
+  Palette palette;
+  palette.fill(kBlack);
   ReadTable(source, 13, globalBytes, palette);
   const Color background = palette[source.Byte(11)];
 

@@ -71,7 +71,7 @@ Description ReadDescription(Input& input) {
 Palette GreyPalette(int bits) {
   Palette palette{};
   const std::array<std::uint8_t, 256> levels = LevelsOfBits(bits);
-  for (std::size_t i = 0; i < palette.size(); ++i) palette[i] = (255u - levels[i]) * 0x010101u;  // 0 is white
+  for (std::size_t i = 0; i < palette.size(); ++i) palette[i] = Opaque((255u - levels[i]) * 0x010101u);  // 0 is white
   return palette;
 }
 

@@ -220,7 +220,8 @@ Palette ReadColorTable(Input& input) {
   input.Skip(4);  // seed
   const bool byPosition = (input.Word() & 0x8000) != 0;
   const int count = input.Word() + 1;
-  Palette palette{};
+  Palette palette;
+  palette.fill(kBlack);
   for (int i = 0; i < count; ++i) {
     const int value = input.Word();
     const auto index = static_cast<std::size_t>(byPosition ? i : value);
@@ -238,7 +239,7 @@ void PaintPixels(Input& input, const PixelMap& map, Canvas& canvas, const Placem
   RowPainter painter = canvas.Begin(placement);
   for (int y = map.bounds.top; y < map.bounds.bottom; ++y) {
     const auto row = rows.Next();
-    if (hasAlpha) std::ranges::transform(row, row.begin(), OnWhite);
+    std::ranges::transform(row, row.begin(), hasAlpha ? OnWhite : Opaque);
     painter.Paint(y, row);
   }
 }

@@ -37,7 +37,7 @@ Ref<Picture> AsLevelsIfGrey(const Ref<Picture>& colors) {
   const PlaneView<Color> pixels = colors->Pixels();
   const Color* begin = pixels.data;
   const Color* end = begin + pixels.pitch * pixels.height;
-  if (!std::all_of(begin, end, [](Color color) { return color == (color & 0xFF) * 0x010101; })) return colors;
+  if (!std::all_of(begin, end, [](Color color) { return color == Opaque((color & 0xFF) * 0x010101); })) return colors;
   std::vector<std::uint8_t> levels(static_cast<std::size_t>(end - begin));
   std::transform(begin, end, levels.begin(), [](Color color) { return static_cast<std::uint8_t>(color); });
   return MakeRef<Picture>(pixels.width, pixels.height, std::move(levels));

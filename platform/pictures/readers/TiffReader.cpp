@@ -427,7 +427,8 @@ Ref<Picture> ReadPalette(TIFF* tiff, const Source& source, const Layout& layout)
     return std::all_of(values, values + size, [](std::uint16_t value) { return value < 256; });
   };
   const int shift = small(red) && small(green) && small(blue) ? 0 : 8;
-  std::array<Color, 256> palette{};
+  std::array<Color, 256> palette;
+  palette.fill(kBlack);
   for (std::size_t i = 0; i < size; ++i) palette[i] = RGB(red[i] >> shift, green[i] >> shift, blue[i] >> shift);
   const auto indices = ReadPlane<std::uint8_t>(tiff, source, layout, 0);
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
