@@ -53,20 +53,34 @@ Graphics::Span Graphics::Visible(const Span& span) const {
           std::max(span.y0, clip.y0), std::min({span.y1, clip.y1, std::int64_t{device_.height}})};
 }
 
-void Graphics::Begin(const Span& area, bool covers) {
-  if (!background_ || !*background_) return;
-  const bool whole = area.x0 == 0 && area.x1 == device_.width && area.y0 == 0 && area.y1 == device_.height;
-  if (!covers || !whole)
-    for (int row = 0; row < device_.height; ++row) std::fill_n(device_.Row(row), device_.width, **background_);
-  background_->reset();
+bool Graphics::IsBackdrop(const Span& area) const {
+  return backdrop_ && area.x0 == 0 && area.x1 == device_.width && area.y0 == 0 && area.y1 == device_.height;
+}
+
+void Graphics::WriteBackdrop() {
+  if (!backdrop_ || !*backdrop_) return;
+  const Color* from = (*backdrop_)->pixels.get();
+  for (int y = 0; y < device_.height; ++y, from += from ? device_.width : 0) {
+    Color* const to = device_.Row(y);
+    if (from)
+      std::copy_n(from, device_.width, to);
+    else
+      std::fill_n(to, device_.width, (*backdrop_)->color);
+  }
+  backdrop_->reset();
 }
 
 void Graphics::Fill(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) {
   const Span area = Visible(ToDevice(x, y, w, h));
-  if (area.x0 >= area.x1) return;
-  Begin(area, true);
+  if (area.x0 >= area.x1 || area.y0 >= area.y1) return;
+  const Color color = Opaque(ForeColor);
+  if (IsBackdrop(area)) {
+    *backdrop_ = {color, nullptr};
+    return;
+  }
+  WriteBackdrop();
   for (std::int64_t row = area.y0; row < area.y1; ++row)
-    std::fill_n(device_.Row(static_cast<int>(row)) + area.x0, area.x1 - area.x0, Opaque(ForeColor));
+    std::fill_n(device_.Row(static_cast<int>(row)) + area.x0, area.x1 - area.x0, color);
 }
 
 void Graphics::Touch(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) {
@@ -131,7 +145,7 @@ void Graphics::FillRect(int x, int y, int w, int h) {
 
 void Graphics::DrawString(const String& text, int x, int y) {
   if (!textDrawing.draw || !device_.data) return;
-  Begin({}, false);
+  WriteBackdrop();
   textDrawing.draw(*this, clip_, text, x, y);
   // Glyphs may overhang their advance widths: the rectangle has a margin for that on every side.
   const auto width = static_cast<std::int64_t>(std::ceil(StringWidth(text)));

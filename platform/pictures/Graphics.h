@@ -3,6 +3,7 @@
 /// corner. Drawing is clipped to the surface. Lines, rectangles and ovals are exact: the same pixels on every machine.
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -14,13 +15,19 @@
 
 namespace platform {
 
+/// What a surface shows instead of its pixels: one colour, or the pixels of a picture of its size.
+struct Backdrop {
+  Color color = kBlack;
+  std::shared_ptr<const Color> pixels;  ///< if nil, the colour
+};
+
 class Graphics {
  public:
   /// A null surface: all drawing is discarded.
   Graphics() = default;
   /// Draws into `device`, which has `scale` device pixels per logical pixel; the surface has `width` by `height`
-  /// logical pixels. If `touched` is given, each drawing operation appends the
-  /// logical rectangle that it may have changed.
+  /// logical pixels. If `touched` is given, each drawing operation appends the logical rectangle that it may have
+  /// changed.
   Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched = nullptr);
   explicit Graphics(PlaneView<Color> pixels) : Graphics(pixels, 1.0, pixels.width, pixels.height) {}
 
@@ -57,9 +64,13 @@ class Graphics {
   void Clip(int x, int y, int w, int h);
   void NoClip();
 
-  /// The first drawing operation fills the surface with the background, unless it covers all of it, and resets the
-  /// colour. `background` must outlive the surface.
-  void FillFirst(std::optional<Color>& background) { background_ = &background; }
+  /// From now on, an operation that covers the whole surface with one colour, or with a picture that is not scaled,
+  /// only sets `backdrop`, without writing a pixel. The next other operation writes the backdrop to the pixels first
+  /// and resets it. As long as the backdrop is a picture, the surface shows that picture's later changes too.
+  /// `backdrop` must outlive the surface.
+  void UseBackdrop(std::optional<Backdrop>& backdrop) { backdrop_ = &backdrop; }
+  /// Writes the backdrop, if there is one, to the pixels.
+  void WriteBackdrop();
 
   /// The pixels behind the surface and their scale, for the platform's own text drawing.
   PlaneView<Color> Device() const { return device_; }
@@ -75,8 +86,8 @@ class Graphics {
   /// clip.
   Span ToDevice(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) const;
   Span Visible(const Span& span) const;
-  /// Called before device pixels are drawn; `covers` says that all pixels of the area are overwritten.
-  void Begin(const Span& area, bool covers);
+  /// Whether device pixels are the whole surface, and it has a backdrop to set.
+  bool IsBackdrop(const Span& area) const;
   void Fill(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h);
   void Touch(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h);
   void DrawHardOval(int x, int y, int w, int h);
@@ -88,7 +99,7 @@ class Graphics {
   int height_ = 0;
   Rect clip_;
   std::vector<Rect>* touched_ = nullptr;
-  std::optional<Color>* background_ = nullptr;
+  std::optional<Backdrop>* backdrop_ = nullptr;
 };
 
 /// The functions that draw text, set once at start by platform/qt. Without them text is not drawn and has width 0.

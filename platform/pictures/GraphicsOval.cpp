@@ -144,7 +144,7 @@ void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
   const Span box = ToDevice(x, y, w, h);
   const Span seen = Visible(box);
   if (seen.x0 >= seen.x1) return;
-  Begin(seen, false);
+  WriteBackdrop();
   const Outline outline{box.x1 - box.x0, box.y1 - box.y0, PenWidth * scale_, PenHeight * scale_};
   // Distances of the visible columns from the nearer side of the box.
   const std::int64_t from = std::min(seen.x0 - box.x0, box.x1 - seen.x1);

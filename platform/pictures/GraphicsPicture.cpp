@@ -178,12 +178,19 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int w, int
   if (columns.at.empty() || rows.at.empty()) return;
 
   const Ref<Picture> mask = picture->HasMask() ? picture->Mask() : nullptr;
-  Begin({columns.first, columns.first + std::ssize(columns.at), rows.first, rows.first + std::ssize(rows.at)}, !mask);
-  if (UseOldRenderer || (columns.natural && rows.natural))
+  const bool natural = columns.natural && rows.natural;
+  const Span area{columns.first, columns.first + std::ssize(columns.at), rows.first, rows.first + std::ssize(rows.at)};
+  Touch(x, y, w, h);
+  const bool wholePicture = area.x1 == picture->Width() && area.y1 == picture->Height();
+  if (natural && wholePicture && !mask && IsBackdrop(area)) {
+    *backdrop_ = {kBlack, picture->SharedPixels()};
+    return;
+  }
+  WriteBackdrop();
+  if (UseOldRenderer || natural)
     DrawRows(HardRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
   else
     DrawRows(SmoothRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
-  Touch(x, y, w, h);
 }
 
 }  // namespace platform

@@ -31,6 +31,8 @@ class Picture {
   PlaneView<Color> Pixels();
   /// The same for reading, without making the copy of CopyWhenAsked. The view may not be kept.
   PlaneView<const Color> PixelsToRead() { return copied_ ? copied_->PixelsToRead() : Pixels(); }
+  /// The same, kept alive.
+  std::shared_ptr<const Color> SharedPixels() { return copied_ ? copied_->SharedPixels() : (Pixels(), pixels_); }
   /// Makes this picture a copy of another one of its size. The pixels are copied at the first call of Pixels(),
   /// Graphics() or RGBSurface(); until then this picture shows the other one's, changes included.
   void CopyWhenAsked(const Ref<Picture>& other);

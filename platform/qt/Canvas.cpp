@@ -95,6 +95,7 @@ void NativeCanvas::FitBacking() {
   // Release the old image first. If there is no memory for the new one, there is none, and the next paint does not
   // retry.
   pixels = nullptr;
+  backdrop.reset();
   deviceWidth = deviceHeight = 0;
   SetLiveSurface(width, height);
   dirty = true;
@@ -113,6 +114,7 @@ void NativeCanvas::SetLiveSurface(int width, int height) {
   surface.ForeColor = live.ForeColor;
   surface.PenWidth = live.PenWidth;
   surface.PenHeight = live.PenHeight;
+  surface.UseBackdrop(backdrop);
   surface.UseOldRenderer = live.UseOldRenderer;
   surface.TextSize = live.TextSize;
   live = surface;
@@ -122,11 +124,10 @@ void NativeCanvas::SetLiveSurface(int width, int height) {
 void NativeCanvas::Compose() {
   dirty = false;
   touched.clear();
-  std::optional<Color> background = widget->palette().color(QPalette::Window).rgb();
+  backdrop = {widget->palette().color(QPalette::Window).rgb(), nullptr};
   Graphics g({pixels.get(), deviceWidth, deviceHeight, deviceWidth}, ratio, live.Width(), live.Height());
-  g.FillFirst(background);
+  g.UseBackdrop(backdrop);
   Raise(canvas.Paint, g);
-  if (background) std::fill_n(pixels.get(), std::ptrdiff_t{deviceWidth} * deviceHeight, *background);
 }
 
 void NativeCanvas::Refresh() {
@@ -155,16 +156,19 @@ void NativeCanvas::Flush() {
 }
 
 void NativeCanvas::Show(const QRegion& region) {
-  const QImage image(reinterpret_cast<const uchar*>(pixels.get()), deviceWidth, deviceHeight, QImage::Format_RGB32);
   QPainter painter(widget);
   painter.scale(1.0 / ratio, 1.0 / ratio);  // from here on device pixels
   // A canvas can begin within a device pixel. Qt would round the position of each band by itself.
   const QTransform origin = painter.deviceTransform();
   painter.translate(Round(origin.dx()) - origin.dx(), Round(origin.dy()) - origin.dy());
+  const QImage image(reinterpret_cast<const uchar*>(Shown()), deviceWidth, deviceHeight, QImage::Format_RGB32);
   for (const QRect& rect : region) {
     const QRectF device(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio);
     const QRect part = device.toAlignedRect().intersected({0, 0, deviceWidth, deviceHeight});
-    painter.drawImage(part.topLeft(), image, part);
+    if (backdrop && !backdrop->pixels)
+      painter.fillRect(part, QColor::fromRgb(backdrop->color));
+    else
+      painter.drawImage(part.topLeft(), image, part);
   }
 }
 
@@ -188,8 +192,12 @@ Graphics& Canvas::Graphics() {
 Ref<Picture> Canvas::Image() const {
   const auto& native = static_cast<NativeCanvas&>(NeedNative());
   auto picture = MakeRef<Picture>(native.deviceWidth, native.deviceHeight);
-  const Color* pixels = native.pixels.get();
-  std::copy_n(pixels, std::ptrdiff_t{native.deviceWidth} * native.deviceHeight, picture->Pixels().data);
+  const auto copy = picture->Pixels();
+  const std::ptrdiff_t area = std::ptrdiff_t{copy.width} * copy.height;
+  if (const Color* const shown = native.Shown())
+    std::copy_n(shown, area, copy.data);
+  else if (native.backdrop)
+    std::fill_n(copy.data, area, native.backdrop->color);
   return picture;
 }
 

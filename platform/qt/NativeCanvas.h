@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/qt/NativeControl.h"
@@ -23,8 +24,10 @@ struct NativeCanvas : NativeControl {
   void Compose();
   /// Updates the touched rectangles on the screen.
   void Flush();
-  /// Copies a region of the backing image to the widget.
+  /// Copies a region of what the canvas shows to the widget.
   void Show(const QRegion& region);
+  /// The pixels that the canvas shows; nil if it shows one colour, or nothing.
+  const Color* Shown() const { return backdrop ? backdrop->pixels.get() : pixels.get(); }
   /// Raises MouseEnter or MouseExit if the pointer has entered or left the canvas.
   void SyncInside();
 
@@ -33,6 +36,8 @@ struct NativeCanvas : NativeControl {
   int deviceWidth = 0, deviceHeight = 0;
   double ratio = 1.0;
   bool seen = false;  ///< the canvas was visible when the image was made
+  /// What the canvas shows instead of its image, which is then out of date. So a map at its own size takes no copy.
+  std::optional<Backdrop> backdrop;
   Graphics live;
   std::vector<Rect> touched;
   bool dirty = true;    ///< the image must be painted before it is shown

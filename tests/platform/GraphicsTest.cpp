@@ -180,5 +180,52 @@ TEST(DrawPicture, MixesByTheMask) {
   EXPECT_EQ(Levels(target), (std::vector<int>{200, 200, 180, 100, 180, 180}));
 }
 
+/// One of the operations that may cover a surface of 8 by 6, and those that may not.
+void DrawAnything(Graphics& g, const Ref<Picture>& picture) {
+  g.ForeColor = RGB(Any(0, 255), 0, 0);
+  g.UseOldRenderer = Any(0, 1) == 1;
+  g.NoClip();
+  if (Any(0, 5) == 0) g.Clip(Any(0, 1), Any(0, 1), Any(6, 9), Any(5, 7));
+  switch (Any(0, 4)) {
+    case 0:
+      return g.FillRect(Any(-1, 1), Any(-1, 0), Any(7, 10), Any(6, 8));
+    case 1:
+      return g.DrawLine(Any(-1, 8), Any(-1, 6), Any(-1, 8), Any(-1, 6));
+    case 2:
+      return g.DrawOval(Any(-3, 3), Any(-3, 3), Any(1, 12), Any(1, 12));
+    case 3:
+      return g.DrawPicture(picture, Any(-1, 0), Any(-1, 0));
+    default:
+      return g.DrawPicture(picture, 0, 0, 8, 6, Any(0, 1), Any(0, 1), Any(7, 9), Any(5, 7));
+  }
+}
+
+TEST(Backdrop, ShowsWhatThePixelsWould) {
+  int unwritten = 0;
+  for (int round = 0; round < 20000; ++round) {
+    const auto picture = Canvas(Any(7, 9), Any(5, 7));
+    for (int i = 0; i < picture->Width() * picture->Height(); ++i)
+      picture->Pixels().data[i] = Opaque(static_cast<std::uint32_t>(i * 1000));
+    if (Any(0, 3) == 0) picture->Mask()->RGBSurface().Pixel(1, 1, kBlack);
+    const auto copy = Canvas(picture->Width(), picture->Height());
+    if (Any(0, 3) == 0) copy->CopyWhenAsked(picture);
+    const auto plain = Canvas(8, 6), lazy = Canvas(8, 6);
+    lazy->Graphics().FillRect(0, 0, 8, 6);
+    auto expected = plain->Graphics(), g = lazy->Graphics();
+    std::optional<Backdrop> backdrop{{kWhite, nullptr}};
+    g.UseBackdrop(backdrop);
+    for (int i = Any(0, 3); i > 0; --i) {
+      const auto state = random_;
+      DrawAnything(expected, Any(0, 1) == 0 ? picture : copy);
+      random_ = state;
+      DrawAnything(g, Any(0, 1) == 0 ? picture : copy);
+    }
+    unwritten += backdrop && backdrop->pixels;
+    g.WriteBackdrop();
+    ASSERT_EQ(Difference(lazy, plain), "") << "round " << round;
+  }
+  EXPECT_GT(unwritten, 30) << "pictures of the surface's size are not copied";
+}
+
 }  // namespace
 }  // namespace platform
