@@ -181,12 +181,15 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int w, int
   const bool natural = columns.natural && rows.natural;
   const Span area{columns.first, columns.first + std::ssize(columns.at), rows.first, rows.first + std::ssize(rows.at)};
   Touch(x, y, w, h);
-  const bool wholePicture = area.x1 == picture->Width() && area.y1 == picture->Height();
-  if (natural && wholePicture && !mask && IsBackdrop(area)) {
+  const bool covers = !mask && IsBackdrop(area);
+  if (covers && natural && area.x1 == picture->Width() && area.y1 == picture->Height()) {
     *backdrop_ = {kBlack, picture->SharedPixels()};
     return;
   }
-  WriteBackdrop();
+  if (covers)
+    backdrop_->reset();  // every pixel is overwritten
+  else
+    WriteBackdrop();
   if (UseOldRenderer || natural)
     DrawRows(HardRows(picture->PixelsToRead(), columns), columns, rows, device_, mask);
   else
