@@ -1,6 +1,6 @@
 #include <QFontMetricsF>
 #include <QPainter>
-#include <cmath>
+#include <algorithm>
 
 #include "platform/pictures/Graphics.h"
 #include "platform/qt/NativeControl.h"

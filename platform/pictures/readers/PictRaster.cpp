@@ -94,7 +94,7 @@ std::size_t UnpackedSize(std::span<const std::uint8_t> packed, std::size_t unit)
 class PixelRows {
  public:
   PixelRows(Input& input, const PixelMap& map);
-  /// The colours of the next row; with four components the highest byte is the alpha.
+  /// The colours of the next row. With four components the highest byte is the alpha, otherwise it is not defined.
   std::span<Color> Next();
 
  private:
