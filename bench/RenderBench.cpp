@@ -24,7 +24,7 @@ constexpr std::size_t kPixels = std::size_t{kSize} * kSize;
 
 std::vector<Color> Table() {
   std::vector<Color> table(257);
-  for (std::size_t i = 0; i < table.size(); ++i) table[i] = platform::Opaque(static_cast<std::uint32_t>(i * 0x010101));
+  for (std::size_t i = 0; i < table.size(); ++i) table[i] = static_cast<Color>(i * 0x010101);
   return table;
 }
 

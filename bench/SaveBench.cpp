@@ -39,10 +39,10 @@ const Ref<Picture>& Map() {
         std::poisson_distribution<int> counts((nearest.level + 10) * kFullScale / 255.0);
         const int level = std::min(counts(random) * 255 / kFullScale, 255);
         const auto ramp = [level](int from) { return std::clamp((level - from) * 4, 0, 255); };
-        picture->Pixels()(x, y) = RGB(ramp(64), ramp(128),
-                                      level < 64    ? ramp(0)
-                                      : level < 192 ? 255 - ramp(64)
-                                                    : ramp(192));
+        picture->Pixels()(x, y) = OpaqueRGB(ramp(64), ramp(128),
+                                            level < 64    ? ramp(0)
+                                            : level < 192 ? 255 - ramp(64)
+                                                          : ramp(192));
       }
     }
     return picture;

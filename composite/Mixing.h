@@ -12,4 +12,4 @@
 /// levels of the three planes at that pixel. If `rgb` is false (CMY), each component is subtracted from 255. Only the
 /// low 8 bits of a component count. Levels outside the target are ignored.
 void MixPlanes(const std::array<platform::PlaneView<const std::uint8_t>, 3>& levels, const std::array<Curve, 3>& curves,
-               bool rgb, platform::PlaneView<platform::Color> target);
+               bool rgb, platform::PlaneView<platform::OpaqueColor> target);

@@ -145,7 +145,7 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   MapView Map() override { return {MapView::In::Main, cvTIF, currTIF, drawcurrTIF}; }
   /// Whether cvTIF shows a map; a plain grey square otherwise.
   bool ShowsMap() const;
-  static constexpr platform::Color kNoMap = platform::RGB(0x99, 0x99, 0x99);
+  static constexpr platform::Color kNoMap = 0x999999;
   /// Median grey level of a species' click marks; 0 if it has none.
   std::int32_t MedianClick(std::int32_t row);
   /// Removes the last stroke.
@@ -251,7 +251,7 @@ class Main : public platform::SingletonWindow<Main>, public MapWindow {
   /// Makes a species the one on display and moves the mark of its row in the list; the map stays as it is.
   void MoveSelection(std::int32_t species);
   /// Colours a species by the slider, the scaling and the colour table in use.
-  void ColorSpecies(std::int32_t species, platform::PlaneView<platform::Color> target) const;
+  void ColorSpecies(std::int32_t species, platform::PlaneView<platform::OpaqueColor> target) const;
   /// Name of a species as shown with its map, followed by the level of smoothing if there is any.
   platform::String SpeciesTitle(std::int32_t species) const;
   bool ChooseColorTable(int n);

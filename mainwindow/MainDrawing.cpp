@@ -87,7 +87,7 @@ void Main::CB_ShowDrawing_Action() {
 }
 
 void Main::BB_sel_color_Open() {
-  Globals::DrawColor = RGB(0x80, 0x80, 0x80);
+  Globals::DrawColor = 0x808080;
   BB_sel_color.Icon(MakeSwatch());
 }
 

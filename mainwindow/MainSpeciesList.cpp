@@ -13,12 +13,12 @@ constexpr int kStripLeft = 0;
 constexpr int kStripTop = 5;
 constexpr int kStripWidth = 256;
 constexpr int kStripHeight = 22;
-constexpr Color kSelected = RGB(0xD5, 0xE8, 0xFF);
+constexpr Color kSelected = 0xD5E8FF;
 constexpr Color kStripBorder = RGB(240, 240, 240);
-constexpr Color kMedian = RGB(0, 0xFF, 0);
+constexpr Color kMedian = 0x00FF00;
 constexpr Color kMissing = RGB(255, 0, 0);
 constexpr Color kBracket = RGB(255, 0, 0);
-constexpr Color kBox = RGB(0x99, 0x99, 0x99);
+constexpr Color kBox = 0x999999;
 
 /// A bracket of the full height of the strip at grey level `x`; the serifs reach `serif` pixels sideways.
 void DrawBracket(Graphics& g, int x, int serif) {

@@ -65,8 +65,7 @@ void WindowSelectColor::Canvas1_Paint(Graphics& g) {
   };
   field(selectedcolor, kGap, kGap, (kCell + kGap) * (kColumns - 1) + kCell);
   for (int c = 0; c < kColumns; ++c)
-    for (int r = 0; r < kRows; ++r)
-      field(Opaque(static_cast<std::uint32_t>(color12(c * kRows + r))), FieldLeft(c), FieldTop(r), kCell);
+    for (int r = 0; r < kRows; ++r) field(static_cast<Color>(color12(c * kRows + r)), FieldLeft(c), FieldTop(r), kCell);
 }
 
 bool WindowSelectColor::Canvas1_MouseDown(int x, int y) {
@@ -76,7 +75,7 @@ bool WindowSelectColor::Canvas1_MouseDown(int x, int y) {
       if (FieldLeft(c) <= x && FieldTop(r) <= y && x <= FieldLeft(c) + kCell && y <= FieldTop(r) + kCell)
         hit = c * kRows + r;
   if (hit >= 0) {
-    selectedcolor = Opaque(static_cast<std::uint32_t>(color12(hit)));
+    selectedcolor = static_cast<Color>(color12(hit));
     Canvas1.Refresh(true);
   }
   return false;

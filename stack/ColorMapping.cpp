@@ -25,7 +25,7 @@ class VectorRow {
 
   explicit VectorRow(const LevelColors& colors) : blue_(colors, 0), green_(colors, 8), red_(colors, 16) {}
 
-  void operator()(const std::uint8_t* levels, platform::Color* out) const {
+  void operator()(const std::uint8_t* levels, platform::OpaqueColor* out) const {
     // Groups of four levels are permuted first, so that the pixels are in order after interleaving within 128-bit
     // lanes.
     const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
@@ -46,7 +46,7 @@ class VectorRow {
     Component(const LevelColors& colors, int shift) {
       std::array<std::uint8_t, 256> bytes{};
       std::transform(colors.colors.begin(), colors.colors.end(), bytes.begin(),
-                     [shift](platform::Color color) { return static_cast<std::uint8_t>(color >> shift); });
+                     [shift](platform::OpaqueColor color) { return static_cast<std::uint8_t>(color >> shift); });
       std::memcpy(quarters_, bytes.data(), bytes.size());
     }
     __m512i LookUp(__m512i index) const {
@@ -70,28 +70,28 @@ class VectorRow {
 
   explicit VectorRow(const LevelColors& colors) : table_(colors.colors.data()) {}
 
-  void operator()(const std::uint8_t* levels, platform::Color* out) const {
+  void operator()(const std::uint8_t* levels, platform::OpaqueColor* out) const {
     std::uint64_t eight;
     std::memcpy(&eight, levels, sizeof(eight));
 #pragma GCC unroll 4
     for (int i = 0; i < kPixels; i += 2) {
-      const platform::Color pair[] = {table_[eight >> (8 * i) & 0xFF], table_[eight >> (8 * i + 8) & 0xFF]};
+      const platform::OpaqueColor pair[] = {table_[eight >> (8 * i) & 0xFF], table_[eight >> (8 * i + 8) & 0xFF]};
       std::memcpy(out + i, pair, sizeof(pair));
     }
   }
 
  private:
-  const platform::Color* table_;
+  const platform::OpaqueColor* table_;
 };
 
 #endif
 
 void ColorRows(platform::PlaneView<const std::uint8_t> levels, const LevelColors& colors,
-               platform::PlaneView<platform::Color> target) {
+               platform::PlaneView<platform::OpaqueColor> target) {
   const VectorRow colorStep(colors);
   for (int y = 0; y < target.height; ++y) {
     const std::uint8_t* in = levels.Row(y);
-    platform::Color* out = target.Row(y);
+    platform::OpaqueColor* out = target.Row(y);
     int x = 0;
     for (; x + VectorRow::kPixels <= target.width; x += VectorRow::kPixels) colorStep(in + x, out + x);
     for (; x < target.width; ++x) out[x] = colors.colors[in[x]];
@@ -117,7 +117,7 @@ LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> t
 }
 
 void ColorPlane(platform::PlaneView<const std::uint8_t> levels, const LevelColors& colors,
-                platform::PlaneView<platform::Color> target) {
+                platform::PlaneView<platform::OpaqueColor> target) {
   target.width = std::min(levels.width, target.width);
   target.height = std::min(levels.height, target.height);
   const auto isInvalid = [&](std::uint8_t level) { return colors.colors[level] == LevelColors::kInvalid; };

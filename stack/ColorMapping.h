@@ -13,9 +13,9 @@ using ColorTable = std::array<platform::Color, 256>;
 
 /// The colour of each grey level: display curve and colour table combined.
 struct LevelColors {
-  /// Marks a level that the curve maps outside the table. The upper byte of a colour is never 0.
-  static constexpr platform::Color kInvalid = 0;
-  std::array<platform::Color, 256> colors;
+  /// Marks a level that the curve maps outside the table. No opaque colour has that value.
+  static constexpr platform::OpaqueColor kInvalid = 0;
+  std::array<platform::OpaqueColor, 256> colors;
 };
 
 LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> tableRow);
@@ -23,4 +23,4 @@ LevelColors ComposeColors(const Curve& curve, std::span<const platform::Color> t
 /// Colours the area that `levels` and `target` have in common. Throws OutOfBoundsException, with nothing coloured, if
 /// the curve maps a level in it outside the table.
 void ColorPlane(platform::PlaneView<const std::uint8_t> levels, const LevelColors& colors,
-                platform::PlaneView<platform::Color> target);
+                platform::PlaneView<platform::OpaqueColor> target);

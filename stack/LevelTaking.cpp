@@ -11,7 +11,7 @@ int TakeLevels(platform::Picture& picture, platform::PlaneView<std::uint8_t> dis
   if (width <= 0 || height <= 0) return -1;
 
   const std::span<const std::uint8_t> greyLevels = picture.GreyLevels();
-  const auto pixels = greyLevels.empty() ? picture.Pixels() : platform::PlaneView<platform::Color>();
+  const auto pixels = greyLevels.empty() ? picture.Pixels() : platform::PlaneView<platform::OpaqueColor>();
   std::uint8_t highest = 0;
   for (int y = 0; y < height; ++y) {
     std::uint8_t* const levels = displayed.Row(y);

@@ -16,7 +16,7 @@ Curve Main::SpeciesCurve(std::int32_t species, std::int32_t setting, bool scaled
   return curve;
 }
 
-void Main::ColorSpecies(std::int32_t species, PlaneView<Color> target) const {
+void Main::ColorSpecies(std::int32_t species, PlaneView<OpaqueColor> target) const {
   const Curve curve = SpeciesCurve(species, Slider_colors.Value(), CB_ScaleUp.Value());
   ColorPlane(TIFarray.Plane(species), ComposeColors(curve, Globals::LutRow(SelectedLUT)), target);
 }

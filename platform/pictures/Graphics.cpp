@@ -23,7 +23,7 @@ Range Common(Range one, Range other) { return {std::max(one.a, other.a), std::mi
 
 void SetTextDrawing(TextDrawing drawing) { textDrawing = drawing; }
 
-Graphics::Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched)
+Graphics::Graphics(PlaneView<OpaqueColor> device, double scale, int width, int height, std::vector<Rect>* touched)
     : device_(device), scale_(scale), width_(width), height_(height), clip_{0, 0, width, height}, touched_(touched) {}
 
 void Graphics::Clip(int x, int y, int w, int h) {
@@ -59,9 +59,9 @@ bool Graphics::IsBackdrop(const Span& area) const {
 
 void Graphics::WriteBackdrop() {
   if (!backdrop_ || !*backdrop_) return;
-  const Color* from = (*backdrop_)->pixels.get();
+  const OpaqueColor* from = (*backdrop_)->pixels.get();
   for (int y = 0; y < device_.height; ++y, from += from ? device_.width : 0) {
-    Color* const to = device_.Row(y);
+    OpaqueColor* const to = device_.Row(y);
     if (from)
       std::copy_n(from, device_.width, to);
     else
@@ -73,7 +73,7 @@ void Graphics::WriteBackdrop() {
 void Graphics::Fill(std::int64_t x, std::int64_t y, std::int64_t w, std::int64_t h) {
   const Span area = Visible(ToDevice(x, y, w, h));
   if (area.x0 >= area.x1 || area.y0 >= area.y1) return;
-  const Color color = Opaque(ForeColor);
+  const OpaqueColor color = Opaque(ForeColor);
   if (IsBackdrop(area)) {
     *backdrop_ = {color, nullptr};
     return;

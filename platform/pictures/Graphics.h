@@ -17,8 +17,8 @@ namespace platform {
 
 /// What a surface shows instead of its pixels: one colour, or the pixels of a picture of its size.
 struct Backdrop {
-  Color color = kBlack;
-  std::shared_ptr<const Color> pixels;  ///< if nil, the colour
+  OpaqueColor color = Opaque(kBlack);
+  std::shared_ptr<const OpaqueColor> pixels;  ///< if nil, the colour
 };
 
 class Graphics {
@@ -28,8 +28,8 @@ class Graphics {
   /// Draws into `device`, which has `scale` device pixels per logical pixel; the surface has `width` by `height`
   /// logical pixels. If `touched` is given, each drawing operation appends the logical rectangle that it may have
   /// changed.
-  Graphics(PlaneView<Color> device, double scale, int width, int height, std::vector<Rect>* touched = nullptr);
-  explicit Graphics(PlaneView<Color> pixels) : Graphics(pixels, 1.0, pixels.width, pixels.height) {}
+  Graphics(PlaneView<OpaqueColor> device, double scale, int width, int height, std::vector<Rect>* touched = nullptr);
+  explicit Graphics(PlaneView<OpaqueColor> pixels) : Graphics(pixels, 1.0, pixels.width, pixels.height) {}
 
   Color ForeColor = kBlack;
   int PenWidth = 1;   ///< horizontal size of the pen of lines, rectangles and ovals, logical pixels
@@ -73,7 +73,7 @@ class Graphics {
   void WriteBackdrop();
 
   /// The pixels behind the surface and their scale, for the platform's own text drawing.
-  PlaneView<Color> Device() const { return device_; }
+  PlaneView<OpaqueColor> Device() const { return device_; }
   double Scale() const { return scale_; }
   /// Size of the surface's font, logical pixels; text operations use it.
   int TextSize = 12;
@@ -93,7 +93,7 @@ class Graphics {
   void DrawHardOval(int x, int y, int w, int h);
   void DrawSmoothOval(int x, int y, int w, int h);
 
-  PlaneView<Color> device_;
+  PlaneView<OpaqueColor> device_;
   double scale_ = 1.0;
   int width_ = 0;
   int height_ = 0;

@@ -101,7 +101,7 @@ const OutlineRow& KeptRow(const Outline& outline, std::int64_t upper) {
 }
 
 /// Mixes two colours: `part` / 256 of `over`, the rest of `under`.
-Color Mix(Color under, Color over, std::uint32_t part) {
+OpaqueColor Mix(OpaqueColor under, Color over, std::uint32_t part) {
   const std::uint32_t redBlue = (under & 0xFF00FF) * (256 - part) + (over & 0xFF00FF) * part + 0x800080;
   const std::uint32_t green = (under & 0x00FF00) * (256 - part) + (over & 0x00FF00) * part + 0x008000;
   return Opaque((redBlue >> 8 & 0xFF00FF) | (green >> 8 & 0x00FF00));
@@ -153,7 +153,7 @@ void Graphics::DrawSmoothOval(int x, int y, int w, int h) {
   for (std::int64_t row = seen.y0; row < seen.y1; ++row) {
     const std::int64_t upper = std::min(row - box.y0, box.y1 - 1 - row);
     const OutlineRow& covered = outline.IsKept() ? KeptRow(outline, upper) : (own = outline.Row(upper, from, to));
-    Color* const pixels = device_.Row(static_cast<int>(row));
+    OpaqueColor* const pixels = device_.Row(static_cast<int>(row));
     const auto mix = [&](std::int64_t column, std::uint32_t part) {
       if (column >= seen.x0 && column < seen.x1) pixels[column] = Mix(pixels[column], ForeColor, part);
     };

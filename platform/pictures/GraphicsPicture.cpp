@@ -47,19 +47,20 @@ Positions PositionsAlong(std::int64_t t0, std::int64_t t1, std::int64_t s0, std:
 /// Target rows by the nearest picture pixel.
 class HardRows {
  public:
-  HardRows(PlaneView<const Color> picture, const Positions& columns) : picture_(picture), natural_(columns.natural) {
+  HardRows(PlaneView<const OpaqueColor> picture, const Positions& columns)
+      : picture_(picture), natural_(columns.natural) {
     for (std::size_t i = 0; i < columns.at.size(); ++i) from_.push_back(columns.Pixel(i));
   }
 
-  void Row(std::int64_t position, Color* to) {
+  void Row(std::int64_t position, OpaqueColor* to) {
     const int y = static_cast<int>(position >> 8);
-    const Color* const row = picture_.Row(y);
+    const OpaqueColor* const row = picture_.Row(y);
     if (y == lastY_ && to == last_) return;
     // A picture may be drawn on itself, hence no memcpy.
     if (y == lastY_)
-      std::memmove(to, last_, from_.size() * sizeof(Color));
+      std::memmove(to, last_, from_.size() * sizeof(OpaqueColor));
     else if (natural_)
-      std::memmove(to, row + from_.front(), from_.size() * sizeof(Color));
+      std::memmove(to, row + from_.front(), from_.size() * sizeof(OpaqueColor));
     else
       std::transform(from_.begin(), from_.end(), to, [row](int x) { return row[x]; });
     lastY_ = y;
@@ -67,18 +68,18 @@ class HardRows {
   }
 
  private:
-  PlaneView<const Color> picture_;
+  PlaneView<const OpaqueColor> picture_;
   bool natural_;
   std::vector<int> from_;
   int lastY_ = -1;
-  const Color* last_ = nullptr;
+  const OpaqueColor* last_ = nullptr;
 };
 
 /// Target rows by bilinear interpolation between the centres of picture pixels; beyond the edge the edge pixels are
 /// repeated. All sums are whole numbers: weights of 8 bits across and 8 bits down, rounded once.
 class SmoothRows {
  public:
-  SmoothRows(PlaneView<const Color> picture, const Positions& columns) : picture_(picture) {
+  SmoothRows(PlaneView<const OpaqueColor> picture, const Positions& columns) : picture_(picture) {
     for (const std::int64_t position : columns.at)
       across_.push_back({Inside((position - 128) >> 8, picture.width),
                          Inside(((position - 128) >> 8) + 1, picture.width),
@@ -87,7 +88,7 @@ class SmoothRows {
     lower_.sums.resize(across_.size());
   }
 
-  void Row(std::int64_t position, Color* to) {
+  void Row(std::int64_t position, OpaqueColor* to) {
     const std::int64_t y = (position - 128) >> 8;
     const auto below = static_cast<std::uint64_t>((position - 128) & 255);
     Need(upper_, Inside(y, picture_.height));
@@ -119,26 +120,26 @@ class SmoothRows {
   static int Inside(std::int64_t position, int size) {
     return static_cast<int>(std::clamp<std::int64_t>(position, 0, size - 1));
   }
-  static std::uint64_t Spread(Color color) {
+  static std::uint64_t Spread(OpaqueColor color) {
     return static_cast<std::uint64_t>(color & 0xFF0000) << 16 | (color & 0xFF00) << 8 | (color & 0xFF);
   }
   void Need(Sums& row, int y) {
     if (row.y == y) return;
     if (&row == &upper_ && lower_.y == y) return std::swap(upper_, lower_);
-    const Color* const from = picture_.Row(y);
+    const OpaqueColor* const from = picture_.Row(y);
     for (std::size_t i = 0; i < across_.size(); ++i)
       row.sums[i] =
           Spread(from[across_[i].left]) * (256 - across_[i].share) + Spread(from[across_[i].right]) * across_[i].share;
     row.y = y;
   }
 
-  PlaneView<const Color> picture_;
+  PlaneView<const OpaqueColor> picture_;
   std::vector<Across> across_;
   Sums upper_, lower_;
 };
 
 /// Mixes each component by that of the mask: 0 shows the picture, 255 leaves what was there.
-Color Masked(Color under, Color over, Color mask) {
+OpaqueColor Masked(OpaqueColor under, OpaqueColor over, OpaqueColor mask) {
   const auto mixed = [=](int shift) {
     const Color hides = mask >> shift & 0xFF;
     return ((under >> shift & 0xFF) * hides + (over >> shift & 0xFF) * (255 - hides) + 127) / 255 << shift;
@@ -147,14 +148,14 @@ Color Masked(Color under, Color over, Color mask) {
 }
 
 template <class Rows>
-void DrawRows(Rows source, const Positions& columns, const Positions& rows, PlaneView<Color> device,
+void DrawRows(Rows source, const Positions& columns, const Positions& rows, PlaneView<OpaqueColor> device,
               const Ref<Picture>& mask) {
-  std::vector<Color> line(mask ? columns.at.size() : 0);
+  std::vector<OpaqueColor> line(mask ? columns.at.size() : 0);
   for (std::size_t j = 0; j < rows.at.size(); ++j) {
-    Color* const to = device.Row(static_cast<int>(rows.first) + static_cast<int>(j)) + columns.first;
+    OpaqueColor* const to = device.Row(static_cast<int>(rows.first) + static_cast<int>(j)) + columns.first;
     source.Row(rows.at[j], mask ? line.data() : to);
     if (!mask) continue;
-    const Color* const hides = mask->Pixels().Row(rows.Pixel(j));
+    const OpaqueColor* const hides = mask->Pixels().Row(rows.Pixel(j));
     for (std::size_t i = 0; i < line.size(); ++i) to[i] = Masked(to[i], line[i], hides[columns.Pixel(i)]);
   }
 }
@@ -183,7 +184,7 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, int x, int y, int w, int
   Touch(x, y, w, h);
   const bool covers = !mask && IsBackdrop(area);
   if (covers && natural && area.x1 == picture->Width() && area.y1 == picture->Height()) {
-    *backdrop_ = {kBlack, picture->SharedPixels()};
+    *backdrop_ = {Opaque(kBlack), picture->SharedPixels()};
     return;
   }
   if (covers)

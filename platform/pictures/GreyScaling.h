@@ -30,8 +30,8 @@ void CompositeOnWhite(std::span<std::uint8_t> levels, std::span<const std::uint8
 
 /// One level composited on white: (level * alpha + 255 * (255 - alpha)) / 255, rounded to nearest.
 constexpr int OverWhite(int level, int alpha) { return (level * alpha + 127) / 255 + 255 - alpha; }
-constexpr Color ColorOverWhite(Color color, int alpha) {
-  return RGB(OverWhite(Red(color), alpha), OverWhite(Green(color), alpha), OverWhite(Blue(color), alpha));
+constexpr OpaqueColor ColorOverWhite(OpaqueColor color, int alpha) {
+  return OpaqueRGB(OverWhite(Red(color), alpha), OverWhite(Green(color), alpha), OverWhite(Blue(color), alpha));
 }
 
 }  // namespace platform

@@ -23,12 +23,12 @@ struct Bytes {
 /// Colours as the file holds them: each row is a filter number and three bytes per pixel. No filter is used: maps shown
 /// through a colour table have few colours and hard steps, so the differences that filters compute compress worse than
 /// the colours.
-Bytes FileRows(PlaneView<const Color> pixels) {
+Bytes FileRows(PlaneView<const OpaqueColor> pixels) {
   Bytes rows(static_cast<std::size_t>(pixels.height) * (static_cast<std::size_t>(pixels.width) * 3 + 1));
   png_byte* to = rows.data.get();
   for (int y = 0; y < pixels.height; ++y) {
     *to++ = PNG_FILTER_VALUE_NONE;
-    const Color* const row = pixels.Row(y);
+    const OpaqueColor* const row = pixels.Row(y);
     for (int x = 0; x < pixels.width; ++x, to += 3) {
       to[0] = static_cast<png_byte>(row[x] >> 16);
       to[1] = static_cast<png_byte>(row[x] >> 8);
@@ -86,7 +86,7 @@ bool Write(std::FILE* file, int width, int height, const png_byte* data, std::si
 }
 
 NewFile::Outcome Save(const FolderItem& file, Picture& image, IfTaken taken) {
-  const PlaneView<const Color> pixels = image.Pixels();
+  const PlaneView<const OpaqueColor> pixels = image.Pixels();
   const Bytes data = Compressed(FileRows(pixels));
   NewFile written(file.Path(), taken);
   if (!written.Stream() || !Write(written.Stream(), pixels.width, pixels.height, data.data.get(), data.size))

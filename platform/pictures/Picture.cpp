@@ -21,17 +21,17 @@ Picture::Picture(int width, int height, std::vector<std::uint8_t> levels)
   assert(levels_.size() == Area(width_, height_));
 }
 
-PlaneView<Color> Picture::Pixels() {
+PlaneView<OpaqueColor> Picture::Pixels() {
   if (!pixels_) {
     const std::size_t area = Area(width_, height_);
-    auto pixels = std::static_pointer_cast<Color>(AllocateZeroed(area * sizeof(Color)));
+    auto pixels = std::static_pointer_cast<OpaqueColor>(AllocateZeroed(area * sizeof(OpaqueColor)));
     if (copied_)
       std::copy_n(copied_->PixelsToRead().data, area, pixels.get());
     else if (levels_.empty())
-      std::fill_n(pixels.get(), area, kWhite);
+      std::fill_n(pixels.get(), area, Opaque(kWhite));
     else
       std::transform(levels_.begin(), levels_.end(), pixels.get(),
-                     [](std::uint8_t level) { return RGB(level, level, level); });
+                     [](std::uint8_t level) { return OpaqueRGB(level, level, level); });
     pixels_ = std::move(pixels);
     copied_ = nullptr;
     levels_ = {};
@@ -49,7 +49,7 @@ void Picture::CopyWhenAsked(const Ref<Picture>& other) {
 platform::Graphics Picture::Graphics() { return platform::Graphics(Pixels()); }
 
 platform::RGBSurface Picture::RGBSurface() {
-  const PlaneView<Color> pixels = Pixels();
+  const PlaneView<OpaqueColor> pixels = Pixels();
   return {pixels, pixels_};
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-/// Pictures in plain memory, a Color per pixel, rows one after the other without gaps.
+/// Pictures in plain memory, an OpaqueColor per pixel, rows one after the other without gaps.
 
 #include <cstdint>
 #include <memory>
@@ -28,11 +28,11 @@ class Picture {
   int Height() const { return height_; }
 
   /// All pixels, for pixel loops. The view is valid for the lifetime of the picture, or until CopyWhenAsked.
-  PlaneView<Color> Pixels();
+  PlaneView<OpaqueColor> Pixels();
   /// The same for reading, without making the copy of CopyWhenAsked. The view may not be kept.
-  PlaneView<const Color> PixelsToRead() { return copied_ ? copied_->PixelsToRead() : Pixels(); }
+  PlaneView<const OpaqueColor> PixelsToRead() { return copied_ ? copied_->PixelsToRead() : Pixels(); }
   /// The same, kept alive.
-  std::shared_ptr<const Color> SharedPixels() { return copied_ ? copied_->SharedPixels() : (Pixels(), pixels_); }
+  std::shared_ptr<const OpaqueColor> SharedPixels() { return copied_ ? copied_->SharedPixels() : (Pixels(), pixels_); }
   /// Makes this picture a copy of another one of its size. The pixels are copied at the first call of Pixels(),
   /// Graphics() or RGBSurface(); until then this picture shows the other one's, changes included.
   void CopyWhenAsked(const Ref<Picture>& other);
@@ -55,7 +55,7 @@ class Picture {
   // The source of the pixels until the first access to them: another picture, grey levels, or neither (white).
   Ref<Picture> copied_;
   std::vector<std::uint8_t> levels_;
-  std::shared_ptr<Color> pixels_;
+  std::shared_ptr<OpaqueColor> pixels_;
   Ref<Picture> mask_;
 };
 
@@ -64,18 +64,19 @@ class RGBSurface {
  public:
   RGBSurface() = default;
   /// On pixels that `owner` keeps alive.
-  RGBSurface(PlaneView<Color> pixels, std::shared_ptr<const void> owner) : pixels_(pixels), owner_(std::move(owner)) {}
+  RGBSurface(PlaneView<OpaqueColor> pixels, std::shared_ptr<const void> owner)
+      : pixels_(pixels), owner_(std::move(owner)) {}
 
-  Color Pixel(int x, int y) const { return Inside(x, y) ? pixels_(x, y) : kBlack; }
+  Color Pixel(int x, int y) const { return Inside(x, y) ? ColorOf(pixels_(x, y)) : kBlack; }
   void Pixel(int x, int y, Color color) {
     if (Inside(x, y)) pixels_(x, y) = Opaque(color);
   }
   /// All pixels of the picture, for pixel loops.
-  PlaneView<Color> Pixels() const { return pixels_; }
+  PlaneView<OpaqueColor> Pixels() const { return pixels_; }
 
  private:
   bool Inside(int x, int y) const { return x >= 0 && y >= 0 && x < pixels_.width && y < pixels_.height; }
-  PlaneView<Color> pixels_;
+  PlaneView<OpaqueColor> pixels_;
   std::shared_ptr<const void> owner_;
 };
 

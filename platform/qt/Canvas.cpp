@@ -103,7 +103,7 @@ void NativeCanvas::FitBacking() {
   const int newWidth = static_cast<int>(std::ceil(width * ratio));
   const int newHeight = static_cast<int>(std::ceil(height * ratio));
   const std::size_t area = static_cast<std::size_t>(newWidth) * static_cast<std::size_t>(newHeight);
-  pixels = std::static_pointer_cast<Color>(AllocateZeroed(area * sizeof(Color)));
+  pixels = std::static_pointer_cast<OpaqueColor>(AllocateZeroed(area * sizeof(OpaqueColor)));
   deviceWidth = newWidth;
   deviceHeight = newHeight;
   SetLiveSurface(width, height);
@@ -194,7 +194,7 @@ Ref<Picture> Canvas::Image() const {
   auto picture = MakeRef<Picture>(native.deviceWidth, native.deviceHeight);
   const auto copy = picture->Pixels();
   const std::ptrdiff_t area = std::ptrdiff_t{copy.width} * copy.height;
-  if (const Color* const shown = native.Shown())
+  if (const OpaqueColor* const shown = native.Shown())
     std::copy_n(shown, area, copy.data);
   else if (native.backdrop)
     std::fill_n(copy.data, area, native.backdrop->color);

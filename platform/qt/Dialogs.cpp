@@ -67,7 +67,7 @@ bool SelectColor(Color& color, const String& prompt) {
   const NestedLoop loop;
   const QColor chosen = QColorDialog::getColor(ToQColor(color), Parent(), ToQString(prompt));
   if (!chosen.isValid()) return false;
-  color = chosen.rgb();
+  color = ColorOf(chosen.rgb());
   return true;
 }
 

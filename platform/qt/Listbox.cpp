@@ -23,19 +23,19 @@ namespace {
 constexpr int kMargin = 4;  ///< between the edge of a cell and its text
 constexpr int kEndMargin = 2;
 constexpr int kIndicatorSize = 13;
-constexpr Color kSelection = RGB(0xCD, 0xE4, 0xFF);
-constexpr Color kGrid = RGB(0xD8, 0xD8, 0xD8);
-constexpr Color kFocus = RGB(0x5C, 0x9B, 0xD6);
-constexpr Color kHint = RGB(0x70, 0x70, 0x70);
-constexpr Color kFrame = RGB(0xB4, 0xB4, 0xB4);
+constexpr Color kSelection = 0xCDE4FF;
+constexpr Color kGrid = 0xD8D8D8;
+constexpr Color kFocus = 0x5C9BD6;
+constexpr Color kHint = 0x707070;
+constexpr Color kFrame = 0xB4B4B4;
 
 /// Darkens the pixels by a colour, so that what was painted behind the text remains visible.
-void Tint(PlaneView<Color> pixels, Color tint) {
+void Tint(PlaneView<OpaqueColor> pixels, Color tint) {
   const auto times = [](int a, int b) { return a * b / 255; };
   for (int y = 0; y < pixels.height; ++y)
     for (int x = 0; x < pixels.width; ++x) {
-      Color& pixel = pixels(x, y);
-      pixel = RGB(times(Red(pixel), Red(tint)), times(Green(pixel), Green(tint)), times(Blue(pixel), Blue(tint)));
+      OpaqueColor& pixel = pixels(x, y);
+      pixel = OpaqueRGB(times(Red(pixel), Red(tint)), times(Green(pixel), Green(tint)), times(Blue(pixel), Blue(tint)));
     }
 }
 
@@ -368,7 +368,8 @@ void NativeListbox::PaintCell(QPainter& painter, const QRect& rect, const QModel
   QImage image(static_cast<int>(std::ceil(width * ratio)), static_cast<int>(std::ceil(height * ratio)),
                QImage::Format_RGB32);
   image.fill(Qt::white);
-  const PlaneView<Color> pixels{reinterpret_cast<Color*>(image.bits()), image.width(), image.height(), image.width()};
+  const PlaneView<OpaqueColor> pixels{reinterpret_cast<Color*>(image.bits()), image.width(), image.height(),
+                                      image.width()};
 
   const auto surface = [&] { return Graphics(pixels, ratio, width, height); };
 

@@ -27,12 +27,12 @@ struct NativeCanvas : NativeControl {
   /// Copies a region of what the canvas shows to the widget.
   void Show(const QRegion& region);
   /// The pixels that the canvas shows; nil if it shows one colour, or nothing.
-  const Color* Shown() const { return backdrop ? backdrop->pixels.get() : pixels.get(); }
+  const OpaqueColor* Shown() const { return backdrop ? backdrop->pixels.get() : pixels.get(); }
   /// Raises MouseEnter or MouseExit if the pointer has entered or left the canvas.
   void SyncInside();
 
   Canvas& canvas;
-  std::shared_ptr<Color> pixels;  ///< deviceWidth * deviceHeight, or nil
+  std::shared_ptr<OpaqueColor> pixels;  ///< deviceWidth * deviceHeight, or nil
   int deviceWidth = 0, deviceHeight = 0;
   double ratio = 1.0;
   bool seen = false;  ///< the canvas was visible when the image was made

@@ -7,8 +7,8 @@ namespace platform {
 
 /// A surface that the program paints. It keeps a backing image at device resolution, into which Paint and, outside a
 /// paint, Graphics() draw; the screen is updated from it. So a paint erases what was drawn outside paints; exposing or
-/// restoring the window only copies the image. A picture that a paint draws unscaled over the whole canvas is not copied
-/// into the image: until the next paint or drawing the canvas shows the picture itself, changes included.
+/// restoring the window only copies the image. A picture that a paint draws unscaled over the whole canvas is not
+/// copied into the image: until the next paint or drawing the canvas shows the picture itself, changes included.
 class Canvas : public RectControl {
  public:
   /// The live surface. Its colour, pen and renderer (initially black, 1, smooth) persist from one use to the next.

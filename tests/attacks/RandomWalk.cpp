@@ -47,7 +47,7 @@ class Walk {
     for (auto& [where, names] : files_) std::sort(names.begin(), names.end());
     Dialogs().msgBox = [](const String&) {};
     Dialogs().selectColor = [this](Color& color, const String&) {
-      color = Opaque(static_cast<std::uint32_t>(Below(0x1000000)));
+      color = static_cast<Color>(Below(0x1000000));
       return Below(2) == 0;
     };
     Dialogs().selectFolder = [this](const FolderItemDialog&) {

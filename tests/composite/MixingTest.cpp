@@ -29,7 +29,7 @@ TEST(Mixing, TakesEachPixelOfRowsOfAnyWidth) {
     std::vector<Color> mixed(static_cast<std::size_t>(3 * width), 1), expected = mixed;
     for (std::size_t i = 0; i < static_cast<std::size_t>(2 * width); ++i)
       if (i % static_cast<std::size_t>(width) + 1 < static_cast<std::size_t>(width))
-        expected[i] = platform::RGB(wide[0][i], 255 - wide[1][i], wide[2][i]);
+        expected[i] = platform::OpaqueRGB(wide[0][i], 255 - wide[1][i], wide[2][i]);
     MixPlanes(Views(wide, width, 2), {straight, inverse, straight}, true, {mixed.data(), width - 1, 3, width});
     ASSERT_EQ(mixed, expected) << width;
   }

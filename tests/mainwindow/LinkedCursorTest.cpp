@@ -62,7 +62,7 @@ TEST_F(LinkedCursorTest, NoTraceIsLeftOnTheScreenWhereverTheCanvasIs) {
         ASSERT_TRUE(user::UpToDateOnScreen(window)) << where;
         for (const auto& [left, up] :
              {std::pair{0, 0}, {size - 7, size - 3}, {20, 30}, {size - 12, 0}, {0, size - 6}}) {
-          live.ForeColor = RGB(0, 0, 0xFF);
+          live.ForeColor = 0xFF;
           live.DrawOval(left, up, 11, 11);
           FlushCanvases();
           ASSERT_TRUE(user::UpToDateOnScreen(window)) << where;
@@ -90,16 +90,15 @@ TEST_F(LinkedCursorTest, HeldKeysChangeTheCircleButNotWithAShortcut) {
   LoadThree(256, 256);
   user::Click(main().BBcursorCircles);
   user::MouseMove(main().cvTIF, 100, 100);
-  constexpr Color grey = RGB(0x80, 0x80, 0x80);
   const struct {
     bool shift, control, option;
     const char* key;
     int size;
     Color color;
   } ticks[] = {
-      {false, true, false, "", 42, grey},
-      {false, true, true, "", 44, grey},  // Control takes precedence over Option
-      {false, false, true, "", 41, grey},
+      {false, true, false, "", 42, 0x808080},
+      {false, true, true, "", 44, 0x808080},  // Control takes precedence over Option
+      {false, false, true, "", 41, 0x808080},
       {true, false, false, "", 41, kBlack},
       {true, false, false, "", 41, kBlack},  // once for each press
       {false, false, false, "", 41, kBlack},

@@ -21,7 +21,7 @@ std::string Drawn(const Ref<Picture>& picture) {
   std::string rows;
   for (int y = 0; y < picture->Height(); ++y) {
     for (int x = 0; x < picture->Width(); ++x) {
-      const Color color = picture->Pixels()(x, y);
+      const Color color = picture->RGBSurface().Pixel(x, y);
       rows += color == kBlack ? '#' : color == kWhite ? '.' : '?';
     }
     rows += '\n';
@@ -114,8 +114,9 @@ TEST(Ovals, CoverTheAreaOfARingInTheSmoothRenderer) {
         ASSERT_EQ(pixels(x, y), pixels(x, deviceSize - 1 - y));
       }
     EXPECT_NEAR(sum / (scale * scale), 238.76, 0.5) << "pi (20^2 - 18^2) square pixels, at " << scale;
-    EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(5 * scale)), kBlack) << "the centre of the pen";
-    EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(4 * scale) - 1), kWhite);
+    EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(5 * scale)), Opaque(kBlack))
+        << "the centre of the pen";
+    EXPECT_EQ(pixels(static_cast<int>(24 * scale), static_cast<int>(4 * scale) - 1), Opaque(kWhite));
   }
 }
 
@@ -162,15 +163,15 @@ TEST(DrawPicture, RepeatsOrInterpolatesPixels) {
   auto g = target->Graphics();
   g.DrawPicture(nullptr, 0, 0);
   g.DrawPicture(Canvas(0, 0), 0, 0, 1, 1);
-  EXPECT_EQ(target->Pixels()(0, 0), kWhite);
+  EXPECT_EQ(target->Pixels()(0, 0), Opaque(kWhite));
   g.DrawPicture(square, 0, 0, 1, 1);
-  EXPECT_EQ(target->Pixels()(0, 0), RGB(191, 191, 191));
+  EXPECT_EQ(target->Pixels()(0, 0), OpaqueRGB(191, 191, 191));
 }
 
 TEST(DrawPicture, MixesByTheMask) {
   const auto picture = Row({200, 200, 200});
-  picture->Mask()->Pixels()(0, 0) = kBlack;
-  picture->Mask()->Pixels()(2, 0) = RGB(51, 51, 51);
+  picture->Mask()->Pixels()(0, 0) = Opaque(kBlack);
+  picture->Mask()->Pixels()(2, 0) = OpaqueRGB(51, 51, 51);
   const auto target = Row({100, 100, 100, 100, 100, 100});
   auto g = target->Graphics();
   g.DrawPicture(picture, 0, 0);
@@ -212,7 +213,7 @@ TEST(Backdrop, ShowsWhatThePixelsWould) {
     const auto plain = Canvas(8, 6), lazy = Canvas(8, 6);
     lazy->Graphics().FillRect(0, 0, 8, 6);
     auto expected = plain->Graphics(), g = lazy->Graphics();
-    std::optional<Backdrop> backdrop{{kWhite, nullptr}};
+    std::optional<Backdrop> backdrop{{Opaque(kWhite), nullptr}};
     g.UseBackdrop(backdrop);
     for (int i = Any(0, 3); i > 0; --i) {
       const auto state = random_;

@@ -56,7 +56,7 @@ TEST(SavePicture, WritesThePixelsAndReplacesTheFile) {
     EXPECT_TRUE(Holds(path, Noise(width, height))) << width << ' ' << height;
   }
   EXPECT_TRUE(Save(path, MakeRef<Picture>(2, 1, std::vector<std::uint8_t>{7, 200})));
-  EXPECT_EQ(QImage(path.c_str()).pixel(1, 0), RGB(200, 200, 200));
+  EXPECT_EQ(QImage(path.c_str()).pixel(1, 0), OpaqueRGB(200, 200, 200));
   EXPECT_EQ(folder.Count(), 1);
   const mode_t before = umask(027);
   EXPECT_TRUE(Save(folder.Path() / "Mg.png", Noise(2, 2)));

@@ -13,7 +13,7 @@ using Levels = std::vector<std::uint8_t>;
 std::vector<Color> Row257() {
   std::vector<Color> row(257);
   for (std::size_t i = 0; i < row.size(); ++i)
-    row[i] = platform::Opaque(static_cast<Color>((i * 7 % 256) << 16 | (i * 31 % 256) << 8 | (255 - i % 256)));
+    row[i] = static_cast<Color>((i * 7 % 256) << 16 | (i * 31 % 256) << 8 | (255 - i % 256));
   return row;
 }
 
@@ -31,7 +31,8 @@ TEST_P(ColorMappingOnEveryTarget, ColoursEachPixelOfRowsOfAnyWidth) {
     std::vector<Color> target(static_cast<std::size_t>(outPitch * height), 1), expected = target;
     for (int y = 0; y < height; ++y)
       for (int x = 0; x < width; ++x)
-        expected[static_cast<std::size_t>(y * outPitch + x)] = row[levels[static_cast<std::size_t>(y * inPitch + x)]];
+        expected[static_cast<std::size_t>(y * outPitch + x)] =
+            platform::Opaque(row[levels[static_cast<std::size_t>(y * inPitch + x)]]);
     ColorPlane({levels.data(), width, height, inPitch}, colors, {target.data(), width, height, outPitch});
     ASSERT_EQ(target, expected) << width;
   }
@@ -47,7 +48,7 @@ TEST(ColorMapping, ColoursTheCommonPartOnly) {
   // 5 by 4 levels on 3 by 2 pixels of pitch 5.
   ColorPlane({levels.data(), 5, 4, 5}, colors, {target.data(), 3, 2, 5});
   std::vector<Color> expected(20, 1);
-  for (const std::size_t i : {0, 1, 2, 5, 6, 7}) expected[i] = row[9];
+  for (const std::size_t i : {0, 1, 2, 5, 6, 7}) expected[i] = platform::Opaque(row[9]);
   EXPECT_EQ(target, expected);
 }
 
@@ -69,7 +70,7 @@ TEST(ColorMapping, ThrowsForAnIndexOutsideTheTableThatALevelUses) {
   // An invalid entry of the curve is harmless if no level uses it.
   const Levels levels(width, 9);
   ColorPlane({levels.data(), width, 1, width}, colors, {target.data(), width, 1, width});
-  EXPECT_EQ(target, std::vector<Color>(width, Row257()[256]));
+  EXPECT_EQ(target, std::vector<Color>(width, platform::Opaque(Row257()[256])));
 }
 
 }  // namespace

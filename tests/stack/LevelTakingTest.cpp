@@ -26,7 +26,7 @@ TEST(LevelTaking, FindsTheHighestLevelWhereverItLies) {
       Levels levels(width * 2, 40);
       levels[static_cast<std::size_t>(width + x)] = 201;
       platform::Picture grey(width, 2, levels), colored(width, 2);
-      for (int i = 0; i < width * 2; ++i) colored.Pixels()(i % width, i / width) = platform::RGB(40, 20, 4);
+      for (int i = 0; i < width * 2; ++i) colored.Pixels()(i % width, i / width) = platform::OpaqueRGB(40, 20, 4);
       colored.Pixels()(x, 1) = platform::Opaque(201U << component);
       for (platform::Picture* picture : {&grey, &colored}) {
         Planes planes(width * 2);

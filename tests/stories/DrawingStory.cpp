@@ -99,7 +99,7 @@ TEST_F(DrawingStory, LinesAreDrawnOnAllMaps) {
   bool confirm = false;
   Dialogs().selectColor = [&](Color& color, const String& prompt) {
     Note("the system's chooser: " + prompt.Utf8());
-    color = RGB(0x12, 0x34, 0x56);
+    color = 0x123456;
     return confirm;
   };
   Pick([&](WindowSelectColor& picker) { user::Click(picker.PBother); });

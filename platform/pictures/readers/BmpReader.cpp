@@ -21,7 +21,7 @@ struct Layout {
   std::uint32_t bits = 0;
   std::uint32_t compression = kNone;
   std::array<std::uint32_t, 4> masks{};  // of red, green, blue, alpha
-  std::vector<Color> palette;
+  std::vector<OpaqueColor> palette;
   std::uint64_t data = 0;
 
   std::uint64_t RowBytes() const { return (static_cast<std::uint64_t>(width) * bits + 31) / 32 * 4; }
@@ -93,10 +93,10 @@ Layout ReadLayout(ByteSource& source) {
   if (colors == 0) throw ReadFailure("unsupported: a BMP without its colours");
   for (std::uint64_t i = 0; i < colors; ++i) {
     const std::uint64_t place = behindHeaders + i * entry;
-    layout.palette.push_back(RGB(static_cast<int>(source.Byte(place + 2)), static_cast<int>(source.Byte(place + 1)),
-                                 static_cast<int>(source.Byte(place))));
+    layout.palette.push_back(OpaqueRGB(static_cast<int>(source.Byte(place + 2)),
+                                       static_cast<int>(source.Byte(place + 1)), static_cast<int>(source.Byte(place))));
   }
-  layout.palette.resize(256, kBlack);  // indices without a colour are black
+  layout.palette.resize(256, Opaque(kBlack));  // indices without a colour are black
   return layout;
 }
 
@@ -129,10 +129,10 @@ void ForEachRow(ByteSource& source, const Layout& layout, Take take) {
   }
 }
 
-void ReadIndexed(ByteSource& source, const Layout& layout, const PlaneView<Color>& pixels) {
+void ReadIndexed(ByteSource& source, const Layout& layout, const PlaneView<OpaqueColor>& pixels) {
   const std::uint32_t bits = layout.bits;
   ForEachRow(source, layout, [&](int y, const std::vector<std::uint8_t>& row) {
-    Color* out = pixels.Row(y);
+    OpaqueColor* out = pixels.Row(y);
     for (std::size_t x = 0; x < static_cast<std::size_t>(pixels.width); ++x) {
       const std::size_t place = x * bits;  // highest bits first
       out[x] = layout.palette[row[place / 8] >> (8 - bits - place % 8) & ((1u << bits) - 1)];
@@ -141,7 +141,7 @@ void ReadIndexed(ByteSource& source, const Layout& layout, const PlaneView<Color
 }
 
 template <std::size_t kBytes>
-void ReadDirect(ByteSource& source, const Layout& layout, const PlaneView<Color>& pixels) {
+void ReadDirect(ByteSource& source, const Layout& layout, const PlaneView<OpaqueColor>& pixels) {
   const auto pixel = [](const std::vector<std::uint8_t>& row, int x) {
     std::uint32_t value = 0;
     for (std::size_t i = kBytes; i > 0; --i) value = value << 8 | row[static_cast<std::size_t>(x) * kBytes + i - 1];
@@ -155,17 +155,17 @@ void ReadDirect(ByteSource& source, const Layout& layout, const PlaneView<Color>
     });
   const Component red(layout.masks[0]), green(layout.masks[1]), blue(layout.masks[2]), alpha(layout.masks[3]);
   ForEachRow(source, layout, [&](int y, const std::vector<std::uint8_t>& row) {
-    Color* out = pixels.Row(y);
+    OpaqueColor* out = pixels.Row(y);
     for (int x = 0; x < pixels.width; ++x) {
       const std::uint32_t value = pixel(row, x);
-      out[x] = RGB(red(value), green(value), blue(value));
+      out[x] = OpaqueRGB(red(value), green(value), blue(value));
       if (hasAlpha) out[x] = ColorOverWhite(out[x], alpha(value));
     }
   });
 }
 
 /// Pairs of bytes: a run of one value, or a 0 and a command: next row, end, a jump, or that many single values.
-void ReadRuns(ByteSource& source, const Layout& layout, const PlaneView<Color>& pixels) {
+void ReadRuns(ByteSource& source, const Layout& layout, const PlaneView<OpaqueColor>& pixels) {
   const bool nibbles = layout.compression == kRuns4;
   std::fill_n(pixels.data, pixels.pitch * pixels.height, layout.palette[0]);  // for pixels that no run covers
   std::int64_t x = 0;

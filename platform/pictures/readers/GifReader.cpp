@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-using Palette = std::array<Color, 256>;
+using Palette = std::array<OpaqueColor, 256>;
 
 /// The bytes of a chain of blocks, each preceded by its length; a length of 0 ends the chain.
 class BlockReader {
@@ -109,8 +109,9 @@ std::uint32_t TableBytes(std::uint32_t flags) { return flags & 0x80 ? 3u << ((fl
 
 void ReadTable(ByteSource& source, std::uint64_t position, std::uint32_t bytes, Palette& palette) {
   for (std::uint32_t i = 0; i < bytes; i += 3)
-    palette[i / 3] = RGB(static_cast<int>(source.Byte(position + i)), static_cast<int>(source.Byte(position + i + 1)),
-                         static_cast<int>(source.Byte(position + i + 2)));
+    palette[i / 3] =
+        OpaqueRGB(static_cast<int>(source.Byte(position + i)), static_cast<int>(source.Byte(position + i + 1)),
+                  static_cast<int>(source.Byte(position + i + 2)));
 }
 
 /// The row numbers of an image of `height` rows, in the order in which they are stored.
@@ -128,9 +129,9 @@ Ref<Picture> Read(ByteSource& source) {
   if (std::string(signature.begin(), signature.end()) != "GIF8") throw ReadFailure("not an image: no GIF");
   const std::uint32_t globalBytes = TableBytes(source.Byte(10));
   Palette palette;
-  palette.fill(kBlack);
+  palette.fill(Opaque(kBlack));
   ReadTable(source, 13, globalBytes, palette);
-  const Color background = palette[source.Byte(11)];
+  const OpaqueColor background = palette[source.Byte(11)];
 
   // Skip to the first image and remember the transparent colour on the way.
   std::uint64_t place = 13 + globalBytes;
@@ -149,7 +150,7 @@ Ref<Picture> Read(ByteSource& source) {
   const std::uint32_t localBytes = TableBytes(flags);
   if (globalBytes + localBytes == 0) throw ReadFailure("unsupported: a GIF without colours");
   ReadTable(source, place + 10, localBytes, palette);
-  if (transparent < 256) palette[transparent] = kWhite;
+  if (transparent < 256) palette[transparent] = Opaque(kWhite);
 
   // The picture is the logical screen, because maps of one field of view must have one size; without a screen size, it
   // is as large as the first image requires.
@@ -158,14 +159,14 @@ Ref<Picture> Read(ByteSource& source) {
   CheckSize(screenWidth, screenHeight, 8);
   CheckPlausible(screenWidth, screenHeight, source.Size(), 16384);
   const auto picture = MakeRef<Picture>(static_cast<int>(screenWidth), static_cast<int>(screenHeight));
-  const PlaneView<Color> pixels = picture->Pixels();
+  const PlaneView<OpaqueColor> pixels = picture->Pixels();
   std::fill_n(pixels.data, std::size_t{screenWidth} * screenHeight,
-              transparent < 256 || globalBytes == 0 ? kWhite : background);
+              transparent < 256 || globalBytes == 0 ? Opaque(kWhite) : background);
   IndexReader indices(source, place + 10 + localBytes);
   for (const std::uint32_t row : RowOrder(height, (flags & 0x40) != 0)) {
     const std::uint32_t y = top + row;
     for (std::uint32_t x = left; x < left + width; ++x) {
-      const Color color = palette[indices.Next()];
+      const OpaqueColor color = palette[indices.Next()];
       if (x < screenWidth && y < screenHeight) pixels.Row(static_cast<int>(y))[x] = color;
     }
   }

@@ -71,11 +71,11 @@ Ref<Picture> Colors(const QImage& image) {
   const QImage colors = image.convertToFormat(QImage::Format_RGB32);
   if (colors.isNull()) throw std::bad_alloc();
   const auto picture = MakeRef<Picture>(image.width(), image.height());
-  const PlaneView<Color> pixels = picture->Pixels();
+  const PlaneView<OpaqueColor> pixels = picture->Pixels();
   for (int y = 0; y < pixels.height; ++y) {
     const auto* row = reinterpret_cast<const QRgb*>(colors.constScanLine(y));
     std::transform(row, row + pixels.width, pixels.Row(y),
-                   [](QRgb pixel) { return RGB(qRed(pixel), qGreen(pixel), qBlue(pixel)); });
+                   [](QRgb pixel) { return OpaqueRGB(qRed(pixel), qGreen(pixel), qBlue(pixel)); });
   }
   return AsLevelsIfGrey(picture);
 }

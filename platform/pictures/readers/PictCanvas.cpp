@@ -17,7 +17,7 @@ int SourcePixel(int i, int count, int length) {
 
 }  // namespace
 
-RowPainter::RowPainter(const Placement& placement, PlaneView<Color> pixels, const Rect& area, const Rect& shown)
+RowPainter::RowPainter(const Placement& placement, PlaneView<OpaqueColor> pixels, const Rect& area, const Rect& shown)
     : placement_(placement), pixels_(pixels), area_(area), shown_(shown), next_(shown.top) {
   const auto& [bounds, source, destination, mask] = placement_;
   columns_.reserve(static_cast<std::size_t>(shown.Width()));
@@ -28,13 +28,13 @@ RowPainter::RowPainter(const Placement& placement, PlaneView<Color> pixels, cons
   if (mask) mask_.emplace(*mask, shown.left, shown.right);
 }
 
-void RowPainter::Paint(int y, std::span<const Color> row) {
+void RowPainter::Paint(int y, std::span<const OpaqueColor> row) {
   const auto& [bounds, source, destination, mask] = placement_;
   for (; next_ < shown_.bottom; ++next_) {
     const int from = source.top + SourcePixel(next_ - destination.top, destination.Height(), source.Height());
     if (from > y) return;
     if (from < y) continue;  // above the raster
-    Color* target = pixels_.Row(next_ - area_.top) + (shown_.left - area_.left);
+    OpaqueColor* target = pixels_.Row(next_ - area_.top) + (shown_.left - area_.left);
     const auto inside = mask_ ? mask_->Row(next_) : std::span<const std::uint8_t>();
     for (std::size_t i = 0; i < columns_.size(); ++i)
       if (columns_[i] >= 0 && (inside.empty() || inside[i])) target[i] = row[static_cast<std::size_t>(columns_[i])];
@@ -52,7 +52,7 @@ RowPainter Canvas::Begin(const Placement& placement) {
   if (placement.source.Empty() || shown.Empty()) return {};
   CountWork(static_cast<double>(shown.Width()) * shown.Height());
   if (!picture_) {
-    CheckSize(area_.Width(), area_.Height(), 2 * sizeof(Color));
+    CheckSize(area_.Width(), area_.Height(), 2 * sizeof(OpaqueColor));
     CheckPlausible(area_.Width(), area_.Height(), fileBytes_, kPixelsPerByte);
     picture_ = MakeRef<Picture>(area_.Width(), area_.Height());
   }

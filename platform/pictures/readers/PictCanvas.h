@@ -25,13 +25,13 @@ class RowPainter {
   /// Paints nothing.
   RowPainter() = default;
   /// `pixels` is the canvas, `area` its rectangle, `shown` the part of the destination within it.
-  RowPainter(const Placement& placement, PlaneView<Color> pixels, const Rect& area, const Rect& shown);
+  RowPainter(const Placement& placement, PlaneView<OpaqueColor> pixels, const Rect& area, const Rect& shown);
   /// Paints the destination rows of row `y` of the raster. Call it for all rows in order, from bounds.top down.
-  void Paint(int y, std::span<const Color> row);
+  void Paint(int y, std::span<const OpaqueColor> row);
 
  private:
   Placement placement_;
-  PlaneView<Color> pixels_;
+  PlaneView<OpaqueColor> pixels_;
   Rect area_;
   Rect shown_;                // in drawing coordinates
   int next_ = 0;              // the next row of `shown_` to be painted

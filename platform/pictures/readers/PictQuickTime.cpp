@@ -134,7 +134,7 @@ void PaintCompressed(Input& data, const Transform& transform, Canvas& canvas) {
     PaintPixels(content, map, canvas, placement);
   } else {
     const Ref<Picture> image = DecodeWhole(description.codec, content);
-    const PlaneView<Color> pixels = image->Pixels();
+    const PlaneView<OpaqueColor> pixels = image->Pixels();
     canvas.CountWork(static_cast<double>(pixels.width) * pixels.height);
     placement.bounds = {0, 0, pixels.height, pixels.width};
     RowPainter painter = canvas.Begin(placement);

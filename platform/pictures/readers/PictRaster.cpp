@@ -37,7 +37,7 @@ PixelMap ReadPixelMap(Input& input, bool direct, bool packed) {
   if (map.bounds.Empty()) throw ReadFailure("truncated or damaged: a raster without pixels");
   map.packing = packed && map.rowBytes >= kShortestPackedRow ? Packing::kBytes : Packing::kNone;
   if (!direct && (rowBytes & 0x8000) == 0) {
-    map.palette = {kWhite, kBlack};
+    map.palette = {Opaque(kWhite), Opaque(kBlack)};
     return map;
   }
   input.Skip(2);  // version
@@ -95,14 +95,14 @@ class PixelRows {
  public:
   PixelRows(Input& input, const PixelMap& map);
   /// The colours of the next row. With four components the highest byte is the alpha, otherwise it is not defined.
-  std::span<Color> Next();
+  std::span<std::uint32_t> Next();
 
  private:
   std::span<const std::uint8_t> NextBytes();
   std::size_t Unit() const { return map_.packing == Packing::kWords ? 2 : 1; }
   bool FirstRowHas(bool longCount) const;
   std::span<const std::uint8_t> Stored(std::size_t count);
-  Color Direct(std::span<const std::uint8_t> row, std::size_t x) const;
+  std::uint32_t Direct(std::span<const std::uint8_t> row, std::size_t x) const;
 
   Input& input_;
   const PixelMap& map_;
@@ -110,7 +110,7 @@ class PixelRows {
   bool longCounts_;  // the byte count of a packed row takes two bytes
   std::vector<std::uint8_t> stored_;
   std::vector<std::uint8_t> unpacked_;
-  std::vector<Color> colors_;
+  std::vector<std::uint32_t> colors_;
 };
 
 PixelRows::PixelRows(Input& input, const PixelMap& map)
@@ -155,24 +155,24 @@ std::span<const std::uint8_t> PixelRows::NextBytes() {
   return unpacked_;
 }
 
-Color PixelRows::Direct(std::span<const std::uint8_t> row, std::size_t x) const {
+std::uint32_t PixelRows::Direct(std::span<const std::uint8_t> row, std::size_t x) const {
   const std::size_t width = colors_.size();
   switch (map_.packing) {
     case Packing::kNoPadByte:
-      return RGB(row[3 * x], row[3 * x + 1], row[3 * x + 2]);
+      return OpaqueRGB(row[3 * x], row[3 * x + 1], row[3 * x + 2]);
     case Packing::kPlanes: {
-      const auto plane = [&](std::size_t number) { return Color{row[number * width + x]}; };
+      const auto plane = [&](std::size_t number) { return std::uint32_t{row[number * width + x]}; };
       return map_.components == 4 ? plane(0) << 24 | plane(1) << 16 | plane(2) << 8 | plane(3)
                                   : plane(0) << 16 | plane(1) << 8 | plane(2);
     }
     default: {
-      const auto byte = [&](std::size_t number) { return Color{row[4 * x + number]}; };
+      const auto byte = [&](std::size_t number) { return std::uint32_t{row[4 * x + number]}; };
       return (map_.components == 4 ? byte(0) << 24 : 0) | byte(1) << 16 | byte(2) << 8 | byte(3);
     }
   }
 }
 
-std::span<Color> PixelRows::Next() {
+std::span<std::uint32_t> PixelRows::Next() {
   const auto row = NextBytes();
   if (map_.depth == 32) {
     for (std::size_t x = 0; x < colors_.size(); ++x) colors_[x] = Direct(row, x);
@@ -180,7 +180,7 @@ std::span<Color> PixelRows::Next() {
     for (std::size_t x = 0; x < colors_.size(); ++x) {
       const int value = row[2 * x] << 8 | row[2 * x + 1];
       const auto level = [&](int shift) { return levels5_[static_cast<std::size_t>(value >> shift & 31)]; };
-      colors_[x] = RGB(level(10), level(5), level(0));
+      colors_[x] = OpaqueRGB(level(10), level(5), level(0));
     }
   } else {
     const auto depth = static_cast<std::size_t>(map_.depth);
@@ -192,11 +192,11 @@ std::span<Color> PixelRows::Next() {
   return colors_;
 }
 
-int Alpha(Color color) { return static_cast<int>(color >> 24); }
+int Alpha(std::uint32_t color) { return static_cast<int>(color >> 24); }
 
-Color OnWhite(Color color) {
+OpaqueColor OnWhite(std::uint32_t color) {
   const int alpha = Alpha(color);
-  return RGB(OverWhite(Red(color), alpha), OverWhite(Green(color), alpha), OverWhite(Blue(color), alpha));
+  return OpaqueRGB(OverWhite(Red(color), alpha), OverWhite(Green(color), alpha), OverWhite(Blue(color), alpha));
 }
 
 /// A QuickTime image is followed by a fallback for programs without QuickTime: a bit map within its rectangle, or a
@@ -210,7 +210,7 @@ bool HasAlpha(Input input, const PixelMap& map) {
   if (map.depth != 32 || map.components != 4) return false;
   PixelRows rows(input, map);
   for (int y = 0; y < map.bounds.Height(); ++y)
-    if (std::ranges::any_of(rows.Next(), [](Color color) { return Alpha(color) != 0; })) return true;
+    if (std::ranges::any_of(rows.Next(), [](std::uint32_t color) { return Alpha(color) != 0; })) return true;
   return false;
 }
 
@@ -221,14 +221,14 @@ Palette ReadColorTable(Input& input) {
   const bool byPosition = (input.Word() & 0x8000) != 0;
   const int count = input.Word() + 1;
   Palette palette;
-  palette.fill(kBlack);
+  palette.fill(Opaque(kBlack));
   for (int i = 0; i < count; ++i) {
     const int value = input.Word();
     const auto index = static_cast<std::size_t>(byPosition ? i : value);
     const int red = input.Word() >> 8;
     const int green = input.Word() >> 8;
     const int blue = input.Word() >> 8;
-    if (index < palette.size()) palette[index] = RGB(red, green, blue);
+    if (index < palette.size()) palette[index] = OpaqueRGB(red, green, blue);
   }
   return palette;
 }

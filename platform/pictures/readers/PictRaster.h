@@ -17,7 +17,7 @@ enum class Packing {
   kPlanes,     ///< each row run-length coded by bytes, its components one after the other
 };
 
-using Palette = std::array<Color, 256>;
+using Palette = std::array<OpaqueColor, 256>;
 
 struct PixelMap {
   Rect bounds;

@@ -154,11 +154,11 @@ std::vector<std::uint8_t> ReadGrey16(Decoder& decoder, const Header& header) {
 Ref<Picture> ReadColors(Decoder& decoder, const Header& header) {
   const auto samples = ReadSamples<std::uint8_t>(decoder, header);
   const auto picture = MakeRef<Picture>(header.width, header.height);
-  Color* pixels = picture->Pixels().data;
+  OpaqueColor* pixels = picture->Pixels().data;
   const std::uint8_t* sample = samples.data();
   for (std::size_t i = 0; i < header.Pixels(); ++i, sample += header.channels) {
     const int alpha = header.channels == 4 ? sample[3] : 255;
-    pixels[i] = RGB(OverWhite(sample[0], alpha), OverWhite(sample[1], alpha), OverWhite(sample[2], alpha));
+    pixels[i] = OpaqueRGB(OverWhite(sample[0], alpha), OverWhite(sample[1], alpha), OverWhite(sample[2], alpha));
   }
   return AsLevelsIfGrey(picture);
 }

@@ -34,12 +34,13 @@ bool MeansMissingPixels(std::string_view warning) {
 }
 
 Ref<Picture> AsLevelsIfGrey(const Ref<Picture>& colors) {
-  const PlaneView<Color> pixels = colors->Pixels();
-  const Color* begin = pixels.data;
-  const Color* end = begin + pixels.pitch * pixels.height;
-  if (!std::all_of(begin, end, [](Color color) { return color == Opaque((color & 0xFF) * 0x010101); })) return colors;
+  const PlaneView<OpaqueColor> pixels = colors->Pixels();
+  const OpaqueColor* begin = pixels.data;
+  const OpaqueColor* end = begin + pixels.pitch * pixels.height;
+  if (!std::all_of(begin, end, [](OpaqueColor color) { return color == Opaque((color & 0xFF) * 0x010101); }))
+    return colors;
   std::vector<std::uint8_t> levels(static_cast<std::size_t>(end - begin));
-  std::transform(begin, end, levels.begin(), [](Color color) { return static_cast<std::uint8_t>(color); });
+  std::transform(begin, end, levels.begin(), [](OpaqueColor color) { return static_cast<std::uint8_t>(color); });
   return MakeRef<Picture>(pixels.width, pixels.height, std::move(levels));
 }
 

@@ -427,18 +427,18 @@ Ref<Picture> ReadPalette(TIFF* tiff, const Source& source, const Layout& layout)
     return std::all_of(values, values + size, [](std::uint16_t value) { return value < 256; });
   };
   const int shift = small(red) && small(green) && small(blue) ? 0 : 8;
-  std::array<Color, 256> palette;
-  palette.fill(kBlack);
-  for (std::size_t i = 0; i < size; ++i) palette[i] = RGB(red[i] >> shift, green[i] >> shift, blue[i] >> shift);
+  std::array<OpaqueColor, 256> palette;
+  palette.fill(Opaque(kBlack));
+  for (std::size_t i = 0; i < size; ++i) palette[i] = OpaqueRGB(red[i] >> shift, green[i] >> shift, blue[i] >> shift);
   const auto indices = ReadPlane<std::uint8_t>(tiff, source, layout, 0);
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
-  Color* pixels = picture->Pixels().data;
+  OpaqueColor* pixels = picture->Pixels().data;
   std::transform(indices.begin(), indices.end(), pixels, [&](std::uint8_t index) { return palette[index]; });
   if (layout.AlphaSample() > 0) {
     // A palette colour is shared by pixels of any alpha, so it is never premultiplied.
     const auto alpha = ReadAlpha(tiff, source, layout);
     std::transform(pixels, pixels + alpha.size(), alpha.begin(), pixels,
-                   [](Color color, int over) { return ColorOverWhite(color, over); });
+                   [](OpaqueColor color, int over) { return ColorOverWhite(color, over); });
   }
   return AsLevelsIfGrey(Upright(picture, layout));
 }
@@ -446,15 +446,15 @@ Ref<Picture> ReadPalette(TIFF* tiff, const Source& source, const Layout& layout)
 /// RGB of a depth that libtiff does not convert.
 Ref<Picture> ReadUnusualRgb(TIFF* tiff, const Source& source, const Layout& layout) {
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
-  Color* pixels = picture->Pixels().data;
-  std::fill_n(pixels, std::size_t{layout.width} * layout.height, kBlack);
+  OpaqueColor* pixels = picture->Pixels().data;
+  std::fill_n(pixels, std::size_t{layout.width} * layout.height, Opaque(kBlack));
   const bool hasAlpha = layout.AlphaSample() > 0;
   const auto alpha = hasAlpha ? ReadAlpha(tiff, source, layout) : std::vector<std::uint8_t>();
   for (int sample = 0; sample < 3; ++sample) {
     std::vector<std::uint8_t> levels = ReadFullScale(tiff, source, layout, sample);
     if (hasAlpha) CompositeOnWhite(levels, alpha, layout.AlphaPremultiplied());
     std::transform(pixels, pixels + levels.size(), levels.begin(), pixels,
-                   [shift = 16 - 8 * sample](Color color, Color level) { return color | level << shift; });
+                   [shift = 16 - 8 * sample](OpaqueColor color, Color level) { return color | level << shift; });
   }
   return AsLevelsIfGrey(Upright(picture, layout));
 }
@@ -486,7 +486,7 @@ Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) 
   const std::vector<std::uint8_t> tileBuffer = SetTileBuffer(tiff, layout);
   image.req_orientation = image.orientation;  // rows as they are stored; Upright rotates them
   const auto picture = MakeRef<Picture>(static_cast<int>(layout.width), static_cast<int>(layout.height));
-  Color* pixels = picture->Pixels().data;
+  OpaqueColor* pixels = picture->Pixels().data;
   if (!TIFFRGBAImageGet(&image, pixels, layout.width, layout.height)) GiveUp(source);
   // libtiff has multiplied the colours by their alpha. It treats a fourth sample as alpha even if the file declares
   // something else.
@@ -494,9 +494,9 @@ Ref<Picture> ReadColors(TIFF* tiff, const Source& source, const Layout& layout) 
   const bool hasAlpha = image.alpha != 0 && (!declared || layout.AlphaSample() >= 0);
   std::transform(pixels, pixels + std::size_t{layout.width} * layout.height, pixels, [hasAlpha](std::uint32_t abgr) {
     const int white = hasAlpha ? 255 - static_cast<int>(TIFFGetA(abgr)) : 0;
-    return RGB(std::min<int>(static_cast<int>(TIFFGetR(abgr)) + white, 255),
-               std::min<int>(static_cast<int>(TIFFGetG(abgr)) + white, 255),
-               std::min<int>(static_cast<int>(TIFFGetB(abgr)) + white, 255));
+    return OpaqueRGB(std::min<int>(static_cast<int>(TIFFGetR(abgr)) + white, 255),
+                     std::min<int>(static_cast<int>(TIFFGetG(abgr)) + white, 255),
+                     std::min<int>(static_cast<int>(TIFFGetB(abgr)) + white, 255));
   });
   return AsLevelsIfGrey(Upright(picture, layout));
 }
